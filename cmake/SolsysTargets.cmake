@@ -1,0 +1,42 @@
+# Helpers that keep the folders' own build files to a line or two.
+
+# Warnings that find real faults here; contraction off keeps results the same on every CPU.
+# What is in force for every target of the project, third-party sources excepted.
+add_library(solsys_options INTERFACE)
+target_compile_options(solsys_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion -Wshadow
+  $<$<BOOL:${SOLSYS_WERROR}>:-Werror> -ffp-contract=off)
+if(SOLSYS_SANITIZE)
+  target_compile_options(solsys_options INTERFACE -fsanitize=${SOLSYS_SANITIZE}
+    -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
+  target_link_options(solsys_options INTERFACE -fsanitize=${SOLSYS_SANITIZE})
+  add_link_options(-fsanitize=${SOLSYS_SANITIZE})
+endif()
+
+# The object library of one folder of the core: every source below it.
+function(solsys_add_folder folder)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+  add_library(solsys_${folder} OBJECT ${sources})
+  target_link_libraries(solsys_${folder} PRIVATE solsys_options PUBLIC solsys_headers)
+  target_compile_definitions(solsys_${folder} PRIVATE SOLSYS_BUILDING)
+  target_include_directories(solsys_${folder} PRIVATE ${PROJECT_SOURCE_DIR}
+    ${PROJECT_BINARY_DIR}/tables)
+  if(EXISTS ${PROJECT_SOURCE_DIR}/${folder}/CMakeLists.txt)
+    include(${PROJECT_SOURCE_DIR}/${folder}/CMakeLists.txt)
+  endif()
+endfunction()
+
+# Turns data/CSV into the initialisers tables/<stem>.inc, included by sources of FOLDER as
+# "<stem>.inc". COLUMNS is the header row the code was written for; a table with another one
+# stops the build.
+function(solsys_csv_table folder csv columns)
+  get_filename_component(stem ${csv} NAME_WE)
+  set(out ${PROJECT_BINARY_DIR}/tables/${stem}.inc)
+  set(script ${PROJECT_SOURCE_DIR}/tools/csv_table.cmake)
+  add_custom_command(OUTPUT ${out} VERBATIM
+    DEPENDS ${PROJECT_SOURCE_DIR}/data/${csv} ${script}
+    COMMAND ${CMAKE_COMMAND} -DCSV=${PROJECT_SOURCE_DIR}/data/${csv} -DOUT=${out}
+            -DCOLUMNS=${columns} -P ${script}
+    COMMENT "Table ${stem}")
+  target_sources(solsys_${folder} PRIVATE ${out})
+endfunction()
