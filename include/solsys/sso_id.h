@@ -8,16 +8,16 @@
 
 /// A four-character type code, first character in the most significant byte.
 constexpr std::int32_t SSO_TYPE(const char (&code)[5]) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(code[0]) << 24 |
-                                     static_cast<std::uint32_t>(code[1]) << 16 |
-                                     static_cast<std::uint32_t>(code[2]) << 8 |
-                                     static_cast<std::uint32_t>(code[3]));
+    return static_cast<std::int32_t>(
+        static_cast<std::uint32_t>(code[0]) << 24 | static_cast<std::uint32_t>(code[1]) << 16 |
+        static_cast<std::uint32_t>(code[2]) << 8 | static_cast<std::uint32_t>(code[3]));
 }
 
 /// \name Type codes
 /// The comment says which number goes with the type.
 /// @{
-constexpr std::int32_t SSO_PLNT = SSO_TYPE("plnt");  ///< 1-9 planets, 10 Sun, 11-14 dwarf planets
+constexpr std::int32_t SSO_PLNT =
+    SSO_TYPE("plnt");  ///< 1-9 planets, 10 Sun, 11-14 dwarf planets
 constexpr std::int32_t SSO_MOON = SSO_TYPE("moon");  ///< planet x 100 + satellite; 301 the Moon
 constexpr std::int32_t SSO_ASTR = SSO_TYPE("astr");  ///< asteroid by orbital elements
 constexpr std::int32_t SSO_COMT = SSO_TYPE("comt");  ///< comet by orbital elements
@@ -43,11 +43,11 @@ constexpr std::int32_t SSO_MESH = SSO_TYPE("mesh");  ///< shape model of the hos
 /// and take no part in comparisons.
 class SSO_ID {
   public:
-    std::int32_t type = 0;    ///< four-character code, see above
-    std::int32_t number = 0;  ///< number within the type
-    std::uint32_t spare1 = 0; ///< the host's own; zero in what the library builds
-    char name[80] = {};       ///< NUL-terminated; empty in what the library builds
-    std::uint32_t spare2 = 0; ///< the host's own; zero in what the library builds
+    std::int32_t type = 0;     ///< four-character code, see above
+    std::int32_t number = 0;   ///< number within the type
+    std::uint32_t spare1 = 0;  ///< the host's own; zero in what the library builds
+    char name[80] = {};        ///< NUL-terminated; empty in what the library builds
+    std::uint32_t spare2 = 0;  ///< the host's own; zero in what the library builds
 
     SSO_ID() = default;
     SSO_ID(std::int32_t type_code, std::int32_t object_number)

@@ -1,0 +1,226 @@
+/// \file
+/// The objects of a model: one per built-in body, computing and caching its own state.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "solsys/body_rotation.h"
+#include "solsys/export.h"
+#include "solsys/kepler.h"
+#include "solsys/magnitudes.h"
+
+class IntegRA15;
+class SatTheory;
+struct DE_EvalState;
+
+/// Status codes of the object and theory functions.
+enum : int {
+    SS_OK = 0,        ///< success
+    SS_UNKNOWN = 111  ///< not covered, or not computable at the instant
+};
+
+/// Geocentric position of the Moon without an ephemeris, J2000 equator.
+///
+/// \param day, fraction  instant, TDB [day]
+/// \param velocity       whether the velocity is wanted too
+/// \param[out] out       3 or 6 values [au, au/day]
+/// \return 0, or `SS_UNKNOWN` when the instant is outside the theory
+using PositionCallback = int (*)(int day, double fraction, bool velocity, double* out);
+
+/// What the catalogue knows of a body; see `GetBodyCatalogueEntry`.
+struct SS_BodyData {
+    std::int32_t number = 0;
+    double radius_km = 0;        ///< equatorial
+    double orbital_period = 0;   ///< sidereal [day]
+    double rotation_period = 0;  ///< [day]; 0 unknown
+    double flattening = 0;
+    double gm = 0;  ///< [au^3/day^2]; 0 unknown
+    double reserved = 0;
+    MagnitudeFn magnitude = nullptr;
+    RotationElementsFn rotation = nullptr;
+};
+
+/// A body of the solar system. States are heliocentric or relative to the parent body, on the
+/// J2000 mean equator and equinox, in au and au/day; instants are TDB Julian dates, split.
+/// A state is kept for the instant it was computed for (to 1 ms) and recomputed otherwise.
+/// Not thread-safe: one model, one thread.
+class SOLSYS_API SS_Object {
+  public:
+    SS_Object(const SS_BodyData& data, SS_Object* parent);
+    SS_Object(const SS_Object&) = delete;
+    SS_Object& operator=(const SS_Object&) = delete;
+
+    /// Sets the source of positions without an ephemeris; only the Moon uses one.
+    virtual void SetPositionCallback(PositionCallback callback) = 0;
+    /// Replaces the rotation-elements function.
+    virtual void SetRotationFunction(RotationElementsFn rotation);
+    /// Replaces the magnitude function.
+    virtual void SetMagnitudeFunction(MagnitudeFn magnitude);
+    /// Heliocentric state into `out` (3 values, or 6 with `velocity`), caches updated.
+    /// \return 0, or non-zero when the body cannot be computed; `out` is then left alone.
+    virtual int ComputeState(int day, double fraction, bool velocity, double* out) = 0;
+    /// Pole right ascension and declination and prime-meridian angle [rad]; false when the body
+    /// has no rotation elements (all three are then 0).
+    virtual bool GetRotationElements(int day, double fraction, double* ra, double* dec,
+                                     double* w);
+    /// State relative to the parent (3 values, or 6 with `velocity`).
+    /// \return 0, or `SS_UNKNOWN` when it cannot be computed.
+    virtual int GetState(int day, double fraction, bool velocity, double* out);
+    /// GM of the parent [au^3/day^2]; -1.0 in the base.
+    virtual double GetParentGM() const;
+    /// Attaches (and takes over) or, with null, destroys an integrator; the base does nothing.
+    virtual void AttachIntegrator(IntegRA15* integrator);
+    /// The attached integrator, or null.
+    virtual IntegRA15* GetIntegrator() const;
+    virtual ~SS_Object();
+
+    int Number() const { return number_; }
+    double RadiusKm() const { return radius_km_; }
+    double OrbitalPeriod() const { return orbital_period_; }
+    double RotationPeriod() const { return rotation_period_; }
+    double Flattening() const { return flattening_; }
+    double GM() const { return gm_; }
+    MagnitudeFn Magnitude() const { return magnitude_; }
+    RotationElementsFn Rotation() const { return rotation_; }
+    SS_Object* Parent() const { return parent_; }
+
+  protected:
+    /// True when the cache holds the instant at the level wanted.
+    bool Cached(int day, double fraction, bool velocity) const;
+    /// Stores states into the cache, and the heliocentric one into `out`.
+    int Keep(int day, double fraction, bool velocity, const double heliocentric[6],
+             const double relative[6], double* out);
+    int CopyCached(bool velocity, double* out) const;
+
+    std::int32_t number_;
+    double radius_km_;
+    double orbital_period_;
+    double rotation_period_;
+    double flattening_;
+    double gm_;
+    double cached_time_ = -1.0;      // Julian date; -1.0: nothing cached
+    std::int8_t cached_level_ = -1;  // -1 nothing, 0 position, 1 position and velocity
+    double heliocentric_[6] = {};
+    double default_magnitude_ = 20.0;  // what a body without a magnitude law shows
+    MagnitudeFn magnitude_;
+    double reserved_;
+    double spare_[3] = {};
+    RotationElementsFn rotation_;
+    SS_Object* parent_;  // not owned; null for the Sun
+    double relative_[6] = {};
+    const void* source_ = nullptr;  // not owned: ephemeris state or satellite theory
+};
+
+/// The Sun (the origin) or a planet: from the ephemeris, or else the built-in theory.
+class SOLSYS_API SS_PlanetObject : public SS_Object {
+  public:
+    SS_PlanetObject(const SS_BodyData& data, SS_Object* parent, DE_EvalState* ephemeris);
+    void SetPositionCallback(PositionCallback callback) override;
+    int ComputeState(int day, double fraction, bool velocity, double* out) override;
+    int GetState(int day, double fraction, bool velocity, double* out) override;
+    double GetParentGM() const override;
+    bool GetRotationElements(int day, double fraction, double* ra, double* dec,
+                             double* w) override;
+    ~SS_PlanetObject() override;
+
+  protected:
+    DE_EvalState* ephemeris_;
+
+  private:
+    struct RotationCache;
+    std::unique_ptr<RotationCache> rotation_cache_;  // planets 1 to 8
+};
+
+/// Osculating heliocentric elements of a dwarf planet, J2000 ecliptic.
+struct DwarfPlanetElements {
+    double a;  ///< semi-major axis [au]
+    double e;
+    double i;     ///< [rad]
+    double node;  ///< [rad]
+    double peri;  ///< [rad]
+    double n;     ///< mean motion [rad/day]
+    double M;     ///< mean anomaly at the epoch [rad]
+    double epoch_fraction;
+    std::int32_t epoch_day;
+};
+
+/// Reader of a dwarf-planet catalogue that a host may install.
+class SOLSYS_API DwarfPlanetsIO {
+  public:
+    /// Fills `elements` for `plnt` `number`; false when the catalogue has no such record.
+    virtual bool Read(std::int32_t type, std::int32_t number,
+                      DwarfPlanetElements* elements) = 0;
+    virtual ~DwarfPlanetsIO();
+};
+/// The reader in force: the host's, or one that has no record.
+SOLSYS_API DwarfPlanetsIO* GetReader();
+/// Installs a reader (not owned; null restores the default) for models initialised afterwards.
+SOLSYS_API void SetReader(DwarfPlanetsIO* reader);
+
+/// Pluto (from the ephemeris or the built-in theory while they serve it) and the dwarf planets,
+/// which move on their elements, or by an attached integrator.
+class SOLSYS_API SS_DwarfPlanetObject : public SS_PlanetObject {
+  public:
+    SS_DwarfPlanetObject(const SS_BodyData& data, SS_Object* parent, DE_EvalState* ephemeris);
+    void SetPositionCallback(PositionCallback callback) override;
+    int ComputeState(int day, double fraction, bool velocity, double* out) override;
+    int GetState(int day, double fraction, bool velocity, double* out) override;
+    double GetParentGM() const override;
+    void AttachIntegrator(IntegRA15* integrator) override;
+    IntegRA15* GetIntegrator() const override;
+    ~SS_DwarfPlanetObject() override;
+    /// Sets up the elements: the built-in ones, then the catalogue reader's if it has any.
+    /// \return whether the reader had a record
+    virtual bool SetElements();
+
+    const DwarfPlanetElements& GetElements() const { return elements_; }
+
+  private:
+    int ComputeFromElements(int day, double fraction, bool velocity, double* out);
+
+    DwarfPlanetElements elements_{};
+    IntegRA15* integrator_ = nullptr;  // owned
+    int integrations_ = 0;
+};
+
+/// A natural satellite: its theory's planet-centred state on top of its planet's.
+class SOLSYS_API SS_MoonObject : public SS_Object {
+  public:
+    /// The Moon: `ephemeris` may be null.
+    SS_MoonObject(const SS_BodyData& data, SS_Object* parent, DE_EvalState* ephemeris);
+    /// Any other satellite.
+    SS_MoonObject(const SS_BodyData& data, SS_Object* parent, SatTheory* theory);
+    void SetPositionCallback(PositionCallback callback) override;
+    int ComputeState(int day, double fraction, bool velocity, double* out) override;
+    int GetState(int day, double fraction, bool velocity, double* out) override;
+    double GetParentGM() const override;
+    bool GetRotationElements(int day, double fraction, double* ra, double* dec,
+                             double* w) override;
+    ~SS_MoonObject() override;
+
+  private:
+    int ComputeRelative(int day, double fraction, bool velocity, double* out);
+
+    PositionCallback callback_ = nullptr;
+    DE_EvalState* ephemeris_ = nullptr;
+    SatTheory* theory_ = nullptr;
+    struct RotationCache;
+    std::unique_ptr<RotationCache> rotation_cache_;  // the Moon
+};
+
+/// A spacecraft as an object: a state computed by a host's function.
+class SOLSYS_API SS_SCObject : public SS_Object {
+  public:
+    /// Heliocentric state of the spacecraft; returns 0 on success.
+    using StateFn = int (*)(void* context, int day, double fraction, bool velocity,
+                            double* out);
+    SS_SCObject(const SS_BodyData& data, SS_Object* parent, StateFn state, void* context);
+    void SetPositionCallback(PositionCallback callback) override;
+    int ComputeState(int day, double fraction, bool velocity, double* out) override;
+    ~SS_SCObject() override;
+
+  private:
+    StateFn state_;
+    void* context_;
+};
