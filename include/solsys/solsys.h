@@ -8,6 +8,7 @@
 #include "solsys/earth_orientation.h"
 #include "solsys/element_records.h"
 #include "solsys/export.h"
+#include "solsys/integrator.h"
 #include "solsys/kepler.h"
 #include "solsys/magnitudes.h"
 #include "solsys/observer.h"

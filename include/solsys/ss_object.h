@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 #include "solsys/body_rotation.h"
 #include "solsys/export.h"
@@ -86,12 +85,14 @@ class SOLSYS_API SS_Object {
     SS_Object* Parent() const { return parent_; }
 
   protected:
-    /// True when the cache holds the instant at the level wanted.
+    /// Whether the cache holds the instant, at the level wanted.
     bool Cached(int day, double fraction, bool velocity) const;
-    /// Stores states into the cache, and the heliocentric one into `out`.
-    int Keep(int day, double fraction, bool velocity, const double heliocentric[6],
-             const double relative[6], double* out);
+    /// Takes states into the cache (3 values each, or 6 with `velocity`) and copies the
+    /// heliocentric one to `out`. States that are not finite are refused with `SS_UNKNOWN`.
+    int Keep(int day, double fraction, bool velocity, const double* heliocentric,
+             const double* relative, double* out);
     int CopyCached(bool velocity, double* out) const;
+    void ForgetState() { cached_level_ = -1; }
 
     std::int32_t number_;
     double radius_km_;
@@ -99,58 +100,51 @@ class SOLSYS_API SS_Object {
     double rotation_period_;
     double flattening_;
     double gm_;
-    double cached_time_ = -1.0;      // Julian date; -1.0: nothing cached
+    double cached_time_ = -1.0;      // Julian date
     std::int8_t cached_level_ = -1;  // -1 nothing, 0 position, 1 position and velocity
     double heliocentric_[6] = {};
     double default_magnitude_ = 20.0;  // what a body without a magnitude law shows
     MagnitudeFn magnitude_;
     double reserved_;
-    double spare_[3] = {};
     RotationElementsFn rotation_;
     SS_Object* parent_;  // not owned; null for the Sun
     double relative_[6] = {};
-    const void* source_ = nullptr;  // not owned: ephemeris state or satellite theory
+
+  private:
+    // The rotation elements of the last instant asked for.
+    struct Rotation {
+        bool valid = false;  // whether it holds an instant
+        bool known = false;  // whether the body has elements there
+        int day = 0;
+        double fraction = 0;
+        double ra = 0, dec = 0, w = 0;
+    };
+    Rotation rotation_cache_;
 };
 
 /// The Sun (the origin) or a planet: from the ephemeris, or else the built-in theory.
 class SOLSYS_API SS_PlanetObject : public SS_Object {
   public:
+    /// `ephemeris` (not owned) may be null: the built-in theory serves.
     SS_PlanetObject(const SS_BodyData& data, SS_Object* parent, DE_EvalState* ephemeris);
     void SetPositionCallback(PositionCallback callback) override;
     int ComputeState(int day, double fraction, bool velocity, double* out) override;
-    int GetState(int day, double fraction, bool velocity, double* out) override;
     double GetParentGM() const override;
-    bool GetRotationElements(int day, double fraction, double* ra, double* dec,
-                             double* w) override;
     ~SS_PlanetObject() override;
-
-  protected:
-    DE_EvalState* ephemeris_;
+    /// Changes the source of positions.
+    void SetEphemeris(DE_EvalState* ephemeris);
 
   private:
-    struct RotationCache;
-    std::unique_ptr<RotationCache> rotation_cache_;  // planets 1 to 8
-};
-
-/// Osculating heliocentric elements of a dwarf planet, J2000 ecliptic.
-struct DwarfPlanetElements {
-    double a;  ///< semi-major axis [au]
-    double e;
-    double i;     ///< [rad]
-    double node;  ///< [rad]
-    double peri;  ///< [rad]
-    double n;     ///< mean motion [rad/day]
-    double M;     ///< mean anomaly at the epoch [rad]
-    double epoch_fraction;
-    std::int32_t epoch_day;
+    DE_EvalState* ephemeris_;
 };
 
 /// Reader of a dwarf-planet catalogue that a host may install.
 class SOLSYS_API DwarfPlanetsIO {
   public:
-    /// Fills `elements` for `plnt` `number`; false when the catalogue has no such record.
-    virtual bool Read(std::int32_t type, std::int32_t number,
-                      DwarfPlanetElements* elements) = 0;
+    /// Fills heliocentric osculating elements on the J2000 ecliptic (with `q` the semi-major
+    /// axis; a mean motion of 0 is derived from it) for `plnt` `number`; false when the
+    /// catalogue has no such record.
+    virtual bool Read(std::int32_t type, std::int32_t number, Elements* elements) = 0;
     virtual ~DwarfPlanetsIO();
 };
 /// The reader in force: the host's, or one that has no record.
@@ -158,28 +152,33 @@ SOLSYS_API DwarfPlanetsIO* GetReader();
 /// Installs a reader (not owned; null restores the default) for models initialised afterwards.
 SOLSYS_API void SetReader(DwarfPlanetsIO* reader);
 
-/// Pluto (from the ephemeris or the built-in theory while they serve it) and the dwarf planets,
-/// which move on their elements, or by an attached integrator.
+/// Pluto, which comes from the ephemeris or the built-in theory as the planets do, and the
+/// dwarf planets, which move on their elements; or either by an attached integrator.
 class SOLSYS_API SS_DwarfPlanetObject : public SS_PlanetObject {
   public:
     SS_DwarfPlanetObject(const SS_BodyData& data, SS_Object* parent, DE_EvalState* ephemeris);
-    void SetPositionCallback(PositionCallback callback) override;
     int ComputeState(int day, double fraction, bool velocity, double* out) override;
-    int GetState(int day, double fraction, bool velocity, double* out) override;
-    double GetParentGM() const override;
+    /// Starts the integrator from the elements at their epoch and takes it over. One that does
+    /// not start is destroyed.
     void AttachIntegrator(IntegRA15* integrator) override;
     IntegRA15* GetIntegrator() const override;
     ~SS_DwarfPlanetObject() override;
-    /// Sets up the elements: the built-in ones, then the catalogue reader's if it has any.
-    /// \return whether the reader had a record
+    /// Sets up the elements: the built-in ones, then the catalogue reader's if it has any that
+    /// are an ellipse.
+    /// \return whether the reader had such a record
     virtual bool SetElements();
 
-    const DwarfPlanetElements& GetElements() const { return elements_; }
+    /// Heliocentric elements, J2000 ecliptic; `q` is the semi-major axis. All zero for a body
+    /// that has none.
+    const Elements& GetElements() const { return elements_; }
+    /// How often the attached integrator was asked.
+    int IntegrationCount() const { return integrations_; }
 
   private:
-    int ComputeFromElements(int day, double fraction, bool velocity, double* out);
+    bool StateFromElements(int day, double fraction, bool velocity, double* out) const;
 
-    DwarfPlanetElements elements_{};
+    Elements elements_{};
+    bool has_elements_ = false;
     IntegRA15* integrator_ = nullptr;  // owned
     int integrations_ = 0;
 };
@@ -187,26 +186,23 @@ class SOLSYS_API SS_DwarfPlanetObject : public SS_PlanetObject {
 /// A natural satellite: its theory's planet-centred state on top of its planet's.
 class SOLSYS_API SS_MoonObject : public SS_Object {
   public:
-    /// The Moon: `ephemeris` may be null.
+    /// The Moon. `ephemeris` (not owned) may be null: the position callback serves.
     SS_MoonObject(const SS_BodyData& data, SS_Object* parent, DE_EvalState* ephemeris);
     /// Any other satellite.
-    SS_MoonObject(const SS_BodyData& data, SS_Object* parent, SatTheory* theory);
+    SS_MoonObject(const SS_BodyData& data, SS_Object* parent, const SatTheory* theory);
     void SetPositionCallback(PositionCallback callback) override;
     int ComputeState(int day, double fraction, bool velocity, double* out) override;
-    int GetState(int day, double fraction, bool velocity, double* out) override;
     double GetParentGM() const override;
-    bool GetRotationElements(int day, double fraction, double* ra, double* dec,
-                             double* w) override;
     ~SS_MoonObject() override;
+    /// Changes the source of positions of the Moon.
+    void SetEphemeris(DE_EvalState* ephemeris);
 
   private:
-    int ComputeRelative(int day, double fraction, bool velocity, double* out);
+    bool RelativeState(int day, double fraction, bool velocity, double* out) const;
 
     PositionCallback callback_ = nullptr;
     DE_EvalState* ephemeris_ = nullptr;
-    SatTheory* theory_ = nullptr;
-    struct RotationCache;
-    std::unique_ptr<RotationCache> rotation_cache_;  // the Moon
+    const SatTheory* theory_ = nullptr;
 };
 
 /// A spacecraft as an object: a state computed by a host's function.
