@@ -112,14 +112,14 @@ class SOLSYS_API SS_Object {
 
   private:
     // The rotation elements of the last instant asked for.
-    struct Rotation {
+    struct KeptRotation {
         bool valid = false;  // whether it holds an instant
         bool known = false;  // whether the body has elements there
         int day = 0;
         double fraction = 0;
         double ra = 0, dec = 0, w = 0;
     };
-    Rotation rotation_cache_;
+    KeptRotation rotation_cache_;
 };
 
 /// The Sun (the origin) or a planet: from the ephemeris, or else the built-in theory.

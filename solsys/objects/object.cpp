@@ -43,7 +43,7 @@ void SS_Object::SetMagnitudeFunction(MagnitudeFn magnitude) { magnitude_ = magni
 
 bool SS_Object::GetRotationElements(int day, double fraction, double* ra, double* dec,
                                     double* w) {
-    Rotation& kept = rotation_cache_;
+    KeptRotation& kept = rotation_cache_;
     if (!kept.valid || kept.day != day || kept.fraction != fraction) {
         kept = {};
         kept.known = rotation_ != nullptr &&
