@@ -1,0 +1,12 @@
+// One function per subcommand: declares its options and sets what it runs.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace app {
+
+void add_position(CLI::App& main);
+void add_sky(CLI::App& main);
+void add_ephemeris_info(CLI::App& main);
+
+}  // namespace app
