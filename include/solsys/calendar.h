@@ -1,0 +1,32 @@
+/// \file
+/// Calendar dates and Julian dates.
+///
+/// An instant is a split Julian date: a day number and a fraction of a day. The Julian day
+/// begins at noon. Calendar dates are of the Julian calendar before 1582 October 15 and of the
+/// Gregorian one from then on; years are numbered historically: the year before 1 is -1.
+#pragma once
+
+#include "solsys/export.h"
+
+/// Calendar to Julian date, split by truncation. 1582 October 5 to 14 count as Julian dates;
+/// year 0 acts as year 1.
+///
+/// Source: Meeus 1998, Astronomical Algorithms, chapter 7.
+SOLSYS_API void DJ(int* day, double* fraction, short year, short month, short day_of_month,
+                   short hour, short minute, double second);
+
+/// Julian date to calendar. A second within 0.0001 of 60 carries into the minute and the hour,
+/// not into the day: an hour of 24 can result. A date that is not finite counts as 0; years
+/// beyond the range of `short` are cut to it.
+///
+/// Source: Meeus 1998, Astronomical Algorithms, chapter 7.
+SOLSYS_API void JD(int day, double fraction, short* year, short* month, short* day_of_month,
+                   double* day_fraction, short* hour, short* minute, double* second);
+
+/// Julian date of the start of a Julian (kind 'J' or 'j') or Besselian (any other) epoch year.
+///
+/// Source: Lieske 1979, Astron. Astrophys. 73, 282.
+SOLSYS_API void BJ(char kind, short year, int* day, double* fraction);
+
+/// Moves whole days of the fraction into the day; after JD 2400000 the fraction ends in [0, 1).
+SOLSYS_API void Adjust_JD(int* day, double* fraction);
