@@ -47,7 +47,8 @@ struct UserObjectRecord {
     std::int32_t central_number = 3;
     std::int32_t epoch_day = 0;
     double epoch_fraction = 0;
-    /// Position [au] and velocity [au/day] at the epoch, in the central body's equatorial frame
-    /// (about the Earth: J2000 equator).
+    /// Position [au] and velocity [au/day] at the epoch, relative to the central body, along
+    /// the axes of its equatorial frame at the epoch (`CSWSolSys::GetMtrxEq2K_PlEq`; about the
+    /// Earth and bodies without rotation elements: the J2000 equator).
     double state[6] = {};
 };

@@ -194,29 +194,56 @@ class SOLSYS_API CSWSolSys {
     /// \name Positions
     /// The velocity flag: 0 for 3 values, anything else for 6. False: unknown object, or not
     /// computable at the instant; the destination then holds zeros or a partial result.
+    ///
+    /// Types: `plnt` and `moon` by the ephemeris and the theories; `astr`, `comt`, `scft` and
+    /// `uSCO` by the records added to the model. Asteroids and comets that are in no table
+    /// answer true from `GetHelVec2K`, with zeros (the place of the Sun), and from what builds
+    /// on it; the other types answer false. The integrated kinds `fAST`, `fCOM` and `fSCO` and
+    /// the satellites `TLE_` have no source in this version: they answer as an object that is
+    /// not in its table, `fAST` and `fCOM` true with zeros, `fSCO` and `TLE_` false.
     /// @{
+
+    /// Heliocentric state. A spacecraft between two records about different central bodies is
+    /// blended linearly between the two orbits.
     bool GetHelVec2K(const SSO_ID& id, char velocity, double* out);
+    /// State relative to the central body (`GetCentralBodyID`). An asteroid that is the central
+    /// body of the spacecraft or own object resolved last is computed from the built-in
+    /// elements of (433) Eros.
     bool GetVecCentre2K(const SSO_ID& id, char velocity, double* out);
     bool GetHelVecCur(const SSO_ID& id, char velocity, double* out);
+    /// J2000 ecliptic. Spacecraft are not blended here, and `uSCO` is not computed (false).
     bool GetHelEcl2K(const SSO_ID& id, char velocity, double* out);
+    /// Geometric state relative to the observer: of the observer's own body, of a satellite of
+    /// that body, and (on the Earth) of a `uSCO` without the detour over the Sun. On the Earth
+    /// a `uSCO` is therefore taken to orbit the Earth.
     bool GetRefVec2K(const SSO_ID& id, char velocity, double* out);
+    /// The same on the equator of date, always as a difference of heliocentric states.
     bool GetRefVecCur(const SSO_ID& id, char velocity, double* out);
+    /// Geometric vector from the observer, of date or J2000; stars as `GetRADecVisStar` has it.
     bool GetCurVec(const SSO_ID& id, double* out, bool toDate);
     /// Geometric distance [au], right ascension, declination.
     bool GetRADec(const SSO_ID& id, double* out, bool toDate);
     /// Apparent unit vector (J2000 equator) and light-time distance: 4 values. `lightTime` is a
     /// first guess [day], 0 for none.
+    ///
+    /// Light time (to 2e-6 day) and aberration are applied, the deflection of light is not. An
+    /// object beyond 36500 light-days gives its geometric vector, not normalised. If the object
+    /// cannot be computed at the instant the light left it, the answer is false and the model
+    /// stays at that instant.
     bool GetSSOVisVec2K(const SSO_ID& id, double* out, double lightTime);
     /// Apparent distance [au], right ascension and declination of date.
     bool GetRADecVis(const SSO_ID& id, double* out, double lightTime);
+    /// Geometric state of an asteroid from the observer, equator of date. P and Q of the record
+    /// are on the J2000 equator.
     bool GetAsterVecCentre2K(unsigned char velocity, double* out,
                              const tagAster_SPH_5* asteroid);
     /// @}
 
     /// \name Bodies by elements
     /// Adding under a number that is there replaces the record; records that are no orbit
-    /// (e < 0, q or a <= 0, NaN) are refused with false. `Remove...` answers whether it was
-    /// there.
+    /// (e < 0, q or a <= 0, a state at the centre, anything not finite) are refused with false.
+    /// `Remove...` answers whether it was there. Records answered by `Get...` stay valid until
+    /// their table changes.
     /// @{
     bool AddAsteroid(std::int32_t number, const AsteroidRecord& record);
     bool RemoveAsteroid(std::int32_t number);
@@ -226,6 +253,7 @@ class SOLSYS_API CSWSolSys {
     bool RemoveComet(std::int32_t number);
     void ClearComets();
     const CometRecord* GetComet(std::int32_t number) const;
+    /// The records of one spacecraft, in any order. It has no state before the first epoch.
     bool AddSpacecraft(std::int32_t number, const SpacecraftRecord* records, int count);
     bool RemoveSpacecraft(std::int32_t number);
     void ClearSpacecraft();
@@ -233,7 +261,8 @@ class SOLSYS_API CSWSolSys {
     bool RemoveUserObject(std::int32_t number);
     void ClearUserObjects();
     /// Five-element records held for the object a host aims at: `astr` and `comt` of that
-    /// number that are in no table are computed from them. Null releases.
+    /// number that are in no table are computed from them, P and Q being on the J2000 ecliptic.
+    /// Null releases.
     void HoldAsteroid(const tagAster_SPH_5* record);
     void HoldComet(const tagComet_SPH_5* record);
     /// @}
@@ -250,23 +279,41 @@ class SOLSYS_API CSWSolSys {
 
     /// \name Magnitudes, phases, physical data
     /// @{
+    /// Visual magnitude from the geometric positions of the instant. 9999.0 for kinds that have
+    /// none (`scft`, `cnst`). False, with 20.0, for objects that are unknown, cannot be
+    /// computed or have no magnitude law.
     bool GetMagnitude(const SSO_ID& id, float* magnitude);
+    /// How the body is lit and where it stands beside the Sun, light time considered.
     /// \param[out] phase_angle  angle Sun - body - observer [rad]
     /// \param[out] illuminated  illuminated fraction of the disk, 0 to 1
     /// \param[out] elongation   angle Sun - observer - body [rad], positive east of the Sun
     /// \param[out] bright_limb  position angle of the midpoint of the bright limb [rad], from
     ///                          the north celestial pole of date through east
-    /// \param[out] age          the Moon: days since the last new Moon; others: 0
-    /// \return false for an object that cannot be computed (all five 0). Any may be null.
+    /// \param[out] age          the Moon: days since the last new Moon (the apparent ecliptic
+    ///                          longitudes of Moon and Sun from the Earth's centre agree),
+    ///                          within 2 s; others: 0
+    /// \return false for an object that cannot be computed, and for an observer at its centre
+    ///         (all five 0). Any may be null. The Sun: fully lit, the angles 0.
+    ///
+    /// The new Moons around the instant are kept, so that only the first query of a lunation
+    /// searches. The model's instant and its save slot are left as they were.
     bool PhaseElongation(const SSO_ID& id, double* phase_angle, double* illuminated,
                          double* elongation, double* bright_limb, double* age);
+    /// Equatorial radius [km]; -1.0 unknown. The flattening is 0 unless catalogued.
     double GetRadiEq(const SSO_ID& id, double* flattening = nullptr);
+    /// GM [au^3/day^2] of the body, and of the body that it goes round; -1.0 unknown.
     double GetGravity(const SSO_ID& id);
     double GetParentGravity(const SSO_ID& id);
+    /// Sidereal rotation period [day], 0 when not known; -1.0 for an uncatalogued body.
     double GetPeriodRotation(const SSO_ID& id);
+    /// 2 pi over the rotation period [rad/day]; infinite when that is 0.
     double GetAngVelocity(const SSO_ID& id);
+    /// Right ascension and declination of the north pole and prime-meridian angle [rad].
     bool GetPolarAxes(const SSO_ID& id, double* out);
+    /// Sidereal orbital period [day]; -1.0 for an open orbit and for an unknown body.
     double GetOrbitalPeriod(const SSO_ID& id);
+    /// Mean length of the body's day from noon to noon [day]; -1.0 when its rotation is not
+    /// known.
     double GetSolarDay(const SSO_ID& id);
     /// Constellation of a direction on the true equator of date: 0 to 87 in the alphabetical
     /// order of the Latin names, 255 (as an unsigned byte) for none.
@@ -275,6 +322,8 @@ class SOLSYS_API CSWSolSys {
 
   private:
     struct Model;
+    class Positions;  // where the states come from
+    class Lunations;  // the new Moons around the instant
     std::unique_ptr<Model> model_;
 };
 
