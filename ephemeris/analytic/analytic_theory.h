@@ -20,10 +20,10 @@ namespace solsys {
 
 // The heliocentric state of planet 1 (Mercury) to 9 (Pluto); 3 is the Earth itself, the
 // planets from Mars outwards stand for their systems. False for any other number. Without
-// velocity, which costs about a third more, out.v is zero.
+// velocity, in 0.6 of the time, out.v is zero and out.r the same bits.
 bool analytic_planet(int planet, Instant t, bool with_velocity, State& out);
 
-// The geocentric state of the Moon. Without velocity out.v is zero.
+// The geocentric state of the Moon; velocity as above.
 bool analytic_moon(Instant t, bool with_velocity, State& out);
 
 // The Sun relative to the barycentre of the solar system, with velocity; good to 2e-6 au.
