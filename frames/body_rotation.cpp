@@ -1,0 +1,131 @@
+#include "frames/body_rotation.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+#include "core/constants.h"
+#include "frames/rotation_series.h"
+#include "solsys/earth_orientation.h"
+#include "solsys/toolkit.h"
+
+namespace solsys {
+namespace {
+
+struct CosSin {
+    double c, s;
+};
+
+CosSin cos_sin(double angle) { return {std::cos(angle), std::sin(angle)}; }
+
+// The leg of a unit right triangle; a hypotenuse rounded below its other leg gives 0.
+double other_leg(double leg) { return std::sqrt(std::max(0.0, 1.0 - leg * leg)); }
+
+// The cosine from the sine, negative in the second and third quadrants.
+CosSin fast_cos_sin(double angle) {
+    const double s = fmSin(angle);
+    const double quadrant = std::fmod(std::trunc(std::fabs(angle) * 2.0 / kPi), 4.0);
+    return {quadrant == 1.0 || quadrant == 2.0 ? -other_leg(s) : other_leg(s), s};
+}
+
+// Columns of the result: the prime meridian's equator point, the point 90 degrees east of it,
+// and the pole.
+Mat3 body_matrix(CosSin alpha, CosSin delta, CosSin w) {
+    return {{-w.c * alpha.c - w.s * delta.s * alpha.s, w.s * alpha.c - w.c * delta.s * alpha.s,
+             delta.c * alpha.s},
+            {w.c * alpha.s - w.s * delta.s * alpha.c, -w.s * alpha.s - w.c * delta.s * alpha.c,
+             delta.c * alpha.c},
+            {w.s * delta.c, w.c * delta.c, delta.s}};
+}
+
+CosSin decode(double e) {
+    const double c = std::clamp(e > 0 ? e - 2.0 : e + 2.0, -1.0, 1.0);
+    return {c, e > 0 ? other_leg(c) : -other_leg(c)};
+}
+
+}  // namespace
+
+Mat3 body_matrix_from_encoded(double e, double sin_dec, double w) {
+    return body_matrix(decode(e), {other_leg(sin_dec), sin_dec}, fast_cos_sin(w));
+}
+
+Mat3 body_matrix_from_angles(double alpha, double delta, double w) {
+    return body_matrix(cos_sin(alpha), cos_sin(delta), cos_sin(w));
+}
+
+Mat3 body_matrix_from_pole(double pole_ra, double pole_dec, double w) {
+    // alpha = pi/2 - right ascension: its cosine and sine are those of the latter exchanged.
+    const auto [c, s] = cos_sin(pole_ra);
+    return body_matrix({s, c}, cos_sin(pole_dec), cos_sin(w));
+}
+
+namespace {
+
+struct TableRow {
+    int row;
+    int body;
+    double alpha0, alpha1, delta0, delta1, w0, w1, w_t;
+};
+constexpr TableRow kTable[] = {
+#include "rotation_table.inc"
+};
+constexpr int kRows = 46;
+static_assert(std::size(kTable) == kRows);
+
+constexpr int kEarthRow = 3;
+constexpr int kMoonRow = 10;
+constexpr int kMoon = 301;
+constexpr double kTableUnit = 3652500.0;  // day: ten thousand Julian years
+
+RotationAngles table_angles(int row, double d) {
+    if (row < 1 || row > kRows) return {0.0, 0.0, 0.0};
+
+    const double t = d / kTableUnit;
+    if (row == kMoonRow) return *rotation_series(kMoon, t, d);
+    const TableRow& e = kTable[row - 1];
+    return {e.alpha0 + e.alpha1 * t, e.delta0 + e.delta1 * t,
+            e.w0 + std::fmod(e.w1 * d, 360.0) + e.w_t * t};
+}
+
+}  // namespace
+}  // namespace solsys
+
+double EncodeRightAscension(double angle) {
+    return std::sin(angle) >= 0 ? std::cos(angle) + 2.0 : std::cos(angle) - 2.0;
+}
+
+void DecodeRightAscension(double e, double* cosine, double* sine) {
+    const auto [c, s] = solsys::decode(e);
+    *cosine = c;
+    *sine = s;
+}
+
+BodyRotationParams EncodeBodyRotation(double pole_ra, double pole_dec, double w0, double rate) {
+    return {static_cast<float>(EncodeRightAscension(solsys::kHalfPi - pole_ra)),
+            static_cast<float>(std::sin(pole_dec)), static_cast<float>(w0),
+            static_cast<float>(rate)};
+}
+
+short PlanetographicalIndex(int body) {
+    for (const auto& row : solsys::kTable) {
+        if (row.body == body) return static_cast<short>(row.row);
+    }
+    return 0;
+}
+
+void PlanetographicalMatrix(int day, double fraction, short body, const double* m,
+                            double* out_transposed, double* out) {
+    using namespace solsys;
+    Mat3 equator_from_body{};
+    if (body == kEarthRow) {
+        const double theta = SiderialTime(true, day, fraction);
+        equator_from_body = rotate_z(-theta);
+    } else {
+        const double d = (day - kJ2000Day) + fraction;
+        const auto [alpha, delta, w] = table_angles(body, d);
+        equator_from_body = load_matrix(m) * body_matrix_from_pole(
+                                                 kDegree * alpha, kDegree * delta, kDegree * w);
+    }
+    store(transpose(equator_from_body), out_transposed);
+    store(equator_from_body, out);
+}
