@@ -29,6 +29,9 @@ FrameSet frames_at(Instant t, bool observer_on_earth, PrecessionSource precessio
                    NutationSource nutation);
 
 // J2000 equator to galactic axes.
-extern const Mat3 kGalFromJ2000;
+inline constexpr Mat3 kGalFromJ2000{
+    {-0.05551151475432439, -0.872876934443017, -0.484772450792164},
+    {0.493822968634106, -0.445982449865116, 0.746484112397383},
+    {-0.86778876887125, -0.197953306943002, 0.455803840364746}};
 
 }  // namespace solsys

@@ -33,7 +33,8 @@ struct ObserverState {
 // What SaveT3Data keeps: the instant and all that follows from it and from the observer.
 struct ModelInstant {
     Instant now{kJ2000Day, 0.0};
-    double frame_time = -1.0;     // Julian date of the frames; -1: never computed
+    bool has_frames = false;      // whether the frames have been computed yet
+    double frame_time = -1.0;     // Julian date of the frames
     bool frames_on_earth = true;  // whether they hold nutation
     FrameSet frames;
     ObserverState observer;
@@ -45,6 +46,12 @@ struct VisibleMatrices {
     using Plain = std::array<double, 9>;
     Plain cur_from_j2000, ecl_from_j2000, ecl_from_cur, precession, nutation, horizon, ecl2k;
 };
+
+// The rotation that a host registered for a body, or for all bodies of its type (number -1);
+// null when there is neither.
+const BodyRotationParams* registered_rotation(const SSO_ID& body);
+// Equator of J2000 from the body-fixed frame at an instant by such an entry.
+Mat3 j2000_from_registered(const BodyRotationParams& rotation, Instant t);
 
 struct SpacecraftTrack {
     std::vector<SpacecraftRecord> records;  // ascending epochs
@@ -111,8 +118,16 @@ struct CSWSolSys::Model {
         const auto* object = objects.find(solsys::key_of(id));
         return object != nullptr ? object->get() : nullptr;
     }
+    [[nodiscard]] SSO_ID observer_body() const {
+        return {current.observer.record.body_type, current.observer.record.body_number};
+    }
     [[nodiscard]] bool observer_on_earth() const {
         return current.observer.record.body_type == SSO_PLNT &&
                current.observer.record.body_number == 3;
     }
+
+    // Makes the frames belong to the current instant and the observer's body.
+    void update_frames();
+    // Copies the matrices that hosts look at.
+    void refresh_visible();
 };

@@ -152,7 +152,7 @@ class SOLSYS_API CSWSolSys {
     /// the J2000 equator.
     void TransferLocationVec(const double* in, char from, double* out, char to) const;
     /// A spherical location into another frame code, in place.
-    void TransferLocationCoor(SphCoor* location, char to) const;
+    void TransferLocationCoor(SphCoor* location, char to);
     /// A direction between two view frames: 0 equator of date, 1 local horizon, 2 body frame,
     /// 3 orbit frame, 4 ecliptic of date, 5 to 7 galactic.
     void TransferViewVec(const double* in, char from, double* out, char to) const;
@@ -324,6 +324,11 @@ class SOLSYS_API CSWSolSys {
     struct Model;
     class Positions;  // where the states come from
     class Lunations;  // the new Moons around the instant
+
+    // All that follows from the observer's record at the current instant.
+    void DeriveObserver();
+    void PlaceOnSurface();
+
     std::unique_ptr<Model> model_;
 };
 

@@ -1,0 +1,327 @@
+// The life of a model: construction, bodies, instants, the save slot.
+#include "solsys/solar_system.h"
+
+#include <cmath>
+#include <limits>
+#include <new>
+#include <optional>
+
+#include "ephemeris/analytic/analytic_theory.h"
+#include "solsys/calendar.h"
+#include "solsys/catalogue_table.h"
+#include "solsys/earth_orientation.h"
+#include "solsys/model.h"
+#include "solsys/platform.h"
+#include "solsys/time_scales.h"
+
+using solsys::Instant;
+using solsys::Mat3;
+
+namespace {
+
+// Instants closer than this are the same to the frames [day].
+constexpr double kSameInstant = 1e-8;
+// A zero is sought to one second [day].
+constexpr double kOneSecond = 1.1574074074074073e-5;
+
+constexpr int kMoon = 301;
+// The Moon's velocity without an ephemeris is a difference over this step [day] ...
+constexpr double kMoonStep = 0.00027;
+constexpr double kPerMoonStep = 3703.7037037037035;  // ... and its reciprocal [1/day]
+
+// (433) Eros at 2000 June 5, 0 h.
+constexpr Elements kEros{.q = 1.4582862,
+                         .e = 0.22281396,
+                         .i = 0.18900050042128208,
+                         .node = 5.312988244282352,
+                         .peri = 3.117914190507007,
+                         .n = 0,  // the square root of:
+                         .M = 2.525874597219778,
+                         .epochFraction = 0,
+                         .epochDay = 0};
+constexpr double kErosMotionSquared = 9.541893938886165e-5;  // (rad/day)^2
+constexpr double kErosGm = 2.0067522484920783e-18;           // au^3/day^2
+
+// The instant day + fraction with its fraction in [0, 1) after Julian date 0 and in (-1, 0]
+// before; nothing when it is not finite or its day is no int.
+std::optional<Instant> normalised(int day, double fraction) {
+    const double whole = std::trunc(day + fraction);
+    if (!(whole >= std::numeric_limits<int>::min() && whole <= std::numeric_limits<int>::max()))
+        return std::nullopt;
+    Instant t{static_cast<int>(whole), (day - whole) + fraction};
+    // The sum rounds to a whole day just below it: take the day back.
+    if (t.fraction < 0 && t.day > 0) {
+        t.fraction += 1;
+        if (t.fraction < 1) {
+            --t.day;
+        } else {
+            t.fraction = 0;
+        }
+    }
+    return t;
+}
+
+// Geocentric Moon of the built-in theory.
+int built_in_moon(int day, double fraction, bool velocity, double* out) {
+    solsys::State now{};
+    if (!solsys::analytic_moon({day, fraction}, false, now)) return SS_UNKNOWN;
+    if (velocity) {
+        solsys::State later{};
+        if (!solsys::analytic_moon({day, fraction + kMoonStep}, false, later))
+            return SS_UNKNOWN;
+        store(kPerMoonStep * (later.r - now.r), out + 3);
+    }
+    store(now.r, out);
+    return SS_OK;
+}
+
+template <class Theory>
+bool create(std::unique_ptr<Theory>& theory) {
+    if (!theory) theory.reset(new (std::nothrow) Theory);
+    return theory != nullptr;
+}
+
+bool create_theories(solsys::SatelliteTheories& all) {
+    return create(all.mars) && create(all.jupiter) && create(all.saturn) &&
+           create(all.uranus) && create(all.neptune) && create(all.pluto) && create(all.eris) &&
+           create(all.haumea);
+}
+
+const SatTheory* theory_of_planet(const solsys::SatelliteTheories& all, int planet) {
+    switch (planet) {
+        case 4:
+            return &all.mars->AsTheory();
+        case 5:
+            return &all.jupiter->AsTheory();
+        case 6:
+            return &all.saturn->AsTheory();
+        case 7:
+            return &all.uranus->AsTheory();
+        case 8:
+            return &all.neptune->AsTheory();
+        case 9:
+            return &all.pluto->AsTheory();
+        case 12:
+            return &all.eris->AsTheory();
+        case 14:
+            return &all.haumea->AsTheory();
+        default:
+            return nullptr;
+    }
+}
+
+std::unique_ptr<SS_Object> make_object(const solsys::BodyRow& row, SS_Object* parent,
+                                       DE_EvalState* ephemeris,
+                                       const solsys::SatelliteTheories& theories) {
+    const SS_BodyData data{.number = row.number,
+                           .radius_km = row.radius_km,
+                           .orbital_period = row.orbital_period,
+                           .rotation_period = row.rotation_period,
+                           .flattening = row.flattening,
+                           .gm = row.gm,
+                           .reserved = 0,
+                           .magnitude = row.magnitude,
+                           .rotation = row.rotation};
+    if (row.type == SSO_MOON) {
+        if (row.number != kMoon)
+            return std::make_unique<SS_MoonObject>(
+                data, parent, theory_of_planet(theories, row.parent_number));
+        auto moon = std::make_unique<SS_MoonObject>(data, parent, ephemeris);
+        moon->SetPositionCallback(built_in_moon);
+        return moon;
+    }
+    if (row.number < 9 || row.number == 10)
+        return std::make_unique<SS_PlanetObject>(data, parent, ephemeris);
+    return std::make_unique<SS_DwarfPlanetObject>(data, parent, ephemeris);
+}
+
+// An ephemeris that opens after the objects were made without one.
+void hand_over(SS_Object& object, std::int32_t type, DE_EvalState* ephemeris) {
+    if (type == SSO_PLNT) {
+        static_cast<SS_PlanetObject&>(object).SetEphemeris(ephemeris);
+    } else if (object.Number() == kMoon) {
+        static_cast<SS_MoonObject&>(object).SetEphemeris(ephemeris);
+    }
+}
+
+}  // namespace
+
+CSWSolSys::CSWSolSys() : model_(std::make_unique<Model>()) {
+    ET_UT::Init(nullptr);
+    Model& m = *model_;
+
+    double matrix[9];
+    double obliquity = 0, d_epsilon = 0, d_psi = 0;
+    Nutation(solsys::kJ2000Day, 0.0, matrix, &obliquity, &d_epsilon, &d_psi);
+    m.ecl2k_from_j2000 = solsys::rotate_x(obliquity);
+
+    int day = 0;
+    double fraction = 0, zeta = 0, z = 0, theta = 0;
+    BJ('B', 1850, &day, &fraction);
+    Precession(solsys::kJ2000Day, 0.0, day, fraction, matrix, &zeta, &z, &theta);
+    m.jd_b1850 = day + fraction;
+    m.b1850_from_j2000 = solsys::load_matrix(matrix);
+
+    m.current.observer.record.body_type = SSO_PLNT;
+    m.current.observer.record.body_number = 3;
+    m.refresh_visible();
+}
+
+CSWSolSys::~CSWSolSys() {
+    model_.reset();
+    ET_UT::Finish();
+}
+
+bool CSWSolSys::InitSys(const char* path) {
+    Model& m = *model_;
+    if (!create_theories(m.theories)) return false;
+
+    const bool opened_now = !m.ephemeris && DE_Ephemeris::open(path);
+    if (opened_now) m.ephemeris = std::make_unique<DE_EvalState>();
+
+    for (int number = solsys::kFirstBody; number > 0;
+         number = solsys::next_catalogue_number(number)) {
+        const solsys::BodyRow& row = *solsys::catalogue_row(number);
+        const std::uint64_t key = solsys::key_of(row.type, row.number);
+        if (const auto* present = m.objects.find(key)) {
+            if (opened_now) hand_over(**present, row.type, m.ephemeris.get());
+            continue;
+        }
+        SS_Object* parent = m.find(SSO_ID(SSO_PLNT, row.parent_number));
+        m.objects.insert(key, make_object(row, parent, m.ephemeris.get(), m.theories));
+    }
+
+    m.observer_object = m.find(m.observer_body());
+    m.sun = m.find(SSO_ID(SSO_PLNT, 10));
+    m.earth = m.find(SSO_ID(SSO_PLNT, 3));
+    m.moon = m.find(SSO_ID(SSO_MOON, kMoon));
+
+    m.eros = kEros;
+    m.eros.n = std::sqrt(kErosMotionSquared);
+    m.eros_gm = kErosGm;
+    int day = 0;
+    DJ(&day, &m.eros.epochFraction, 2000, 6, 5, 0, 0, 0.0);
+    m.eros.epochDay = day;
+    return true;
+}
+
+void CSWSolSys::SetTime(int day, double fraction, bool updateFrames) {
+    Model& m = *model_;
+    if (std::isnan(fraction)) {
+        PrintDebugString("SetTime(): tj is NaN!\n");
+        fraction = 0.0;
+    }
+    const Instant& now = m.current.now;
+    const double change = (double{1.0} * now.day - day) + (now.fraction - fraction);
+    if (std::fabs(change) < kSameInstant) {
+        // A new model stands at J2000.0 without frames.
+        if (updateFrames && !m.current.has_frames) m.update_frames();
+        return;
+    }
+    const std::optional<Instant> t = normalised(day, fraction);
+    if (!t) {
+        PrintDebugString("SetTime(): instant out of range\n");
+        return;
+    }
+    m.current.now = *t;
+    if (updateFrames) m.update_frames();
+}
+
+void CSWSolSys::UpdateSys(int day, double fraction) {
+    SetTime(day, fraction, true);
+    model_->update_frames();  // the instant may have come here before without its frames
+    DeriveObserver();
+}
+
+void CSWSolSys::SetT3(int day, double fraction) {
+    UpdateSys(day, fraction);
+    SaveT3Data();
+    // The slot keeps the instant in the caller's own split, when the model took it.
+    const Instant& now = model_->current.now;
+    if (std::fabs((double{1.0} * now.day - day) + (now.fraction - fraction)) < kSameInstant)
+        model_->saved.now = {day, fraction};
+}
+
+void CSWSolSys::SaveT3Data() {
+    model_->saved = model_->current;
+    model_->has_saved = true;
+}
+
+void CSWSolSys::RestoreT3Data() {
+    Model& m = *model_;
+    if (!m.has_saved) return;
+    m.current = m.saved;
+    m.observer_object = m.find(m.observer_body());
+    m.refresh_visible();
+}
+
+void CSWSolSys::GetTime(int* day, double* fraction) const {
+    *day = model_->current.now.day;
+    *fraction = model_->current.now.fraction;
+}
+
+double CSWSolSys::FindNewMoon(double t1, double t2, InstantFn f, void* context) {
+    constexpr const char* kError = "CSWSolSys::FindNewMoon() error\n";
+    SaveT3Data();
+    double f1 = f(*this, t1, context);
+    double f2 = f(*this, t2, context);
+    if (f1 * f2 > 0) {
+        RestoreT3Data();
+        PrintDebugString(kError);
+        return -1.0;
+    }
+    do {
+        const double t = (f1 * t2 - f2 * t1) / (f1 - f2);
+        const double v = f(*this, t, context);
+        // An iterate that repeats an end cannot be improved in double precision: the zero is
+        // within a rounding of it, and the bracket would never shrink to a second.
+        if (v == 0 || t == t1 || t == t2) {
+            t1 = t;
+            break;
+        }
+        if (v * f1 > 0) {
+            t1 = t, f1 = v;
+        } else {
+            t2 = t, f2 = v;
+        }
+    } while (t2 - t1 > kOneSecond);
+    RestoreT3Data();
+    if (t1 < 0) PrintDebugString(kError);
+    return t1;
+}
+
+void CSWSolSys::SetPrecessionFunction(PrecessionFn function) {
+    model_->precession = function;
+    model_->current.has_frames = false;
+}
+
+void CSWSolSys::SetNutationFunction(NutationFn function) {
+    model_->nutation = function;
+    model_->current.has_frames = false;
+}
+
+bool CSWSolSys::HasEphemeris() const { return model_->ephemeris != nullptr; }
+
+void CSWSolSys::Model::update_frames() {
+    const bool on_earth = observer_on_earth();
+    const double jd = current.now.jd();
+    if (current.has_frames && current.frames_on_earth == on_earth &&
+        std::fabs(jd - current.frame_time) <= kSameInstant)
+        return;
+    current.frames = solsys::frames_at(current.now, on_earth, precession, nutation);
+    current.has_frames = true;
+    current.frame_time = jd;
+    current.frames_on_earth = on_earth;
+    refresh_visible();
+}
+
+void CSWSolSys::Model::refresh_visible() {
+    const solsys::FrameSet& f = current.frames;
+    store(f.cur_from_j2000, visible.cur_from_j2000.data());
+    store(f.ecl_from_j2000, visible.ecl_from_j2000.data());
+    store(f.ecl_from_tod, visible.ecl_from_cur.data());
+    store(f.mod_from_j2000, visible.precession.data());
+    store(f.tod_from_mod, visible.nutation.data());
+    store(current.observer.body_from_horizon, visible.horizon.data());
+    store(ecl2k_from_j2000, visible.ecl2k.data());
+}

@@ -1,0 +1,118 @@
+// Locations and directions between frames named by a code.
+#include "solsys/model.h"
+#include "solsys/toolkit.h"
+
+using solsys::Mat3;
+using solsys::Vec3;
+
+namespace {
+
+// Distance of the Sun from the centre of the Galaxy [au].
+constexpr double kGalacticCentre = 1753250853.1003194;
+
+// Codes of TransferViewVec.
+enum ViewFrame : char {
+    kViewEquator = 0,
+    kViewHorizon = 1,
+    kViewBody = 2,
+    kViewOrbit = 3,
+    kViewEcliptic = 4,
+    kViewGalactic = 5,
+    kViewGalacticLast = 7
+};
+
+// The frame of a location code from the J2000 equator.
+Mat3 location_from_j2000(char code, const solsys::FrameSet& f, const solsys::ObserverState& o,
+                         const Mat3& ecl2k_from_j2000) {
+    switch (code) {
+        case LOCATION_BODY:
+            return o.orbit_from_j2000;
+        case LOCATION_BODY_FIXED: {
+            const bool on_sun = o.record.body_type == SSO_PLNT && o.record.body_number == 10;
+            return on_sun ? f.ecl_from_j2000 : o.body_from_j2000;
+        }
+        case LOCATION_SURFACE:
+            return transpose(o.cur_from_body) * f.cur_from_j2000;
+        case LOCATION_HELIOCENTRIC:
+            return f.ecl_from_j2000;
+        case LOCATION_GALACTIC:
+        case LOCATION_GALACTIC_SUN:
+        case LOCATION_GALACTOCENTRIC:
+            return f.gal_from_j2000;
+        case LOCATION_ECLIPTIC_2K:
+            return ecl2k_from_j2000;
+        case LOCATION_EQUATOR_CUR:
+            return f.cur_from_j2000;
+        default:
+            return solsys::kIdentity;
+    }
+}
+
+// The frame of a view code from the equator of date.
+Mat3 view_from_cur(char code, const solsys::FrameSet& f, const solsys::ObserverState& o,
+                   bool on_earth) {
+    switch (code) {
+        case kViewEquator:
+            return solsys::kIdentity;
+        case kViewHorizon:
+            return transpose(o.cur_from_body * o.body_from_horizon);
+        case kViewBody:
+            // The Earth's body frame is the equator of date itself.
+            return on_earth ? solsys::kIdentity
+                            : o.body_from_j2000 * transpose(f.cur_from_j2000);
+        case kViewOrbit:
+            return o.orbit_from_j2000 * transpose(f.cur_from_j2000);
+        case kViewEcliptic:
+            return f.ecl_from_tod;
+        default:
+            return code >= kViewGalactic && code <= kViewGalacticLast ? f.gal_from_cur
+                                                                      : solsys::kIdentity;
+    }
+}
+
+}  // namespace
+
+void CSWSolSys::TransferLocationVec(const double* in, char from, double* out, char to) const {
+    const Model& m = *model_;
+    const solsys::FrameSet& f = m.current.frames;
+    const solsys::ObserverState& o = m.current.observer;
+    const Vec3 j2000 =
+        transpose_times(location_from_j2000(from, f, o, m.ecl2k_from_j2000), solsys::load(in));
+    store(location_from_j2000(to, f, o, m.ecl2k_from_j2000) * j2000, out);
+}
+
+void CSWSolSys::TransferLocationCoor(SphCoor* location, char to) {
+    if (location == nullptr) return;
+    const SS_Object* object = model_->observer_object;
+    double flattening = object != nullptr ? object->Flattening() : 0.0;
+    const double known =
+        object != nullptr ? object->RadiusKm() : GetRadiEq(model_->observer_body());
+    const double radius = (known > 0 ? known : 1.0) * solsys::kAuPerKm;
+
+    double v[3];
+    if (location->frame == LOCATION_SURFACE) {
+        Plg2Plc(radius, flattening, location->location, v);
+    } else {
+        sfp1(location->location, v);
+    }
+    if (location->frame == LOCATION_GALACTOCENTRIC) v[0] -= kGalacticCentre;
+
+    TransferLocationVec(v, location->frame, v, to);
+
+    if (to == LOCATION_GALACTOCENTRIC) v[0] += kGalacticCentre;
+    if (to == LOCATION_SURFACE) {
+        Plc2Plg(radius, flattening, v, location->location);
+    } else {
+        psf1(v, Vmod(v, 3), location->location);
+    }
+    location->frame = to;
+}
+
+void CSWSolSys::TransferViewVec(const double* in, char from, double* out, char to) const {
+    const Model& m = *model_;
+    const solsys::FrameSet& f = m.current.frames;
+    const solsys::ObserverState& o = m.current.observer;
+    const bool on_earth = m.observer_on_earth();
+    const Vec3 cur = transpose_times(view_from_cur(from, f, o, on_earth), solsys::load(in));
+    store(view_from_cur(to, f, o, on_earth) * cur, out);
+}
