@@ -14,11 +14,14 @@ struct Instant {
     [[nodiscard]] constexpr double jd() const { return day + fraction; }
 };
 
-// t - reference in days, without the loss of forming either sum.
+// t - reference in days, without the loss of forming either sum. Any two days: the whole days
+// are subtracted as doubles, exactly.
 constexpr double days_between(Instant reference, Instant t) {
-    return (t.day - reference.day) + (t.fraction - reference.fraction);
+    return (static_cast<double>(t.day) - reference.day) + (t.fraction - reference.fraction);
 }
-constexpr double days_since_j2000(Instant t) { return (t.day - kJ2000Day) + t.fraction; }
+constexpr double days_since_j2000(Instant t) {
+    return (static_cast<double>(t.day) - kJ2000Day) + t.fraction;
+}
 constexpr double centuries_since_j2000(Instant t) {
     return days_since_j2000(t) / kDaysPerJulianCentury;
 }

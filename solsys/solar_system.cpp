@@ -211,9 +211,7 @@ void CSWSolSys::SetTime(int day, double fraction, bool updateFrames) {
         PrintDebugString("SetTime(): tj is NaN!\n");
         fraction = 0.0;
     }
-    const Instant& now = m.current.now;
-    const double change = (double{1.0} * now.day - day) + (now.fraction - fraction);
-    if (std::fabs(change) < kSameInstant) {
+    if (std::fabs(days_between({day, fraction}, m.current.now)) < kSameInstant) {
         // A new model stands at J2000.0 without frames.
         if (updateFrames && !m.current.has_frames) m.update_frames();
         return;
@@ -237,8 +235,7 @@ void CSWSolSys::SetT3(int day, double fraction) {
     UpdateSys(day, fraction);
     SaveT3Data();
     // The slot keeps the instant in the caller's own split, when the model took it.
-    const Instant& now = model_->current.now;
-    if (std::fabs((double{1.0} * now.day - day) + (now.fraction - fraction)) < kSameInstant)
+    if (std::fabs(days_between({day, fraction}, model_->current.now)) < kSameInstant)
         model_->saved.now = {day, fraction};
 }
 
