@@ -1,0 +1,129 @@
+// Choosing, mapping and replacing the process's DE file.
+#include "platform/file.h"
+
+#include <mutex>
+#include <new>
+#include <string>
+#include <utility>
+
+#include "ephemeris/de/open_file.h"
+#include "platform/clock.h"
+#include "solsys/platform.h"
+
+namespace solsys {
+
+constinit OpenDeFile de_file;
+
+namespace {
+
+constexpr std::uint32_t kReplaceWait = 100000;  // microseconds: evaluations end within it
+
+// Opening, clearing and replacing from several threads take turns; evaluations never wait here.
+std::mutex de_file_mutex;
+
+std::string in_folder(const std::string& folder, const std::string& name) {
+    return folder + kPathSeparator + name;
+}
+
+// The DE file of a folder that covers most time; the first by name of equal ones, or empty.
+std::string longest_in_folder(const std::string& folder) {
+    std::string best;
+    double longest = 0;
+    for (const std::string& name : list_files(folder)) {
+        const std::string path = in_folder(folder, name);
+        const auto header = DE_Ephemeris::readHeader(path.c_str());
+        if (!header) continue;
+        const double covered = header->end_jd - header->start_jd;
+        if (covered > longest) {
+            longest = covered;
+            best = path;
+        }
+    }
+    return best;
+}
+
+std::string default_file() {
+    const std::string folder = in_folder(StarwickPath::GetWorkPath(), "de441pc");
+    const std::string complete = in_folder(folder, "binm5000-p10000.408");
+    return is_readable_file(complete) ? complete : in_folder(folder, "binp0999-3000.406");
+}
+
+std::string choose_file(const std::string& path) {
+    if (!is_folder(path) && DE_Ephemeris::readHeader(path.c_str())) return path;
+    if (!path.empty()) {
+        std::string found = longest_in_folder(path);
+        if (!found.empty()) return found;
+    }
+    return default_file();
+}
+
+bool map_file(const std::string& path) {
+    if (!is_readable_file(path)) {
+        PrintDebugString("Ephemeris file not found:\n%s", path.c_str());
+        return false;
+    }
+    auto header = DE_Ephemeris::readHeader(path.c_str());
+    if (!header) return false;
+
+    std::uint32_t error = 0;
+    MappedFile mapping = MappedFile::open(path, &error);
+    if (mapping.data() == nullptr) {
+        PrintDebugString("Ephemeris mapping error: 0x%x (%d)", error, static_cast<int>(error));
+        return false;
+    }
+    // The file may have changed since its header was checked.
+    const std::int64_t count = data_records(*header);
+    if (mapping.size() / static_cast<std::int64_t>(sizeof(double)) / header->ncoeff < count + 2)
+        return false;
+
+    de_file.mapping = std::move(mapping);
+    de_file.records = static_cast<const double*>(de_file.mapping.data());
+    de_file.time_range[0] = header->start_jd;
+    de_file.time_range[1] = header->end_jd;
+    de_file.count = count;
+    de_file.per_span = 1.0 / header->span;
+    de_file.per_au = 1.0 / header->au_km;
+    de_file.moon_share = 1.0 / (header->emrat + 1.0);
+    de_file.header = std::move(*header);
+    ++de_file.generation;
+    return true;
+}
+
+bool open_file(const char* path) {
+    if (de_file.records != nullptr) return true;
+    try {
+        return map_file(choose_file(path != nullptr ? path : ""));
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+void close_file() {
+    de_file.records = nullptr;
+    de_file.mapping.unmap();
+}
+
+}  // namespace
+}  // namespace solsys
+
+bool DE_Ephemeris::open(const char* path) {
+    const std::lock_guard lock(solsys::de_file_mutex);
+    return solsys::open_file(path);
+}
+
+void DE_Ephemeris::clear() {
+    const std::lock_guard lock(solsys::de_file_mutex);
+    solsys::close_file();
+}
+
+double* DE_Ephemeris::getTimeRange() { return solsys::de_file.time_range; }
+
+bool DE_Ephemeris::replaceEphemeris(const char* path) {
+    const std::lock_guard lock(solsys::de_file_mutex);
+    solsys::de_file.replacing = true;
+    solsys::sleep_microseconds(solsys::kReplaceWait);
+    solsys::close_file();
+    const bool opened = solsys::open_file(path);
+    solsys::de_file.replacing = false;
+    return opened;
+}
