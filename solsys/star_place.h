@@ -20,21 +20,27 @@ struct StarPlace {
     double distance;  // [au]; -1: no parallax
 };
 
-// The star's J2000 direction moved by `years` of proper motion and radial velocity, seen from
-// the heliocentric position (parallax); not normalised, and of length 1 + radial motion.
+// Place and motion of a star at J2000.0, as in StarObject; above 999998: unknown.
+struct StarCoordinates {
+    double ra, dec;          // [rad]
+    double pm_ra, pm_dec;    // d(ra)/dt, d(dec)/dt [rad/year]; an unknown one counts as zero
+    double parallax;         // [rad]; used when positive and known
+    double radial_velocity;  // [km/s]; used when known, with the parallax
+};
+
+// The star's direction after `years` of proper motion and radial velocity, from the
+// heliocentric position of its observer; of about unit length.
 struct StarMotion {
     Vec3 p;
-    double parallax;  // [rad]; 0: none
+    double parallax;  // the one used [rad]; 0: none
 };
-StarMotion moved_star(double ra, double dec, double pm_ra, double pm_dec, double parallax,
-                      double radial_velocity, double years, Vec3 observer_position);
+StarMotion moved_star(const StarCoordinates& star, double years, Vec3 observer_position);
 
 // Gravitational deflection of a unit direction by the Sun, for an observer at a heliocentric
 // position; not normalised. At the Sun's centre there is none.
 Vec3 deflected_by_sun(Vec3 direction, Vec3 observer_position);
 
-// Relativistic aberration of a direction, not normalised for a direction of other than unit
-// length.
+// Relativistic aberration. A unit direction gives a unit one; another length is not normalised.
 constexpr Vec3 aberrated(Vec3 p, Vec3 beta, double reciprocal_lorentz) {
     const double f = dot(p, beta);
     return (1.0 / (1.0 + f)) *

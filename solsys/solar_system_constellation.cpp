@@ -1,0 +1,18 @@
+#include "solsys/constellation_table.h"
+#include "solsys/model.h"
+#include "solsys/toolkit.h"
+
+char CSWSolSys::RADecInConstell(double ra, double dec) const {
+    const double place[3] = {1.0, ra, dec};
+    double of_date[3];
+    sfp(place, of_date);
+    const solsys::Vec3 j2000 =
+        transpose_times(model_->current.frames.cur_from_j2000, solsys::load(of_date));
+    // The boundaries are drawn for B1875.0; the model looks them up at B1850.0, and so agrees
+    // with its published answers along boundaries.
+    double b1850[3];
+    store(model_->b1850_from_j2000 * j2000, b1850);
+    double there[3];
+    psf1(b1850, 1.0, there);
+    return static_cast<char>(solsys::constellation_of(there[1], there[2]));
+}
