@@ -10,14 +10,30 @@
 /// of Espenak & Meeus 2006 (NASA/TP-2006-214141) before, constant after the last leap second.
 namespace ET_UT {
 
+/// One segment of a long-term Delta T parabola or cubic: c0 + c1 T + c2 T^2 + c3 T^3 [s]
+/// between two Julian day numbers. Kept with the model for callers; `Get` does not use them.
+class SOLSYS_API ET_UT_Poly {
+  public:
+    virtual ~ET_UT_Poly();
+
+    int start_day = 0;
+    int end_day = 0;
+    double c0 = 0, c1 = 0, c2 = 0, c3 = 0;
+};
+
 /// Registers a user of the model; the argument is ignored. \return true
 SOLSYS_API bool Init(const char* path);
-/// Ends a registration; without one it changes nothing.
+/// Ends a registration; without one it changes nothing. Both may be called from any thread.
 SOLSYS_API void Finish();
-/// Delta T [s] at an instant. Never fails; an instant that is not a number gives the value of
-/// the last table entry.
+/// Delta T [s] at an instant; needs no registration. An instant that is not a number gives the
+/// last value of the table.
 SOLSYS_API double Get(int day, double fraction);
-/// A UT Julian date as a split dynamical one; the fraction may exceed 1.
+/// A UT Julian date as a split dynamical one; the fraction may exceed 1. What is not finite, or
+/// beyond the range of a day number, comes back as the fraction of day 0.
 SOLSYS_API void UT2ET(double jd, int& day, double& fraction);
+
+/// The six segments, the last one the parabola from 1820 that meets the table's last value a
+/// year after its last key (T in centuries from JD 2385801); null while no user is registered.
+SOLSYS_API const ET_UT_Poly* GetSegments();
 
 }  // namespace ET_UT

@@ -1,0 +1,119 @@
+#include "solsys/calendar.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double kGregorianStart = 2299161;  // noon of 1582 October 15
+
+// Beyond any date that the calendar arithmetic means anything for.
+constexpr double kLargestDay = 2e9;
+
+bool is_gregorian(int year, int month, int day) {
+    if (year != 1582) return year > 1582;
+    if (month != 10) return month > 10;
+    return day >= 15;
+}
+
+short to_short(double value) {
+    return static_cast<short>(std::clamp<double>(value, std::numeric_limits<short>::min(),
+                                                 std::numeric_limits<short>::max()));
+}
+
+void split(double jd, int* day, double* fraction) {
+    *day = static_cast<int>(jd);
+    *fraction = jd - *day;
+}
+
+}  // namespace
+
+void DJ(int* day, double* fraction, short year, short month, short day_of_month, short hour,
+        short minute, double second) {
+    const int astronomical_year = year < 1 ? year + 1 : year;
+    int y = astronomical_year;
+    int m = month;
+    if (m < 3) {
+        y -= 1;
+        m += 12;
+    }
+    double b = 0;
+    if (is_gregorian(astronomical_year, month, day_of_month)) {
+        const double century = y / 100.0;
+        b = std::trunc(2 - century + std::trunc(century * 0.25));
+    }
+    const double c = std::trunc(y < 0 ? 365.25 * y - 0.75 : 365.25 * y);
+    const double d = std::trunc(30.6001 * (m + 1));
+    if (!std::isfinite(second) || std::fabs(second) > 1e13) second = 0;
+    const double jd = c + d + day_of_month + 1720994.5 + b +
+                      ((hour * 60.0 + minute) * 60.0 + second) / 86400.0;
+    split(jd, day, fraction);
+}
+
+void JD(int day, double fraction, short* year, short* month, short* day_of_month,
+        double* day_fraction, short* hour, short* minute, double* second) {
+    if (!std::isfinite(fraction) || std::fabs(fraction) > kLargestDay) fraction = 0;
+    double whole = day;
+    if (fraction < 0) {
+        const double days = std::trunc(fraction);
+        whole += days - 1;
+        fraction += 1 - days;
+    }
+    const double j = whole + fraction + 0.5;
+    const double z = std::trunc(j);
+    double a = z;
+    if (z >= kGregorianStart) {
+        const double alpha = std::trunc((z - 1867216.25) / 36524.25);
+        a = z + 1 + alpha - std::floor(alpha / 4);
+    }
+    const double b = a + 1524;
+    const double c = std::trunc((b - 122.1) / 365.25);
+    const double d = std::trunc(365.25 * c);
+    const double e = std::trunc((b - d) / 30.6001);
+
+    const double date = b - d - std::trunc(30.6001 * e) + (j - z);
+    const double m = e < 13.5 ? e - 1 : e - 13;
+    double y = m > 2.5 ? c - 4716 : c - 4715;
+    if (y < 1) y -= 1;  // historical: the year before 1 is -1
+
+    const double whole_date = std::trunc(date);
+    const double rest = date - whole_date;
+    const double hours = std::trunc(24 * rest);
+    const double minutes_rest = 60 * (24 * rest - hours);
+    double whole_minutes = std::trunc(minutes_rest);
+    double whole_hours = hours;
+    double seconds = 60 * (minutes_rest - whole_minutes);
+    if (std::fabs(seconds - 60) <= 0.0001) {
+        seconds = 0;
+        whole_minutes += 1;
+        if (whole_minutes == 60) {
+            whole_minutes = 0;
+            whole_hours += 1;
+        }
+    }
+    *year = to_short(y);
+    *month = to_short(m);
+    *day_of_month = to_short(whole_date);
+    *day_fraction = rest;
+    *hour = to_short(whole_hours);
+    *minute = to_short(whole_minutes);
+    *second = seconds;
+}
+
+void BJ(char kind, short year, int* day, double* fraction) {
+    const bool julian = kind == 'J' || kind == 'j';
+    split(julian ? 2451545.0 + (year - 2000) * 365.25
+                 : 2415020.31352 + (year - 1900) * 365.242198781,
+          day, fraction);
+}
+
+void Adjust_JD(int* day, double* fraction) {
+    constexpr double kEpoch = 2400000;
+    const double t = (*day - kEpoch) + *fraction;
+    if (!(std::fabs(t) < kLargestDay)) return;
+    const double whole = std::trunc(t);
+    *fraction = t - whole;
+    *day = static_cast<int>(whole + kEpoch);
+}

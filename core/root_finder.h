@@ -1,0 +1,73 @@
+// Root of a function of one variable by Brent's method.
+#pragma once
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace solsys {
+
+// Root of f in [a, b], where it has opposite signs (not tested), to `tol`. Converges for every
+// function by bisection at worst; end points that are not finite give NaN.
+//
+// Source: Brent 1973, Algorithms for Minimization without Derivatives, in the form of Forsythe,
+// Malcolm & Moler 1977.
+template <class Function>
+double zeroin(double a, double b, Function&& f, double tol) {
+    if (!std::isfinite(a) || !std::isfinite(b)) return std::numeric_limits<double>::quiet_NaN();
+    if (!(tol > 0)) tol = 0;
+    constexpr double epsilon = std::numeric_limits<double>::epsilon() / 2;  // 1 + it > 1 fails
+
+    double fa = f(a);
+    double fb = f(b);
+    double c = a;
+    double fc = fa;
+    double d = b - a;
+    double e = d;
+    for (;;) {
+        if (std::fabs(fc) < std::fabs(fb)) {  // b is to be the best estimate
+            a = std::exchange(b, c), c = a;
+            fa = std::exchange(fb, fc), fc = fa;
+        }
+        const double tol1 = 2 * epsilon * std::fabs(b) + 0.5 * tol;
+        const double xm = 0.5 * (c - b);
+        if (std::fabs(xm) <= tol1 || fb == 0) return b;
+
+        bool bisect = true;
+        if (std::fabs(e) >= tol1 && std::fabs(fa) > std::fabs(fb)) {
+            double p = 0;
+            double q = 0;
+            const double s = fb / fa;
+            if (a == c) {  // secant
+                p = 2 * xm * s;
+                q = 1 - s;
+            } else {  // inverse quadratic
+                const double ratio_a = fa / fc;
+                const double ratio_b = fb / fc;
+                p = s * (2 * xm * ratio_a * (ratio_a - ratio_b) - (b - a) * (ratio_b - 1));
+                q = (ratio_a - 1) * (ratio_b - 1) * (s - 1);
+            }
+            if (p > 0) {
+                q = -q;
+            } else {
+                p = -p;
+            }
+            if (2 * p < 3 * xm * q - std::fabs(tol1 * q) && p < std::fabs(0.5 * e * q)) {
+                e = std::exchange(d, p / q);
+                bisect = false;
+            }
+        }
+        if (bisect) d = e = xm;
+
+        a = b;
+        fa = fb;
+        b += std::fabs(d) > tol1 ? d : (xm >= 0 ? tol1 : -tol1);
+        fb = f(b);
+        if (fb * (fc / std::fabs(fc)) > 0) {
+            c = a, fc = fa;
+            d = e = b - a;
+        }
+    }
+}
+
+}  // namespace solsys

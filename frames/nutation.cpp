@@ -1,0 +1,56 @@
+#include "frames/nutation.h"
+
+#include <cmath>
+
+#include "core/fast_trig.h"
+#include "solsys/earth_orientation.h"
+
+namespace solsys {
+
+NutationAngles short_nutation(Instant t) {
+    const double T = days_since_j2000(t) / 3652500;  // 10,000 Julian years
+
+    const double node = 2.18 + T * (-3375.7 + T * 0.36);          // of the Moon's orbit
+    const double twice_sun = 3.51 + T * (125666.39 + T * 0.1);    // mean longitude
+    const double obliquity =
+        0.4090928 +
+        1e-7 * T * (-226938 + T * (-75 + T * (96926 + T * (-2491 - 12104 * T))));
+
+    const SinCos n = fast_sincos(node);
+    const SinCos s = fast_sincos(twice_sun);
+    return {obliquity, (-834 * n.sin - 64 * s.sin) * 1e-7, (446 * n.cos + 28 * s.cos) * 1e-7};
+}
+
+Mat3 nutation_matrix(const NutationAngles& angles) {
+    return rotate_x(-angles.true_obliquity()) * rotate_z(-angles.d_psi) *
+           rotate_x(angles.obliquity);
+}
+
+}  // namespace solsys
+
+using solsys::NutationAngles;
+
+void NutBretagnon(int day, double fraction, double* obliquity, double* d_psi,
+                  double* d_epsilon) {
+    const NutationAngles angles = solsys::short_nutation({day, fraction});
+    *obliquity = angles.obliquity;
+    *d_psi = angles.d_psi;
+    *d_epsilon = angles.d_epsilon;
+}
+
+double EclipseAngle(int day, double fraction) {
+    return solsys::short_nutation({day, fraction}).true_obliquity();
+}
+
+void GetMtrxEcl2Eq(int day, double fraction, double* matrix) {
+    solsys::store(solsys::rotate_x(-EclipseAngle(day, fraction)), matrix);
+}
+
+void Nutation(int day, double fraction, double* matrix, double* obliquity, double* d_epsilon,
+              double* d_psi) {
+    const NutationAngles angles = solsys::short_nutation({day, fraction});
+    *obliquity = angles.obliquity;
+    *d_epsilon = angles.d_epsilon;
+    *d_psi = angles.d_psi;
+    solsys::store(solsys::nutation_matrix(angles), matrix);
+}

@@ -1,0 +1,148 @@
+// IAU 1980 theory of nutation (Seidelmann 1982, Celest. Mech. 27, 79).
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <iterator>
+
+#include "frames/nutation.h"
+#include "solsys/earth_orientation.h"
+
+namespace solsys {
+namespace {
+
+constexpr double kTenthMilliarcsec = 4.84813681109536e-10;  // rad
+
+struct Term {
+    int multiple[5];  // of l, l', F, D, Omega
+    double psi_sin, psi_sin_t, eps_cos, eps_cos_t;
+};
+struct Row {
+    int n_l, n_lp, n_f, n_d, n_om;
+    double psi_sin, psi_sin_t, eps_cos, eps_cos_t;
+};
+constexpr Row kRows[] = {
+#include "nutation_iau1980.inc"
+};
+constexpr std::size_t kTermCount = std::size(kRows);
+static_assert(kTermCount == 106);
+constexpr auto kTerms = [] {
+    std::array<Term, kTermCount> terms{};
+    for (std::size_t i = 0; i < kTermCount; ++i) {
+        const Row& r = kRows[i];
+        terms[i] = {{r.n_l, r.n_lp, r.n_f, r.n_d, r.n_om},
+                    r.psi_sin,
+                    r.psi_sin_t,
+                    r.eps_cos,
+                    r.eps_cos_t};
+    }
+    return terms;
+}();
+
+// l, l', F, D, Omega [rad]: powers of Julian centuries, arcseconds.
+std::array<double, 5> delaunay_arguments(double T) {
+    constexpr double c[5][4] = {{485866.733, 1717915922.633, 31.31, 0.064},
+                                {1287099.804, 129596581.224, -0.577, -0.012},
+                                {335778.877, 1739527263.137, -13.257, 0.011},
+                                {1072261.307, 1602961601.328, -6.891, 0.019},
+                                {450160.28, -6962890.539, 7.455, 0.008}};
+    std::array<double, 5> arguments{};
+    for (std::size_t i = 0; i < 5; ++i) {
+        const double arcsec = c[i][0] + T * (c[i][1] + T * (c[i][2] + T * c[i][3]));
+        arguments[i] = std::fmod(arcsec, 1296000.0) * kArcsec;
+    }
+    return arguments;
+}
+
+double mean_obliquity(double T) {
+    return (84381.448 + T * (-46.815 + T * (-0.00059 + T * 0.001813))) * kArcsec;
+}
+
+NutationAngles angles_of(double T, double psi, double eps) {
+    return {mean_obliquity(T), psi * kTenthMilliarcsec, eps * kTenthMilliarcsec};
+}
+
+// Unit complex numbers: exp(i a) by its parts.
+struct Phase {
+    double cos, sin;
+};
+constexpr Phase operator*(Phase a, Phase b) {
+    return {a.cos * b.cos - a.sin * b.sin, a.sin * b.cos + a.cos * b.sin};
+}
+
+constexpr int kLargestMultiple = [] {
+    int largest = 0;
+    for (const Term& term : kTerms)
+        for (const int n : term.multiple)
+            largest = n > largest ? n : -n > largest ? -n : largest;
+    return largest;
+}();
+constexpr int kMultiples = 2 * kLargestMultiple + 1;
+
+// exp(i n a) for n = -largest .. largest.
+using Multiples = std::array<Phase, kMultiples>;
+Multiples multiples_of(double a) {
+    Multiples out{};
+    const Phase first{std::cos(a), std::sin(a)};
+    Phase power{1, 0};
+    for (int n = 0; n <= kLargestMultiple; ++n) {
+        out[static_cast<std::size_t>(kLargestMultiple + n)] = power;
+        out[static_cast<std::size_t>(kLargestMultiple - n)] = {power.cos, -power.sin};
+        power = power * first;
+    }
+    return out;
+}
+
+}  // namespace
+
+NutationAngles nutation_iau1980(Instant t) {
+    const double T = centuries_since_j2000(t);
+    const auto arguments = delaunay_arguments(T);
+    double psi = 0;
+    double eps = 0;
+    // Smallest terms first.
+    for (auto term = kTerms.rbegin(); term != kTerms.rend(); ++term) {
+        double argument = 0;
+        for (std::size_t i = 0; i < 5; ++i) argument += term->multiple[i] * arguments[i];
+        psi += (term->psi_sin + term->psi_sin_t * T) * std::sin(argument);
+        eps += (term->eps_cos + term->eps_cos_t * T) * std::cos(argument);
+    }
+    return angles_of(T, psi, eps);
+}
+
+NutationAngles nutation_iau1980_by_recurrence(Instant t) {
+    const double T = centuries_since_j2000(t);
+    const auto arguments = delaunay_arguments(T);
+    std::array<Multiples, 5> phases{};
+    for (std::size_t i = 0; i < 5; ++i) phases[i] = multiples_of(arguments[i]);
+
+    double psi = 0;
+    double eps = 0;
+    for (auto term = kTerms.rbegin(); term != kTerms.rend(); ++term) {
+        const auto factor = [&](std::size_t i) {
+            return phases[i][static_cast<std::size_t>(kLargestMultiple + term->multiple[i])];
+        };
+        const Phase phase =
+            (factor(0) * factor(1)) * ((factor(2) * factor(3)) * factor(4));
+        psi += (term->psi_sin + term->psi_sin_t * T) * phase.sin;
+        eps += (term->eps_cos + term->eps_cos_t * T) * phase.cos;
+    }
+    return angles_of(T, psi, eps);
+}
+
+}  // namespace solsys
+
+void NutationSeidelman(int day, double fraction, double& obliquity, double& d_psi,
+                       double& d_epsilon) {
+    const auto angles = solsys::nutation_iau1980({day, fraction});
+    obliquity = angles.obliquity;
+    d_psi = angles.d_psi;
+    d_epsilon = angles.d_epsilon;
+}
+
+void NutationSeidelmanBest(int day, double fraction, double& obliquity, double& d_psi,
+                           double& d_epsilon) {
+    const auto angles = solsys::nutation_iau1980_by_recurrence({day, fraction});
+    obliquity = angles.obliquity;
+    d_psi = angles.d_psi;
+    d_epsilon = angles.d_epsilon;
+}
