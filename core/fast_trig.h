@@ -19,15 +19,13 @@ constexpr double kQuarterPi = 0.7853981633974483;
 
 // Taylor polynomials for |r| <= pi/4, z = r^2.
 constexpr double cos_polynomial(double z) {
-    return 1 +
-           z * (-0.5 +
-                z * (0.041666666666666664 +
-                     z * (-0.001388888888888889 +
-                          z * (2.48015873015873e-5 +
-                               z * (-2.755731922398589e-7 +
-                                    z * (2.08767569878681e-9 +
-                                         z * (-1.1470745597729725e-11 +
-                                              z * 4.779477332387385e-14)))))));
+    return 1 + z * (-0.5 + z * (0.041666666666666664 +
+                                z * (-0.001388888888888889 +
+                                     z * (2.48015873015873e-5 +
+                                          z * (-2.755731922398589e-7 +
+                                               z * (2.08767569878681e-9 +
+                                                    z * (-1.1470745597729725e-11 +
+                                                         z * 4.779477332387385e-14)))))));
 }
 constexpr double sin_polynomial(double r, double z) {
     return r * (1 + z * (-0.16666666666666666 +
@@ -51,8 +49,8 @@ inline double fm_sin(double x) {
     if (!(a < kFastTrigLimit)) return std::sin(x);
     const auto q = static_cast<std::uint32_t>(a * detail::kFourOverPi);
     const double r = detail::octant_rest(a, q);
-    const double value = (q + 1U) & 2U ? detail::cos_polynomial(r * r)
-                                       : detail::sin_polynomial(r, r * r);
+    const double value =
+        (q + 1U) & 2U ? detail::cos_polynomial(r * r) : detail::sin_polynomial(r, r * r);
     return (x < 0) != ((q & 4U) != 0) ? -value : value;
 }
 
@@ -61,8 +59,8 @@ inline double fm_cos(double x) {
     if (!(a < kFastTrigLimit)) return std::cos(x);
     const auto q = static_cast<std::uint32_t>(a * detail::kFourOverPi);
     const double r = detail::octant_rest(a, q);
-    const double value = (q + 1U) & 2U ? detail::sin_polynomial(r, r * r)
-                                       : detail::cos_polynomial(r * r);
+    const double value =
+        (q + 1U) & 2U ? detail::sin_polynomial(r, r * r) : detail::cos_polynomial(r * r);
     const std::uint32_t octant = q & 7U;
     return octant >= 2U && octant <= 5U ? -value : value;
 }

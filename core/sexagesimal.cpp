@@ -34,7 +34,8 @@ Signed shown(double degrees, short mode) {
             if (hours > 12) return {hours - 12, 'p'};
             return {hours, 'a'};
         }
-        default: return {degrees < 0 ? degrees + 360 : degrees, '+'};
+        default:
+            return {degrees < 0 ? degrees + 360 : degrees, '+'};
     }
 }
 

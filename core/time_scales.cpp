@@ -38,7 +38,7 @@ double horner(const double (&c)[N], double u) {
 
 // Before the table: polynomials in the decimal year (Espenak & Meeus 2006). The year, and what
 // is formed from it, is held in single precision.
-constexpr double kFrom500BC[] = {10583.6,  -1014.41,   33.78311,    -5.952053,
+constexpr double kFrom500BC[] = {10583.6,    -1014.41,    33.78311,    -5.952053,
                                  -0.1798452, 0.022174192, 0.0090316521};
 constexpr double kFrom500[] = {1574.2,     -556.01,      71.23472,    0.319781,
                                -0.8503463, -0.005050998, 0.0083572073};
@@ -111,9 +111,8 @@ const ET_UT_Poly* GetSegments() {
 double Get(int day, double fraction) {
     const double jd = day + fraction;
     if (jd >= kKeys.front() || std::isnan(jd)) {
-        const auto after = jd >= kKeys.back()
-                               ? kKeys.end()
-                               : std::upper_bound(kKeys.begin(), kKeys.end(), jd);
+        const auto after =
+            jd >= kKeys.back() ? kKeys.end() : std::upper_bound(kKeys.begin(), kKeys.end(), jd);
         return kRows[std::distance(kKeys.begin(), after) - 1].delta_t;
     }
     short year = 0, month = 0, date = 0, hour = 0, minute = 0;

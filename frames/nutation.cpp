@@ -10,11 +10,10 @@ namespace solsys {
 NutationAngles short_nutation(Instant t) {
     const double T = days_since_j2000(t) / 3652500;  // 10,000 Julian years
 
-    const double node = 2.18 + T * (-3375.7 + T * 0.36);          // of the Moon's orbit
-    const double twice_sun = 3.51 + T * (125666.39 + T * 0.1);    // mean longitude
+    const double node = 2.18 + T * (-3375.7 + T * 0.36);        // of the Moon's orbit
+    const double twice_sun = 3.51 + T * (125666.39 + T * 0.1);  // mean longitude
     const double obliquity =
-        0.4090928 +
-        1e-7 * T * (-226938 + T * (-75 + T * (96926 + T * (-2491 - 12104 * T))));
+        0.4090928 + 1e-7 * T * (-226938 + T * (-75 + T * (96926 + T * (-2491 - 12104 * T))));
 
     const SinCos n = fast_sincos(node);
     const SinCos s = fast_sincos(twice_sun);

@@ -121,8 +121,7 @@ NutationAngles nutation_iau1980_by_recurrence(Instant t) {
         const auto factor = [&](std::size_t i) {
             return phases[i][static_cast<std::size_t>(kLargestMultiple + term->multiple[i])];
         };
-        const Phase phase =
-            (factor(0) * factor(1)) * ((factor(2) * factor(3)) * factor(4));
+        const Phase phase = (factor(0) * factor(1)) * ((factor(2) * factor(3)) * factor(4));
         psi += (term->psi_sin + term->psi_sin_t * T) * phase.sin;
         eps += (term->eps_cos + term->eps_cos_t * T) * phase.cos;
     }

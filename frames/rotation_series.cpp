@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <iterator>
 #include <cstddef>
+#include <iterator>
 #include <span>
 
 #include "core/constants.h"

@@ -25,9 +25,9 @@ double mean_sidereal_time(Instant t) {
     const double n = std::trunc(u);
     const double T = ((t.day - kJ2000Day) + n + 0.5) / kDaysPerJulianCentury;
     // At 0h UT [turns]: 24110.54841 s + 8640184.812866 s T + 0.093104 s T^2 - 6.2e-6 s T^3
-    const double g = 0.2790572732638889 +
-                     T * (100.00213903780093 +
-                          T * (1.0775925925925926e-6 - T * 7.175925925925926e-11));
+    const double g =
+        0.2790572732638889 +
+        T * (100.00213903780093 + T * (1.0775925925925926e-6 - T * 7.175925925925926e-11));
     return positive_angle(fraction_of(g) + (u - n) * 1.002737879753);
 }
 
