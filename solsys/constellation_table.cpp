@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <iterator>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 #include "core/constants.h"
 

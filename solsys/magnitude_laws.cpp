@@ -18,7 +18,8 @@ constexpr int kSun = 10;
 constexpr double kGalileanPhaseLimit = 12.0;
 
 // Phase angles above 120 degrees lie outside the H-G system.
-constexpr double kMaxPhaseHG = 2.0943951023931953;  // rad
+constexpr double kMaxPhaseHG = 2.0943951023931953;       // rad
+constexpr double kMaxTanHalfPhase = 1.7320508075688772;  // tan 60 deg
 
 struct SatelliteLaw {
     int number;
@@ -84,8 +85,22 @@ signed char satellite_magnitude(const double* observer, int body, const double* 
     return kSuccess;
 }
 
+// H-G law at a phase angle given by the tangent of its half, at most that of 60 degrees. The
+// sum before the phase term is rounded to single precision.
+float hg_magnitude(double r, double delta, double tan_half_phase, float h, float g) {
+    const double log_t = std::log(tan_half_phase);
+    const double phi1 = std::exp(-3.33 * std::exp(0.63 * log_t));
+    const double phi2 = std::exp(-1.87 * std::exp(1.22 * log_t));
+    const auto unlit = static_cast<float>(5.0 * std::log10(r * delta) + h);
+    return static_cast<float>(unlit - 2.5 * std::log10((1.0 - g) * phi1 + g * phi2));
+}
+
 float dwarf_planet(const Distances& d, float h, float g) {
-    return MagnitudeHG(d.r, d.delta, kDegree * phase_degrees(d), h, g);
+    // tan^2(i/2) = (1 - cos i) / (1 + cos i), without the angle itself.
+    const double cosine =
+        std::clamp(dot(d.from_body, d.body) / (d.r * d.delta), -1.0, 1.0);  // -cos i
+    const double t = std::sqrt((1.0 + cosine) / (1.0 - cosine));
+    return hg_magnitude(d.r, d.delta, std::min(t, kMaxTanHalfPhase), h, g);
 }
 
 }  // namespace
@@ -94,11 +109,7 @@ float dwarf_planet(const Distances& d, float h, float g) {
 using namespace solsys;
 
 float MagnitudeHG(double r, double delta, double phase, float h, float g) {
-    const double t = std::tan(std::min(phase, kMaxPhaseHG) / 2.0);
-    const double phi1 = std::exp(-3.33 * std::pow(t, 0.63));
-    const double phi2 = std::exp(-1.87 * std::pow(t, 1.22));
-    const auto unlit = static_cast<float>(5.0 * std::log10(r * delta) + h);
-    return static_cast<float>(unlit - 2.5 * std::log10((1.0 - g) * phi1 + g * phi2));
+    return hg_magnitude(r, delta, std::tan(std::min(phase, kMaxPhaseHG) / 2.0), h, g);
 }
 
 float MagnitudeComet(double r, double delta, float h, float k) {
@@ -119,6 +130,23 @@ signed char StarMagPlanet(const double* observer, int body, const double* positi
     if (d.r * d.delta == 0.0) {
         *out = kAtTheBody;
         return kSuccess;
+    }
+
+    switch (body) {
+        case 11:
+            *out = dwarf_planet(d, 3.34F, 0.12F);
+            return kSuccess;
+        case 12:
+            *out = dwarf_planet(d, -1.2F, 0.15F);
+            return kSuccess;
+        case 13:
+            *out = dwarf_planet(d, -0.3F, 0.15F);
+            return kSuccess;
+        case 14:
+            *out = dwarf_planet(d, 0.2F, 0.15F);
+            return kSuccess;
+        default:
+            break;
     }
 
     const double l = distance_term(d);
@@ -156,18 +184,6 @@ signed char StarMagPlanet(const double* observer, int body, const double* positi
         case 9:
             v = l - 1.0 + 0.041 * i;
             break;
-        case 11:
-            *out = dwarf_planet(d, 3.34F, 0.12F);
-            return kSuccess;
-        case 12:
-            *out = dwarf_planet(d, -1.2F, 0.15F);
-            return kSuccess;
-        case 13:
-            *out = dwarf_planet(d, -0.3F, 0.15F);
-            return kSuccess;
-        case 14:
-            *out = dwarf_planet(d, 0.2F, 0.15F);
-            return kSuccess;
         case 301:
             v = l + 0.21 + ((1.05 * u - 1.02) * u + 3.05) * u;
             break;
@@ -236,11 +252,10 @@ double diskCutArea(double r1, double r2, double d) {
     const double small = std::max(std::min(r1, r2), 0.0);
     d = std::fabs(d);
     if (small == 0.0 || d >= large + small) return 0.0;
-    if (d <= large - small) return kPi * small * small;
+    if (!(d > large - small)) return kPi * small * small;
 
-    // The lens is two circular segments on a common chord, seen from the centres under the
-    // half-angles a and b; 4 times the area of the triangle of the centres and a chord end by
-    // Heron's product, which keeps its digits where the disks barely touch.
+    // The lens is the sectors of half-angles a and b about the two centres less the kite that
+    // both cover, whose area is half the root of Heron's product.
     const double a = std::acos(
         std::clamp((d * d + (large - small) * (large + small)) / (2.0 * d * large), -1.0, 1.0));
     const double b = std::acos(

@@ -12,7 +12,9 @@
 /// \param[out] out       visual magnitude; left alone when 111 is returned
 /// \return 0, or 111 for a body that the function does not cover.
 ///
-/// An observer at the body, or a body at the Sun, has magnitude -25.0.
+/// An observer at the body, or a body at the Sun, has magnitude -25.0 (whatever the number);
+/// the Sun has its own law, minus infinity at distance 0. Positions that are not finite give a
+/// magnitude that is not.
 using MagnitudeFn = signed char (*)(const double* observer, int body, const double* position,
                                     float* out);
 
