@@ -2,8 +2,7 @@
 
 #include <cmath>
 
-#include "core/constants.h"
-#include "solsys/toolkit.h"
+#include "core/fast_trig.h"
 
 namespace solsys {
 namespace {
@@ -17,19 +16,11 @@ constexpr double kBehindSunCosine = -0.9999999999999;
 
 bool known(double value) { return !(value > kUnknown); }
 
-// sin x from its cosine and the quadrant; within 1e-8 near its zeros.
-double sin_from_cos(double x, double c) {
-    const double s = std::sqrt(std::fmax(0.0, 1 - c * c));
-    const double quadrant = std::fabs(std::trunc(2 * x / kPi));
-    const bool second_half = std::fmod(quadrant, 4.0) >= 2;
-    return second_half == (x < 0) ? s : -s;
-}
-
 }  // namespace
 
 StarMotion moved_star(const StarCoordinates& star, double years, Vec3 observer_position) {
-    const double cos_ra = fmCos(star.ra), sin_ra = sin_from_cos(star.ra, cos_ra);
-    const double cos_dec = fmCos(star.dec), sin_dec = sin_from_cos(star.dec, cos_dec);
+    const auto [sin_ra, cos_ra] = fast_sincos(star.ra);
+    const auto [sin_dec, cos_dec] = fast_sincos(star.dec);
     const Vec3 u{cos_dec * cos_ra, cos_dec * sin_ra, sin_dec};
 
     const double pm_ra = known(star.pm_ra) ? star.pm_ra : 0.0;

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <optional>
 
+#include "core/fast_trig.h"
 #include "ephemeris/two_body/pq_motion.h"
 #include "solsys/kepler.h"
-#include "solsys/toolkit.h"
 
 namespace solsys {
 namespace {
@@ -54,7 +54,7 @@ PlaneState asteroid_ellipse(const OrbitShape& orbit, double dt, std::uint32_t nu
 
     const Anomaly E = solve_warm(number, e > 0.8 ? kPi : M,
                                  [&](double start) { return ellipse_by_newton(e, M, start); });
-    return ellipse_state(orbit, fmCos(E.value), fmSin(E.value), E.converged);
+    return ellipse_state(orbit, fm_cos(E.value), fm_sin(E.value), E.converged);
 }
 
 PlaneState asteroid_state(const OrbitShape& orbit, double dt, std::uint32_t number) {

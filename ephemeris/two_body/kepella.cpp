@@ -2,31 +2,22 @@
 #include <cmath>
 
 #include "core/constants.h"
+#include "core/fast_trig.h"
 #include "core/linalg.h"
 #include "ephemeris/two_body/orbit_plane.h"
 #include "solsys/kepler.h"
-#include "solsys/toolkit.h"
 
 namespace solsys {
 namespace {
 
 constexpr double kTiny = 1.7763568394002505e-15;  // 2^-49: tolerance [rad] and least a and mu
-constexpr double kLargeAngle = 1e6;               // rad: reduced before it meets the fast sine
 constexpr int kPasses = 1000;
 constexpr int kNoConvergence = -1000;
 
-struct CosSin {
-    double c, s;
-};
-
-// The cosine from the fast sine and the quadrant; within 1e-8 near its zeros.
-CosSin fast_cos_sin(double x) {
-    if (std::fabs(x) > kLargeAngle) x = std::fmod(x, kTwoPi);
-    const double s = fmSin(x);
-    const double c = std::sqrt(std::fmax(0.0, 1 - s * s));
-    const double quadrant = std::trunc(2 * x / kPi);
-    const bool negative = ((static_cast<int>(std::fabs(quadrant)) + 1) & 2) != 0;
-    return {negative ? -c : c, s};
+// Both by the fast sine; the cosine is within 1e-8 near its zeros.
+SinCos sine_first(double x) {
+    const double s = fm_sin(x);
+    return {s, cos_from_sin(x, s)};
 }
 
 struct Iterated {
@@ -35,11 +26,11 @@ struct Iterated {
 };
 
 Iterated steffensen(double e, double M) {
-    const double sin_M = fmSin(M);
+    const double sin_M = fm_sin(M);
     double E = M + 0.85 * e * static_cast<double>((sin_M > 0) - (sin_M < 0));
     for (int pass = 1; pass <= kPasses + 1; ++pass) {
-        const double E1 = M + e * fmSin(E);
-        const double E2 = M + e * fmSin(E1);
+        const double E1 = M + e * fm_sin(E);
+        const double E2 = M + e * fm_sin(E1);
         const double d = E2 - 2 * E1 + E;
         if (std::fabs(d) < kTiny) return {E, pass};
         const double step = (E1 - E) * (E1 - E) / d;
@@ -65,18 +56,18 @@ int KepElla(const double elements[6], double mu, double out[6]) {
     const auto [E, passes] = steffensen(e, M);
     if (passes == kNoConvergence) return kNoConvergence;
 
-    const auto [cos_E, sin_E] = fast_cos_sin(E);
+    const auto [sin_E, cos_E] = sine_first(E);
     const double r_over_a = 1 - e * cos_E;
     const double r = a * r_over_a;
     const double cos_nu = (cos_E - e) / r_over_a;
     const double sin_nu = std::sqrt(1 - e * e) * sin_E / r_over_a;
 
-    const auto [cos_peri, sin_peri] = fast_cos_sin(peri);
+    const auto [sin_peri, cos_peri] = sine_first(peri);
     const double cos_u = cos_peri * cos_nu - sin_peri * sin_nu;
     const double sin_u = sin_peri * cos_nu + cos_peri * sin_nu;
 
-    const auto [cos_i, sin_i] = fast_cos_sin(i);
-    const auto [cos_node, sin_node] = fast_cos_sin(node);
+    const auto [sin_i, cos_i] = sine_first(i);
+    const auto [sin_node, cos_node] = sine_first(node);
     const OrbitPlane plane{cos_node, sin_node, cos_i, sin_i};
     const Vec3 radial = plane.radial(cos_u, sin_u);
     store(r * radial, out);

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "core/constants.h"
-#include "solsys/toolkit.h"
+#include "core/fast_trig.h"
 
 namespace solsys {
 namespace {
@@ -12,14 +12,6 @@ constexpr double kTolerance = 1e-10;      // rad, of a step
 constexpr double kApsisTolerance = 1e-9;  // rad, of a mean anomaly
 constexpr int kSteffensenPasses = 1000;
 constexpr int kNewtonPasses = 30;
-
-// sin x from its cosine and the quadrant; within 1e-8 near its zeros.
-double sin_from_cos(double x, double c) {
-    const double s = std::sqrt(std::fmax(0.0, 1 - c * c));
-    const double quadrant = std::fabs(std::trunc(2 * x / kPi));
-    const bool second_half = std::fmod(quadrant, 4.0) >= 2;
-    return second_half == (x < 0) ? s : -s;
-}
 
 }  // namespace
 
@@ -53,8 +45,7 @@ Anomaly ellipse_by_steffensen(double e, double M) {
 Anomaly ellipse_by_newton(double e, double M, double start) {
     double E = start;
     for (int pass = 0; pass < kNewtonPasses; ++pass) {
-        const double c = fmCos(E);
-        const double s = sin_from_cos(E, c);
+        const auto [s, c] = fast_sincos(E);
         const double step = (e * s + M - E) / (1 - e * c);
         E += step;
         if (std::fabs(step) <= kTolerance) return {E, true};
