@@ -1,0 +1,118 @@
+// Which bodies a model lists, and what they go round.
+#include <gmock/gmock.h>
+
+#include "tests/support/models.h"
+
+namespace {
+
+class ObjectLists : public testing::Test {
+  protected:
+    std::unique_ptr<CSWSolSys> model = support::built_in_model();
+    std::vector<SSO_ID> list;
+};
+
+TEST_F(ObjectLists, HoldTheCatalogueInKeyOrderOnceOnly) {
+    EXPECT_EQ(model->GetFullList(&list), 229);
+    EXPECT_TRUE(std::is_sorted(list.begin(), list.end()));
+    EXPECT_TRUE(model->InitSys(""));
+    std::vector<SSO_ID> again;
+    EXPECT_EQ(model->GetFullList(&again), 229);
+    EXPECT_TRUE(std::equal(list.begin(), list.end(), again.begin(), again.end()));
+}
+
+TEST_F(ObjectLists, AreEmptyBeforeInitSys) {
+    const CSWSolSys fresh;
+    EXPECT_EQ(fresh.GetFullList(&list), 0);
+    EXPECT_EQ(fresh.GetObserverSSO(), nullptr);
+}
+
+TEST_F(ObjectLists, AppendAndAnswerTheTotal) {
+    list.emplace_back(SSO_STAR, 1);
+    EXPECT_EQ(model->GetPlanetsList(&list), 1 + 14);
+    EXPECT_EQ(model->GetMoonsList(&list), 1 + 14 + 215);
+    EXPECT_EQ(list.front().type, SSO_STAR);
+    EXPECT_EQ(list[1], SSO_ID(SSO_PLNT, 1));
+    EXPECT_EQ(list[15], SSO_ID(SSO_MOON, 301));
+}
+
+struct Family {
+    int planet;
+    int moons;
+    int first;
+};
+class MoonsOf : public ObjectLists, public testing::WithParamInterface<Family> {};
+TEST_P(MoonsOf, AreItsOwn) {
+    const auto [planet, moons, first] = GetParam();
+    ASSERT_EQ(model->GetMoonsListFor(SSO_ID(SSO_PLNT, planet), &list), moons);
+    for (int i = 0; i < moons; ++i) {
+        EXPECT_EQ(list[static_cast<std::size_t>(i)], SSO_ID(SSO_MOON, first + i));
+        EXPECT_EQ(model->GetCentralBodyID(list[static_cast<std::size_t>(i)]),
+                  SSO_ID(SSO_PLNT, planet));
+    }
+}
+INSTANTIATE_TEST_SUITE_P(Catalogue, MoonsOf,
+                         testing::Values(Family{2, 0, 0}, Family{3, 1, 301}, Family{4, 2, 401},
+                                         Family{5, 80, 501}, Family{6, 83, 601},
+                                         Family{7, 27, 701}, Family{8, 14, 801},
+                                         Family{9, 5, 901}, Family{12, 1, 1201},
+                                         Family{14, 2, 1401}));
+
+TEST_F(ObjectLists, MoonsOfWhatIsNoPlanetLeaveTheListAlone) {
+    list.emplace_back(SSO_STAR, 1);
+    EXPECT_EQ(model->GetMoonsListFor(SSO_ID(SSO_MOON, 301), &list), 0);
+    EXPECT_EQ(list.size(), 1U);
+}
+
+TEST_F(ObjectLists, LookUpsIgnoreTheName) {
+    SSO_ID named(SSO_PLNT, 5);
+    named.name[0] = 'J';
+    EXPECT_NE(model->GetSS_Object(named), nullptr);
+    EXPECT_EQ(model->GetSS_Object(named), model->GetSS_Object(SSO_ID(SSO_PLNT, 5)));
+    EXPECT_TRUE(model->CheckSSO(&named));
+    const SSO_ID unknown(SSO_PLNT, 15);
+    EXPECT_FALSE(model->CheckSSO(&unknown));
+    EXPECT_FALSE(model->CheckSSO(nullptr));
+    EXPECT_EQ(model->GetSS_Object(SSO_ID(SSO_MOON, 3)), nullptr);
+}
+
+TEST_F(ObjectLists, HoldWhatTheHostAddsToo) {
+    AsteroidRecord ceres;
+    ceres.elements = {2.77, 0.08, 0.18, 1.4, 1.3, 0.0037, 1.0, 0.0, 2451545};
+    ASSERT_TRUE(model->AddAsteroid(-4, ceres));
+    UserObjectRecord craft;
+    craft.state[0] = 4e-5, craft.state[4] = 4e-3;
+    ASSERT_TRUE(model->AddUserObject(9, craft));
+    EXPECT_EQ(model->GetFullList(&list), 231);
+    EXPECT_TRUE(std::is_sorted(list.begin(), list.end()));
+    EXPECT_TRUE(model->CheckSSO(&list.front()));
+    std::vector<SSO_ID> asteroids;
+    EXPECT_EQ(model->GetAstersList(&asteroids), 1);
+    EXPECT_EQ(asteroids[0], SSO_ID(SSO_ASTR, -4));
+    EXPECT_EQ(model->GetCometsList(&asteroids), 1);  // none added, the list as it was
+    EXPECT_EQ(model->GetCentralBodyID(SSO_ID(SSO_USCO, 9)), SSO_ID(SSO_PLNT, 3));
+}
+
+TEST_F(ObjectLists, CentralBodies) {
+    for (const std::int32_t type : {SSO_PLNT, SSO_ASTR, SSO_COMT, SSO_FAST, SSO_FCOM})
+        EXPECT_EQ(model->GetCentralBodyID(SSO_ID(type, 10)), SSO_ID(SSO_PLNT, 10));
+    for (const std::int32_t type : {SSO_SCFT, SSO_USCO, SSO_FSCO, SSO_STAR, SSO_TLE})
+        EXPECT_EQ(model->GetCentralBodyID(SSO_ID(type, 1)), SSO_ID(-1, -1));
+}
+
+TEST_F(ObjectLists, ASpacecraftGoesRoundTheBodyOfItsRecordInForce) {
+    SpacecraftRecord about_earth;
+    about_earth.central_number = 3, about_earth.epoch_day = 2451545;
+    about_earth.q = 5e-5, about_earth.e = 0.1, about_earth.n = 50;
+    SpacecraftRecord about_sun = about_earth;
+    about_sun.central_number = 10, about_sun.epoch_day = 2451600;
+    about_sun.q = 1, about_sun.n = 0.017;
+    const SpacecraftRecord records[] = {about_earth, about_sun};
+    ASSERT_TRUE(model->AddSpacecraft(7, records, 2));
+    const SSO_ID craft(SSO_SCFT, 7);
+    for (const auto& [day, centre] : {std::pair{2451500, 3}, {2451590, 3}, {2451601, 10}}) {
+        model->SetTime(day, 0.0, false);
+        EXPECT_EQ(model->GetCentralBodyID(craft), SSO_ID(SSO_PLNT, centre)) << day;
+    }
+}
+
+}  // namespace
