@@ -1,6 +1,7 @@
 #include "frames/frame_set.h"
 
-#include "solsys/earth_orientation.h"
+#include "frames/nutation.h"
+#include "frames/precession.h"
 
 namespace solsys {
 
@@ -9,16 +10,19 @@ FrameSet frames_at(Instant t, bool observer_on_earth, PrecessionSource precessio
     FrameSet f;
     double m[9];
 
-    if (nutation == nullptr ||
-        !nutation(t.day, t.fraction, m, &f.obliquity, &f.d_epsilon, &f.d_psi))
-        Nutation(t.day, t.fraction, m, &f.obliquity, &f.d_epsilon, &f.d_psi);
-    f.tod_from_mod = load_matrix(m);
-
-    if (precession == nullptr || !precession(t.day, t.fraction, m)) {
-        double zeta = 0, z = 0, theta = 0;
-        Precession(kJ2000Day, 0.0, t.day, t.fraction, m, &zeta, &z, &theta);
+    if (nutation != nullptr &&
+        nutation(t.day, t.fraction, m, &f.obliquity, &f.d_epsilon, &f.d_psi)) {
+        f.tod_from_mod = load_matrix(m);
+    } else {
+        const NutationAngles angles = short_nutation(t);
+        f.obliquity = angles.obliquity;
+        f.d_epsilon = angles.d_epsilon;
+        f.d_psi = angles.d_psi;
+        f.tod_from_mod = nutation_matrix(angles);
     }
-    f.mod_from_j2000 = load_matrix(m);
+    f.mod_from_j2000 = precession != nullptr && precession(t.day, t.fraction, m)
+                           ? load_matrix(m)
+                           : precession_matrix(kJ2000, t);
 
     // The Earth's nutation is of no use to an observer who stands elsewhere.
     f.cur_from_j2000 = observer_on_earth ? f.tod_from_mod * f.mod_from_j2000 : f.mod_from_j2000;

@@ -7,9 +7,10 @@
 #include <optional>
 
 #include "ephemeris/analytic/analytic_theory.h"
+#include "frames/nutation.h"
+#include "frames/precession.h"
 #include "solsys/calendar.h"
 #include "solsys/catalogue_table.h"
-#include "solsys/earth_orientation.h"
 #include "solsys/model.h"
 #include "solsys/platform.h"
 #include "solsys/time_scales.h"
@@ -150,17 +151,11 @@ CSWSolSys::CSWSolSys() : model_(std::make_unique<Model>()) {
     ET_UT::Init(nullptr);
     Model& m = *model_;
 
-    double matrix[9];
-    double obliquity = 0, d_epsilon = 0, d_psi = 0;
-    Nutation(solsys::kJ2000Day, 0.0, matrix, &obliquity, &d_epsilon, &d_psi);
-    m.ecl2k_from_j2000 = solsys::rotate_x(obliquity);
-
-    int day = 0;
-    double fraction = 0, zeta = 0, z = 0, theta = 0;
-    BJ('B', 1850, &day, &fraction);
-    Precession(solsys::kJ2000Day, 0.0, day, fraction, matrix, &zeta, &z, &theta);
-    m.jd_b1850 = day + fraction;
-    m.b1850_from_j2000 = solsys::load_matrix(matrix);
+    m.ecl2k_from_j2000 = solsys::rotate_x(solsys::short_nutation(solsys::kJ2000).obliquity);
+    Instant b1850{};
+    BJ('B', 1850, &b1850.day, &b1850.fraction);
+    m.jd_b1850 = b1850.jd();
+    m.b1850_from_j2000 = solsys::precession_matrix(solsys::kJ2000, b1850);
 
     m.current.observer.record.body_type = SSO_PLNT;
     m.current.observer.record.body_number = 3;

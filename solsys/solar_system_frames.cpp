@@ -1,8 +1,7 @@
 // Directions between the frames of the instant.
-#include <cmath>
-
+#include "core/fast_trig.h"
+#include "core/spherical.h"
 #include "solsys/model.h"
-#include "solsys/toolkit.h"
 
 using solsys::Mat3;
 using solsys::Vec3;
@@ -10,27 +9,13 @@ using solsys::Vec3;
 namespace {
 
 Vec3 direction(double longitude, double latitude) {
-    const double spherical[3] = {1.0, longitude, latitude};
-    double v[3];
-    sfp1(spherical, v);
-    return solsys::load(v);
+    return solsys::to_cartesian({1, longitude, latitude});
 }
 
 void angles(Vec3 v, double* longitude, double* latitude) {
-    double xyz[3];
-    double spherical[3];
-    store(v, xyz);
-    psf1(xyz, norm(v), spherical);
-    *longitude = spherical[1];
-    *latitude = spherical[2];
-}
-
-// Cosine of an angle from its sine, with the sign of the angle's quadrant.
-double cosine_from_sine(double angle, double sine) {
-    const double cosine = std::sqrt(std::fmax(0.0, 1 - sine * sine));
-    const double quadrant = std::trunc(angle / solsys::kHalfPi);
-    const bool negative = std::fmod(std::fabs(quadrant) + 1, 4.0) >= 2;
-    return negative ? -cosine : cosine;
+    const solsys::Spherical s = solsys::to_spherical(v, norm(v));
+    *longitude = s.lon;
+    *latitude = s.lat;
 }
 
 }  // namespace
@@ -60,10 +45,10 @@ bool CSWSolSys::GetMtrxTopo(OBSERVER* observer, double* matrix) const {
     if (observer == nullptr) return false;
     const double longitude = observer->location[1];
     const double latitude = observer->location[2];
-    const double sl = fmSin(longitude);
-    const double cl = cosine_from_sine(longitude, sl);
-    const double sb = fmSin(latitude);
-    const double cb = cosine_from_sine(latitude, sb);
+    const double sl = solsys::fm_sin(longitude);
+    const double cl = solsys::cos_from_sin(longitude, sl);
+    const double sb = solsys::fm_sin(latitude);
+    const double cb = solsys::cos_from_sin(latitude, sb);
     store(Mat3{{-cl * sb, sl, cl * cb}, {-sl * sb, -cl, sl * cb}, {cb, 0, sb}}, matrix);
     return true;
 }

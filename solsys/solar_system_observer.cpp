@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/spherical.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/model.h"
-#include "solsys/toolkit.h"
 
 using solsys::Mat3;
 using solsys::ObserverState;
@@ -28,9 +28,7 @@ bool well_formed(const OBSERVER& record) {
 }
 
 Vec3 cartesian(const double location[3]) {
-    double v[3];
-    sfp1(location, v);
-    return solsys::load(v);
+    return solsys::to_cartesian({location[0], location[1], location[2]});
 }
 
 // A place on an ellipsoid, body-fixed; height and radius in the same unit.

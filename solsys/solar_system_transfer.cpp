@@ -1,4 +1,5 @@
 // Locations and directions between frames named by a code.
+#include "core/spherical.h"
 #include "solsys/model.h"
 #include "solsys/toolkit.h"
 
@@ -93,7 +94,8 @@ void CSWSolSys::TransferLocationCoor(SphCoor* location, char to) {
     if (location->frame == LOCATION_SURFACE) {
         Plg2Plc(radius, flattening, location->location, v);
     } else {
-        sfp1(location->location, v);
+        const double* l = location->location;
+        store(solsys::to_cartesian({l[0], l[1], l[2]}), v);
     }
     if (location->frame == LOCATION_GALACTOCENTRIC) v[0] -= kGalacticCentre;
 
@@ -103,7 +105,11 @@ void CSWSolSys::TransferLocationCoor(SphCoor* location, char to) {
     if (to == LOCATION_SURFACE) {
         Plc2Plg(radius, flattening, v, location->location);
     } else {
-        psf1(v, Vmod(v, 3), location->location);
+        const solsys::Spherical s =
+            solsys::to_spherical(solsys::load(v), norm(solsys::load(v)));
+        location->location[0] = s.r;
+        location->location[1] = s.lon;
+        location->location[2] = s.lat;
     }
     location->frame = to;
 }

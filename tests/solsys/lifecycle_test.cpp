@@ -38,7 +38,7 @@ std::vector<double> derived(const CSWSolSys& model) {
     all.insert(all.end(), more.begin(), more.end());
     model.GetObserverVec2K(more.data());
     all.insert(all.end(), more.begin(), more.begin() + 6);
-    for (const char code : {0, 1, 2})
+    for (const char code : {char{0}, char{1}, char{2}})
         for (const double x : {0.0, 1.0}) {
             const double v[3] = {x, 0.5, 0.25};
             model.TransferLocationVec(v, 9, more.data(), code);

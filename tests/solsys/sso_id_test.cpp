@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -28,8 +29,9 @@ TEST(SsoId, CopiesNamesThatFitInSilence) {
 }
 
 TEST(SsoId, CutsNamesWithoutAnEndAndSaysSo) {
+    const SSO_ID endless = named(80);
     testing::internal::CaptureStdout();
-    const SSO_ID copy = named(80);
+    const SSO_ID copy(std::as_const(endless));
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "SSOName too short\n");
     EXPECT_EQ(std::strlen(copy.name), 79U);
 }
