@@ -7,18 +7,13 @@
 namespace solsys {
 namespace {
 
-// Days from J2000; in doubles, so that no day number overflows.
-double days_from_j2000(Instant t) {
-    return (static_cast<double>(t.day) - kJ2000Day) + t.fraction;
-}
-
 // One span for all bodies: that of the Chebyshev tables. Not a number is outside.
 bool covered(double days) { return days >= kChebyshevStart && days <= kChebyshevEnd; }
 
 }  // namespace
 
 bool analytic_planet(int planet, Instant t, bool with_velocity, State& out) {
-    const double days = days_from_j2000(t);
+    const double days = days_since_j2000(t);
     if (planet < 1 || planet > 9 || !covered(days)) return false;
     out = planet <= 6 ? vsop87a_planet(planet, days, with_velocity)
                       : chebyshev_planet(planet, days, with_velocity) -
@@ -27,14 +22,14 @@ bool analytic_planet(int planet, Instant t, bool with_velocity, State& out) {
 }
 
 bool analytic_moon(Instant t, bool with_velocity, State& out) {
-    const double days = days_from_j2000(t);
+    const double days = days_since_j2000(t);
     if (!covered(days)) return false;
     out = elpmpp02_moon(days, with_velocity);
     return true;
 }
 
 bool analytic_sun_barycentric(Instant t, State& out) {
-    const double days = days_from_j2000(t);
+    const double days = days_since_j2000(t);
     if (!covered(days)) return false;
     out = sun_from_barycentre(days, true);
     return true;

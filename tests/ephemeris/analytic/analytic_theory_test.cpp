@@ -49,6 +49,7 @@ struct Cut {
     std::size_t rows;
     double near_limit, near_rms, long_limit;  // arcsec added to the complete series
 };
+void PrintTo(const Cut& cut, std::ostream* out) { *out << cut.name; }
 
 const std::vector<Term>& terms_of(const Cut& cut) {
     static std::array<std::vector<Term>, kMoon + 1> tables;
