@@ -39,7 +39,8 @@ using MoonTerm = SeriesTerm<4>;
 
 namespace elpmpp02 {
 
-// Ratio of the mean motions of the Sun and the Moon, and of their distances over the mass sums.
+// Ratios of the mean motions of the Sun and the Moon, and of the distances of the Moon and the
+// Sun.
 constexpr double kM = 0.074801329;
 constexpr double kAlpha = 0.002571881;
 // Constants of the main problem against those it was computed with [arcsec, arcsec/century].
