@@ -16,46 +16,76 @@ struct SeriesUnits {
     double per_au;    // 1/km
 };
 
-// T_j(tc) up to j < terms. Those already there are kept: they belong to the same tc.
-inline void extend_polynomials(DE_EvalState& state, int terms) {
-    double before = state.pc[state.np - 2], last = state.pc[state.np - 1];
-    for (int j = state.np; j < terms; ++j) {
-        const double next = state.two_tc * last - before;
-        state.pc[j] = next;
-        before = last;
-        last = next;
+// Makes T_j(tc), and with velocity T_j'(tc), up to j < terms; what is there is kept, for it
+// belongs to the same tc.
+template <bool velocity>
+void extend_polynomials(DE_EvalState& state, int terms) {
+    const double two_tc = state.two_tc;
+    int j = state.np;
+    double t1 = state.pc[j - 1], t2 = state.pc[j - 2];
+    if constexpr (velocity) {
+        state.vc[2] = 2.0 * two_tc;
+        double d1 = state.vc[state.nv - 1], d2 = state.vc[state.nv - 2];
+        int k = state.nv;
+        const auto next_derivative = [&](double polynomial) {
+            const double next = two_tc * d1 + (2.0 * polynomial - d2);
+            state.vc[k++] = next;
+            d2 = d1;
+            d1 = next;
+        };
+        // Derivatives that positions alone have not asked for.
+        while (k < j && k < terms) next_derivative(state.pc[k - 1]);
+        for (; j < terms; ++j) {
+            const double next = two_tc * t1 - t2;
+            state.pc[j] = next;
+            if (j >= k) next_derivative(t1);
+            t2 = t1;
+            t1 = next;
+        }
+        if (terms > state.nv) state.nv = static_cast<std::int16_t>(terms);
+    } else {
+        for (; j < terms; ++j) {
+            const double next = two_tc * t1 - t2;
+            state.pc[j] = next;
+            t2 = t1;
+            t1 = next;
+        }
     }
     if (terms > state.np) state.np = static_cast<std::int16_t>(terms);
 }
 
-// T_j'(tc) up to j < terms; T_j must be there.
-inline void extend_derivatives(DE_EvalState& state, int terms) {
-    state.vc[2] = 2.0 * state.two_tc;
-    double before = state.vc[state.nv - 2], last = state.vc[state.nv - 1];
-    for (int j = state.nv; j < terms; ++j) {
-        const double next = state.two_tc * last + (2.0 * state.pc[j - 1] - before);
-        state.vc[j] = next;
-        before = last;
-        last = next;
+// Three sums of products of rows of terms coefficients with the polynomials, and with velocity
+// three more with their derivatives. The small terms of high degree go first, which keeps their
+// digits; even and odd degrees have sums of their own, which do not wait for each other.
+template <bool velocity>
+void sum_series(const DE_EvalState& state, const double* coefficients, int terms, double per_au,
+                double velocity_factor, double* out) {
+    const double* rows[3] = {coefficients, coefficients + terms, coefficients + 2 * terms};
+    double p[3][2] = {}, v[3][2] = {};
+    int j = terms;
+    if (terms % 2 != 0) {
+        --j;
+        for (int i = 0; i < 3; ++i) {
+            p[i][0] = rows[i][j] * state.pc[j];
+            if constexpr (velocity) v[i][0] = rows[i][j] * state.vc[j];
+        }
     }
-    if (terms > state.nv) state.nv = static_cast<std::int16_t>(terms);
-}
-
-// Three sums of products of rows of terms coefficients with polynomials first to terms - 1. The
-// small terms of high degree go first, which keeps their digits; three running sums keep the
-// processor busy.
-inline void sum_series(const double* coefficients, const double* polynomials, int first,
-                       int terms, double factor, double out[3]) {
-    const double *a = coefficients, *b = a + terms, *c = b + terms;
-    double x = 0, y = 0, z = 0;
-    for (int j = terms - 1; j >= first; --j) {
-        x += a[j] * polynomials[j];
-        y += b[j] * polynomials[j];
-        z += c[j] * polynomials[j];
+    while (j > 0) {
+        j -= 2;
+        for (int i = 0; i < 3; ++i) {
+            const double even = rows[i][j], odd = rows[i][j + 1];
+            p[i][0] += even * state.pc[j];
+            p[i][1] += odd * state.pc[j + 1];
+            if constexpr (velocity) {
+                v[i][0] += even * state.vc[j];
+                v[i][1] += odd * state.vc[j + 1];
+            }
+        }
     }
-    out[0] = x * factor;
-    out[1] = y * factor;
-    out[2] = z * factor;
+    for (int i = 0; i < 3; ++i) {
+        out[i] = (p[i][0] + p[i][1]) * per_au;
+        if constexpr (velocity) out[i + 3] = (v[i][0] + v[i][1]) * velocity_factor;
+    }
 }
 
 // Position, and velocity if asked for, at position within (0 to 1) of the record. The block
@@ -75,12 +105,13 @@ inline void evaluate_series(DE_EvalState& state, const double* block, int terms,
     }
 
     const double* coefficients = block + static_cast<std::ptrdiff_t>(sub) * 3 * terms;
-    extend_polynomials(state, terms);
-    sum_series(coefficients, state.pc, 0, terms, units.per_au, out);
+    const double velocity_factor = 2.0 * subs * units.per_span * units.per_au;
     if (velocity) {
-        extend_derivatives(state, terms);
-        const double factor = 2.0 * subs * units.per_span * units.per_au;
-        sum_series(coefficients, state.vc, 1, terms, factor, out + 3);
+        extend_polynomials<true>(state, terms);
+        sum_series<true>(state, coefficients, terms, units.per_au, velocity_factor, out);
+    } else {
+        extend_polynomials<false>(state, terms);
+        sum_series<false>(state, coefficients, terms, units.per_au, velocity_factor, out);
     }
 }
 
