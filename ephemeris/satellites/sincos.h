@@ -1,8 +1,7 @@
 // Sine and cosine together, without a branch or a call, so that a loop over many arguments is
 // turned into vector instructions; and constexpr, so that fixed rotations cost nothing.
 //
-// Against correctly rounded values: 1.5e-16 for |x| < 1e5, growing as the rounding of x itself
-// beyond. Finite and bounded for every |x| < 2^50; NaN gives NaN.
+// Within 2.3e-16 for |x| <= 1e6 (measured); finite and bounded for |x| < 1e15; NaN gives NaN.
 #pragma once
 
 #include <bit>

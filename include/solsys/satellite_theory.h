@@ -52,19 +52,20 @@ class SOLSYS_API SatTheory {
     ///
     /// \param day, fraction   instant, TT (or TDB, which changes nothing here): Julian date
     ///                        day + fraction
-    /// \param moonNumber      number of the moon within its system
+    /// \param moonNumber      number of the moon within its system; every class but JupiterSat
+    ///                        takes it modulo 100, so that the full body number serves as well
     /// \param velocityWanted  accepted for every theory; the velocity is always computed
     /// \param[out] out        position [au] and velocity [au/day], mean equator and equinox of
     ///                        J2000; written only when the answer is 0
     /// \return 0; 111 (`SAT_NOT_COVERED`) for a moon that the theory does not cover; -1 when
-    ///         the elements are invalid at this instant, or the instant is not finite or so far
-    ///         away that the series mean nothing; -1000 when Kepler's equation does not
+    ///         the elements are invalid at this instant, or the instant is not finite or 4e9
+    ///         days or more from J2000; -1000 when Kepler's equation does not
     ///         converge
     virtual int GetSatVector(int day, double fraction, int moonNumber,
                              unsigned char velocityWanted, double* out) const = 0;
 
     /// Gravitational parameter of the body that the moon orbits [au^3/day^2]; -1.0 for a moon
-    /// number that is not covered.
+    /// number that is not covered. The number is taken as it is by every class.
     virtual double GetPrimaryGM(int moonNumber) const = 0;
 
     const double kmToAU = 6.6845871226705985e-09;    ///< 1 / 149597870.691
@@ -148,7 +149,6 @@ class SOLSYS_API PlutoSat final : public PetitSat {
 
 /// Moons 1 to 80. 1 to 4: theory L1.2 (Lainey, Duriez & Vienne 2006, Astron. Astrophys. 456,
 /// 783); 5, 14 to 16: precessing ellipses of the inner moons; the rest by table rows.
-/// Unlike the other classes, it takes the number as given, not modulo 100.
 class SOLSYS_API JupiterSat final : public PetitSat {
   public:
     JupiterSat();

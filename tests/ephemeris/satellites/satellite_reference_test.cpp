@@ -22,9 +22,10 @@ Vec3 vector_of(const CsvRow& row, std::size_t first) {
 }
 
 // The reference evaluates arguments of up to 1e5 turns unreduced, so its phases are uncertain
-// by some 1e-10 rad: measured worst 4e-14 au, and 5e-13 au/day for the fast inner satellites.
-constexpr double kPositionTolerance = 1e-13;
-constexpr double kVelocityTolerance = 1.5e-12;
+// by some 1e-10 rad: measured worst 6.2e-14 au, and 1.5e-12 au/day for the fast inner
+// satellites.
+constexpr double kPositionTolerance = 1.3e-13;
+constexpr double kVelocityTolerance = 3e-12;
 
 class SatelliteTheory : public testing::TestWithParam<std::string> {};
 
@@ -129,9 +130,10 @@ TEST(MeanElements, AgreeWithSeparateProgram) {
         ASSERT_EQ(tables.EvalMeanElements(system, std::stoi(row[1]), std::stod(row[2]),
                                           table_row, 1, out),
                   0);
-        // The fast sine and cosine lose digits near the axes: measured worst as reported.
-        EXPECT_LT(worst(load(out), vector_of(row, 3)), 1e-12) << row[0] << " on " << row[1];
-        EXPECT_LT(worst(load(out + 3), vector_of(row, 6)), 1e-12) << row[0] << " on " << row[1];
+        // The sine and cosine are the fast ones: measured worst 3e-15 and 2e-14 (814, next to
+        // Neptune).
+        EXPECT_LT(worst(load(out), vector_of(row, 3)), 1e-14) << row[0] << " on " << row[1];
+        EXPECT_LT(worst(load(out + 3), vector_of(row, 6)), 6e-14) << row[0] << " on " << row[1];
         ++checked;
     }
     EXPECT_EQ(checked, 36);
