@@ -1,14 +1,12 @@
 // Satellites described by precessing ellipses: the tables and their evaluation.
-#include <cmath>
-#include <cstdlib>
 #include <iterator>
 #include <span>
 
+#include "core/fast_trig.h"
 #include "core/linalg.h"
 #include "ephemeris/satellites/equinoctial.h"
 #include "solsys/kepler.h"
 #include "solsys/satellite_theory.h"
-#include "solsys/toolkit.h"
 
 using namespace solsys;
 using namespace solsys::satellites;
@@ -69,25 +67,13 @@ const PetitSatElements* row_of(int system_code, int row) {
     return &table[static_cast<std::size_t>(row)];
 }
 
-struct FastSinCos {
-    double c, s;
-};
-
-// The sine follows from the cosine, with the sign of the quadrant.
-FastSinCos fast_sincos(double x) {
-    const double c = fmCos(x);
-    const double s = std::sqrt(std::fmax(0.0, 1 - c * c));
-    const auto quadrant = static_cast<int>(x / kHalfPi);
-    return {c, ((std::abs(quadrant) & 2) == 0) == (x >= 0) ? s : -s};
-}
-
 // From a plane given by its pole, x axis at its ascending node, to the equator.
 Mat3 equator_from_plane(double pole_ra, double pole_dec) {
-    const FastSinCos phi = fast_sincos(pole_ra + kHalfPi);
-    const FastSinCos theta = fast_sincos(kHalfPi - pole_dec);
-    return {{phi.c, -phi.s * theta.c, phi.s * theta.s},
-            {phi.s, phi.c * theta.c, -phi.c * theta.s},
-            {0, theta.s, theta.c}};
+    const solsys::SinCos phi = fast_sincos(pole_ra + kHalfPi);
+    const solsys::SinCos theta = fast_sincos(kHalfPi - pole_dec);
+    return {{phi.cos, -phi.sin * theta.cos, phi.sin * theta.sin},
+            {phi.sin, phi.cos * theta.cos, -phi.cos * theta.sin},
+            {0, theta.sin, theta.cos}};
 }
 
 }  // namespace

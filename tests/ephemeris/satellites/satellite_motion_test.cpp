@@ -176,7 +176,7 @@ TEST(MeanElements, NodeOfKerberosRegresses) {
     }
 }
 
-// Arguments are reduced in extended precision with 2 pi in two pieces, the first of 39 bits, so
+// Arguments are reduced in extended precision with 2 pi in two pieces, the first of 37 bits, so
 // that nothing is lost; the library's functions then see small ones, which all are good at.
 long double reduced(double x) {
     constexpr long double kHead = 0x1.921fb54440000p+2, kTail = 0x1.68c234c4c6629p-37;
