@@ -34,12 +34,13 @@ Frame parse_frame(const std::string& text) {
     throw BadInput(fmt::format("no frame '{}': use {}", text, known));
 }
 
-std::vector<Column> columns_for(Frame frame, bool site) {
+std::vector<Column> columns_for(Frame frame, bool site, const Zone& zone) {
     const bool equatorial = frame == Frame::kApparent || frame == Frame::kJ2000;
     std::vector<Column> columns{
         {"id", "", nullptr},
         {"name", "Body", nullptr},
-        {"time_utc", "Time (UTC)", nullptr},
+        {"time_utc", "", nullptr},
+        {"", fmt::format("Time ({})", zone.name()), nullptr},
         {"jd_tt", "", nullptr},
         {"ra_deg", equatorial ? "RA" : "", shown_hours},
         {"dec_deg", equatorial ? "Dec" : "", shown_degrees},
@@ -64,13 +65,14 @@ std::vector<Column> columns_for(Frame frame, bool site) {
     return columns;
 }
 
-std::vector<Cell> row_for(CSWSolSys& model, const Body& body, Utc utc, Frame frame, bool site) {
+std::vector<Cell> row_for(CSWSolSys& model, const Body& body, Utc utc, Frame frame, bool site,
+                          const Zone& zone) {
     const Tt tt = tt_from_utc(utc);
     const Place apparent = apparent_place(model, body.id);
     const Place shown = frame == Frame::kJ2000 ? astrometric_place(model, body.id) : apparent;
-    std::vector<Cell> row{
-        code_of(body.id), body.name,     iso_utc(utc),      tt.jd(),
-        shown.ra_deg,     shown.dec_deg, shown.distance_au, shown.light_time_days};
+    std::vector<Cell> row{code_of(body.id),  body.name,         iso_utc(utc),
+                          zone.seconds(utc), tt.jd(),           shown.ra_deg,
+                          shown.dec_deg,     shown.distance_au, shown.light_time_days};
     if (site) {
         const Horizontal place = horizontal_of(model, apparent);
         row.emplace_back(place.azimuth_deg);
@@ -105,6 +107,7 @@ void run(const Request& request) {
     const auto site = chosen_site(request.options);
     if (frame == Frame::kHorizontal && !site)
         throw BadInput("the horizontal frame needs a --site or a --city");
+    const Zone zone(request.options.zone.empty() ? "UTC" : request.options.zone);
     const std::vector<Utc> instants = chosen_instants(request.options);
     const Format format = request.options.format();
 
@@ -115,11 +118,11 @@ void run(const Request& request) {
             throw BadInput(fmt::format("no body '{}' in the catalogue", code_of(body.id)));
     place_observer(model, site);
 
-    Report report(columns_for(frame, site.has_value()));
+    Report report(columns_for(frame, site.has_value(), zone));
     for (const Body& body : bodies) {
         for (const Utc& utc : instants) {
             move_to(model, tt_from_utc(utc));
-            report.add(row_for(model, body, utc, frame, site.has_value()));
+            report.add(row_for(model, body, utc, frame, site.has_value(), zone));
         }
     }
     report.print(format);

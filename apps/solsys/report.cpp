@@ -22,9 +22,10 @@ bool is_number(const Cell& cell) {
 
 std::string quoted(const std::string& text) {
     if (text.find_first_of(",\"\n") == std::string::npos) return text;
-    std::string out = "\"";
-    for (const char c : text) out += c == '"' ? "\"\"" : std::string(1, c);
-    return out + '"';
+    std::string out(1, '"');
+    for (const char c : text) out.append(c == '"' ? 2U : 1U, c);
+    out.push_back('"');
+    return out;
 }
 
 }  // namespace

@@ -199,12 +199,24 @@ int Zone::offset_seconds(Utc utc) const {
     return summer ? rule_.summer : rule_.standard;
 }
 
-std::string Zone::date_time(Utc utc) const {
-    const Utc local = plus_days(utc, (offset_seconds(utc) + 30) / 86400.0);
+namespace {
+
+// The front of the ISO text of a local time, with a blank for the T.
+std::string local_text(Utc local, std::size_t after_t) {
     std::string text = iso_utc(local);
     const std::size_t t = text.find('T');
     text[t] = ' ';
-    return text.substr(0, t + 6);
+    return text.substr(0, t + after_t);
+}
+
+}  // namespace
+
+std::string Zone::date_time(Utc utc) const {
+    return local_text(plus_days(utc, (offset_seconds(utc) + 30) / 86400.0), 6);
+}
+
+std::string Zone::seconds(Utc utc) const {
+    return local_text(plus_days(utc, (offset_seconds(utc) + 0.5) / 86400.0), 9);
 }
 
 std::string Zone::clock(Utc utc) const {

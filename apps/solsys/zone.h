@@ -20,6 +20,8 @@ class Zone {
     [[nodiscard]] int offset_seconds(Utc utc) const;
     // "2026-11-21 19:03", rounded to the minute.
     [[nodiscard]] std::string date_time(Utc utc) const;
+    // "2026-11-21 19:03:04".
+    [[nodiscard]] std::string seconds(Utc utc) const;
     // "19:03".
     [[nodiscard]] std::string clock(Utc utc) const;
     // The midnight that starts the civil day of an instant.

@@ -1,0 +1,49 @@
+// Runs the solsys command as a user would, and catches what it prints.
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace support {
+
+struct Outcome {
+    int status = -1;
+    std::string out, err;
+
+    [[nodiscard]] nlohmann::json json() const { return nlohmann::json::parse(out); }
+};
+
+inline std::string contents(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The system's shell runs the program; its two streams go through files.
+inline Outcome run_command(const std::string& arguments) {
+    static int run = 0;
+    const auto folder = std::filesystem::temp_directory_path();
+    const std::string stem =
+        "solsys_test_" +
+        std::to_string(std::hash<std::string>{}(SOLSYS_COMMAND + std::to_string(++run)));
+    const auto out = folder / (stem + ".out");
+    const auto err = folder / (stem + ".err");
+    std::filesystem::path program(SOLSYS_COMMAND);
+    program.make_preferred();
+    const std::string line =
+        program.string() + " " + arguments + " > " + out.string() + " 2> " + err.string();
+    const int answer = std::system(line.c_str());
+    Outcome outcome;
+    // POSIX packs the exit status into the second byte, Windows answers it plainly.
+    outcome.status = answer > 255 ? answer / 256 : answer;
+    outcome.out = contents(out);
+    outcome.err = contents(err);
+    std::filesystem::remove(out);
+    std::filesystem::remove(err);
+    return outcome;
+}
+
+}  // namespace support
