@@ -21,16 +21,25 @@ double true_anomaly_by_series(double e, double M) {
            1097 * e5 / 960 * std::sin(5 * M);
 }
 
-double eccentric_anomaly_of_mean(double mu, double a, double e, double M) {
-    if (e > kNearParabolic)
-        return near_parabolic_anomaly(mu, (1 - e) * a, e, M * a * std::sqrt(a / mu));
-    double E = M;
+Anomaly newton(double e, double M, double start) {
+    double E = start;
     for (int pass = 0; pass < kPasses; ++pass) {
         const double step = (e * std::sin(E) + M - E) / (1 - e * std::cos(E));
         E += step;
-        if (std::fabs(step) < kTolerance) break;
+        if (std::fabs(step) < kTolerance) return {E, true};
     }
-    return E;
+    return {E, false};
+}
+
+double eccentric_anomaly_of_mean(double mu, double a, double e, double M) {
+    if (e > kNearParabolic)
+        return near_parabolic_anomaly(mu, (1 - e) * a, e, M * a * std::sqrt(a / mu));
+    const Anomaly E = newton(e, M, M);
+    if (E.converged) return E.value;
+    // From e = 0.98 on that start can go astray near perihelion. From aphelion the equation is
+    // convex all the way.
+    const double reduced = std::remainder(M, kTwoPi);
+    return newton(e, reduced, std::copysign(kPi, reduced)).value;
 }
 
 double true_anomaly(double mu, double a, double e, double M) {

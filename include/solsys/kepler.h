@@ -136,7 +136,14 @@ static_assert(offsetof(tagComet_SPH_5, Q) == 24 && offsetof(tagComet_SPH_5, q) =
 /// \return false when an iteration reached its limit.
 ///
 /// Ellipses above e = 0.99995 are solved in the time since perihelion, which is first reduced
-/// to within one period.
+/// to within one period. A mean anomaly within 1e-9 rad of an apsis is taken as the apsis.
+///
+/// Accuracy of the anomaly against extended precision: hyperbolas and parabolas to rounding;
+/// near-parabolic ellipses 6e-10 of it within a radian of perihelion and 1e-7 rad up to
+/// aphelion; other ellipses within 2.5e-10 / (1 - e cos E)^2 rad, the bound of Steffensen's
+/// stopping rule. That is 1e-9 rad or better everywhere for e < 0.7 and away from perihelion
+/// for any e, but at perihelion 2e-8 rad for e = 0.95, 4e-6 for e = 0.995 and 3e-3 for e =
+/// 0.9999.
 SOLSYS_API bool Kepler(short velocity, double mu, int day, double fraction, Elements elements,
                        double r[3], double v[3]);
 
@@ -162,6 +169,11 @@ SOLSYS_API bool KeplerPQComets(short velocity, int day, double fraction,
 /// (one process-wide pair, shared with the comets' overload), so stepping one object through
 /// time is cheap; the answer does not depend on the start beyond the tolerance of 1e-10 rad.
 /// Safe to call from several threads: a foreign start only costs iterations.
+///
+/// Accuracy, the record's single precision aside: 5e-8 rad of anomaly at worst, close to the
+/// apsides, where the sine that follows from the fast cosine has half the digits; 1e-10
+/// elsewhere. Within 1e-8 rad of perihelion the iteration may not settle: false, the position
+/// as good.
 SOLSYS_API bool KeplerPQ5(short velocity, int day, double fraction,
                           const tagAster_SPH_5* record, double out[6]);
 
@@ -182,8 +194,9 @@ SOLSYS_API bool KeplerPQ5(short velocity, int day, double fraction,
 /// \return false, with a distance of 0 and nothing else written, for e above 0.999999 or not a
 ///         number.
 ///
-/// Below e = 0.2 the true anomaly is the equation of the centre to the fifth power of e: its
-/// first term left out is worth 2e-4 rad at e = 0.2 and shrinks with e^6.
+/// Below e = 0.2 the true anomaly is the equation of the centre to the fifth power of e, good
+/// to 2.2 e^6 rad: 3.4e-8 at e = 0.05 and 1.4e-4 at e = 0.2. Up to e = 0.99995 the position is
+/// good to 4e-12 a, above to 4e-9 a.
 SOLSYS_API bool ElementsToVector(short velocity, double mu, double a, double e, double i,
                                  double node, double perihelion_longitude,
                                  double mean_longitude, double r[3], double* distance,
@@ -193,8 +206,9 @@ SOLSYS_API bool ElementsToVector(short velocity, double mu, double a, double e, 
 ///
 /// Fills all of `out` but the epoch, which is the caller's. Orbits with |1/a| <= 1e-9 1/au are
 /// given as parabolas. A planar orbit has its node at 0 (direct) or pi (retrograde), a circular
-/// one its perihelion wherever rounding puts it. No guard against a radial orbit.
-/// \return true.
+/// one its perihelion wherever rounding puts it. The argument of perihelion of a planar orbit
+/// is counted from the node eastwards, so that of a retrograde one is the negative of the angle
+/// that `Kepler` takes. No guard against a radial orbit. \return true.
 SOLSYS_API bool VectorToElements(double mu, const double r[3], const double v[3],
                                  Elements* out);
 
