@@ -27,7 +27,7 @@ struct ObserverState {
     Mat3 body_from_j2000 = kIdentity;    // J2000 equator to the observer body's frame
     Mat3 j2000_from_body = kIdentity;    // its transpose, as GetMtrxEq2K_PlEq gives it
     Mat3 body_from_horizon = kIdentity;  // columns north, west, zenith
-    Mat3 orbit_from_j2000 = kIdentity;   // radial, transverse, normal rows of the body's orbit
+    Mat3 orbit_from_j2000 = kIdentity;   // rows: to the centre, backwards, the normal
 };
 
 // What SaveT3Data keeps: the instant and all that follows from it and from the observer.

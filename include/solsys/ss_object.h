@@ -175,7 +175,8 @@ class SOLSYS_API SS_DwarfPlanetObject : public SS_PlanetObject {
     int IntegrationCount() const { return integrations_; }
 
   private:
-    bool StateFromElements(int day, double fraction, bool velocity, double* out) const;
+    bool StateFromElements(double mu, int day, double fraction, bool velocity,
+                           double* out) const;
 
     Elements elements_{};
     bool has_elements_ = false;

@@ -64,12 +64,12 @@ bool SS_DwarfPlanetObject::SetElements() {
     return true;
 }
 
-bool SS_DwarfPlanetObject::StateFromElements(int day, double fraction, bool velocity,
+bool SS_DwarfPlanetObject::StateFromElements(double mu, int day, double fraction, bool velocity,
                                              double* out) const {
     if (!has_elements_) return false;
     double r[3];
     double v[3] = {};
-    if (!Kepler(velocity ? 1 : 0, solsys::kSunGm, day, fraction, elements_, r, v)) return false;
+    if (!Kepler(velocity ? 1 : 0, mu, day, fraction, elements_, r, v)) return false;
     store(kEquatorFromEcliptic * solsys::State{solsys::load(r), solsys::load(v)}, out);
     return true;
 }
@@ -84,7 +84,10 @@ int SS_DwarfPlanetObject::ComputeState(int day, double fraction, bool velocity, 
             return Keep(day, fraction, true, state, state, out);
     }
     if (number_ == kPluto) return SS_PlanetObject::ComputeState(day, fraction, velocity, out);
-    if (!StateFromElements(day, fraction, velocity, state)) return SS_UNKNOWN;
+    // The mean motion of the elements is fitted to the true motion: the velocity is to go with
+    // it, and not with the Sun's GM.
+    const double mu = elements_.n * elements_.n * elements_.q * elements_.q * elements_.q;
+    if (!StateFromElements(mu, day, fraction, velocity, state)) return SS_UNKNOWN;
     return Keep(day, fraction, velocity, state, state, out);
 }
 
@@ -98,7 +101,7 @@ void SS_DwarfPlanetObject::AttachIntegrator(IntegRA15* integrator) {
     double state[6];
     const int day = elements_.epochDay;
     const double fraction = elements_.epochFraction;
-    if (!StateFromElements(day, fraction, true, state) ||
+    if (!StateFromElements(solsys::kSunGm, day, fraction, true, state) ||
         !integrator_->Start(day, fraction, state)) {
         delete integrator_;
         integrator_ = nullptr;
