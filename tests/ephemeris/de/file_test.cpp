@@ -63,11 +63,13 @@ TEST_F(DeFile, AFolderGivesItsLongestSpan) {
     broken.pop_back();
     folder_.write("broken.441", broken);
     std::filesystem::create_directory(folder_ / "folder.405");
-    std::filesystem::permissions(folder_.write("unreadable.405", file_with(99)),
-                                 std::filesystem::perms::none);
-    // Some users, and some systems, read everything.
-    const bool all = solsys::is_readable_file(folder_ / "unreadable.405");
-    if (all) std::filesystem::remove(folder_ / "unreadable.405");
+    const std::string unreadable = folder_.write("unreadable.405", file_with(99));
+    std::filesystem::permissions(unreadable, std::filesystem::perms::none);
+    if (solsys::is_readable_file(unreadable)) {
+        // Some users, and some systems, read everything.
+        std::filesystem::permissions(unreadable, std::filesystem::perms::owner_all);
+        std::filesystem::remove(unreadable);
+    }
 
     ASSERT_TRUE(DE_Ephemeris::open(folder_.path().c_str()));
     EXPECT_EQ(covered(), 7);
