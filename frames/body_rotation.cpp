@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "core/constants.h"
+#include "core/instant.h"
 #include "frames/rotation_series.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/toolkit.h"
@@ -121,7 +122,7 @@ void PlanetographicalMatrix(int day, double fraction, short body, const double* 
         const double theta = SiderialTime(true, day, fraction);
         equator_from_body = rotate_z(-theta);
     } else {
-        const double d = (day - kJ2000Day) + fraction;
+        const double d = days_since_j2000({day, fraction});
         const auto [alpha, delta, w] = table_angles(body, d);
         equator_from_body = load_matrix(m) * body_matrix_from_pole(
                                                  kDegree * alpha, kDegree * delta, kDegree * w);

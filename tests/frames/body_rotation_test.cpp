@@ -149,6 +149,18 @@ TEST_F(RotationTable, TurnsAboutThePoleByThePublishedRate) {
     }
 }
 
+TEST_F(RotationTable, AnswersAnyDay) {
+    const double m[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    double transposed[9], out[9];
+    for (const int day : {-2147483647 - 1, -1, 2147483647}) {
+        for (short row = 0; row <= 46; ++row) {
+            if (row == 3) continue;  // sidereal time has its own limits
+            PlanetographicalMatrix(day, 0.5, row, m, transposed, out);
+            EXPECT_NEAR(determinant(load_matrix(out)), 1.0, 1e-14) << day << ' ' << row;
+        }
+    }
+}
+
 TEST_F(RotationTable, SecularTermsCountTenThousandYears) {
     // The pole of Mars moves by 0.108 deg in right ascension and 0.061 deg in declination in
     // one unit of time, here 3652500 days, and the Sun's meridian by 14.1844 deg.
