@@ -1,7 +1,5 @@
 #include "solsys/calendar.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <limits>
 
@@ -9,8 +7,7 @@ namespace {
 
 constexpr double kGregorianStart = 2299161;  // noon of 1582 October 15
 
-// Beyond any date that the calendar arithmetic means anything for.
-constexpr double kLargestDay = 2e9;
+constexpr double kLargestDay = 2e9;  // fits a day number, with room for what is added to it
 
 bool is_gregorian(int year, int month, int day) {
     if (year != 1582) return year > 1582;
@@ -18,13 +15,14 @@ bool is_gregorian(int year, int month, int day) {
     return day >= 15;
 }
 
-short to_short(double value) {
-    return static_cast<short>(std::clamp<double>(value, std::numeric_limits<short>::min(),
-                                                 std::numeric_limits<short>::max()));
+// False for NaN too.
+bool fits_short(double value) {
+    return value >= std::numeric_limits<short>::min() &&
+           value <= std::numeric_limits<short>::max();
 }
 
 void split(double jd, int* day, double* fraction) {
-    *day = static_cast<int>(jd);
+    *day = std::fabs(jd) < kLargestDay ? static_cast<int>(jd) : 0;
     *fraction = jd - *day;
 }
 
@@ -46,7 +44,6 @@ void DJ(int* day, double* fraction, short year, short month, short day_of_month,
     }
     const double c = std::trunc(y < 0 ? 365.25 * y - 0.75 : 365.25 * y);
     const double d = std::trunc(30.6001 * (m + 1));
-    if (!std::isfinite(second) || std::fabs(second) > 1e13) second = 0;
     const double jd = c + d + day_of_month + 1720994.5 + b +
                       ((hour * 60.0 + minute) * 60.0 + second) / 86400.0;
     split(jd, day, fraction);
@@ -54,7 +51,9 @@ void DJ(int* day, double* fraction, short year, short month, short day_of_month,
 
 void JD(int day, double fraction, short* year, short* month, short* day_of_month,
         double* day_fraction, short* hour, short* minute, double* second) {
-    if (!std::isfinite(fraction) || std::fabs(fraction) > kLargestDay) fraction = 0;
+    *year = *month = *day_of_month = *hour = *minute = 0;
+    *day_fraction = *second = 0;
+
     double whole = day;
     if (fraction < 0) {
         const double days = std::trunc(fraction);
@@ -78,13 +77,14 @@ void JD(int day, double fraction, short* year, short* month, short* day_of_month
     double y = m > 2.5 ? c - 4716 : c - 4715;
     if (y < 1) y -= 1;  // historical: the year before 1 is -1
 
+    if (!fits_short(y)) return;
+
     const double whole_date = std::trunc(date);
-    const double rest = date - whole_date;
-    const double hours = std::trunc(24 * rest);
-    const double minutes_rest = 60 * (24 * rest - hours);
-    double whole_minutes = std::trunc(minutes_rest);
-    double whole_hours = hours;
-    double seconds = 60 * (minutes_rest - whole_minutes);
+    const double hours = 24 * (date - whole_date);
+    double whole_hours = std::trunc(hours);
+    const double minutes = 60 * (hours - whole_hours);
+    double whole_minutes = std::trunc(minutes);
+    double seconds = 60 * (minutes - whole_minutes);
     if (std::fabs(seconds - 60) <= 0.0001) {
         seconds = 0;
         whole_minutes += 1;
@@ -93,12 +93,12 @@ void JD(int day, double fraction, short* year, short* month, short* day_of_month
             whole_hours += 1;
         }
     }
-    *year = to_short(y);
-    *month = to_short(m);
-    *day_of_month = to_short(whole_date);
-    *day_fraction = rest;
-    *hour = to_short(whole_hours);
-    *minute = to_short(whole_minutes);
+    *year = static_cast<short>(y);
+    *month = static_cast<short>(m);
+    *day_of_month = static_cast<short>(whole_date);
+    *day_fraction = date - whole_date;
+    *hour = static_cast<short>(whole_hours);
+    *minute = static_cast<short>(whole_minutes);
     *second = seconds;
 }
 

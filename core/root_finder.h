@@ -8,7 +8,8 @@
 namespace solsys {
 
 // Root of f in [a, b], where it has opposite signs (not tested), to `tol`. Converges for every
-// function by bisection at worst; end points that are not finite give NaN.
+// function by bisection at worst, one that gives NaN included; end points that are not finite
+// give NaN.
 //
 // Source: Brent 1973, Algorithms for Minimization without Derivatives, in the form of Forsythe,
 // Malcolm & Moler 1977.
@@ -31,7 +32,8 @@ double zeroin(double a, double b, Function&& f, double tol) {
         }
         const double tol1 = 2 * epsilon * std::fabs(b) + 0.5 * tol;
         const double xm = 0.5 * (c - b);
-        if (std::fabs(xm) <= tol1 || fb == 0) return b;
+        // Written so that an interval too wide for its difference to be finite ends it too.
+        if (!(std::fabs(xm) > tol1) || fb == 0) return b;
 
         bool bisect = true;
         if (std::fabs(e) >= tol1 && std::fabs(fa) > std::fabs(fb)) {

@@ -42,13 +42,12 @@ Signed shown(double degrees, short mode) {
 }  // namespace
 
 char GMS2Rad(const GMSAngle* record, double* radians, short mode) {
-    int degrees = record->degrees;
-    if (mode == kClock) {
-        if (degrees == 12) degrees -= 12;
-        if (record->sign == 'p') degrees += 12;
-    }
-    double value = (record->seconds / 60.0 + record->minutes) / 60.0 + degrees;
+    double value = (record->seconds / 60.0 + record->minutes) / 60.0 + record->degrees;
     if (record->sign == '-') value = -value;
+    if (mode == kClock) {
+        if (record->degrees == 12) value -= 12;
+        if (record->sign == 'p') value += 12;
+    }
     if (mode == kHours || mode == kClock) value *= 15;
     *radians = value * solsys::kDegree;
     return record->sign;

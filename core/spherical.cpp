@@ -10,6 +10,7 @@ using solsys::Vec3;
 namespace {
 
 constexpr double kZeroModulus = 1e-13;
+constexpr double kQuarterTurn = 1.570796326794897;  // as psf gives it for the axes
 
 }  // namespace
 
@@ -25,13 +26,13 @@ void psf(const double* xyz, double modulus, double* out) {
     const bool no_z = std::fabs(v.z) < kZeroModulus;
     if (no_x && no_y) {
         out[1] = 0;
-        out[2] = v.z > 0 ? solsys::kHalfPi : -solsys::kHalfPi;
+        out[2] = v.z > 0 ? kQuarterTurn : -kQuarterTurn;
     } else if (no_y && no_z) {
         out[1] = v.x > 0 ? 0 : solsys::kPi;
         out[2] = 0;
     } else if (no_x && no_z) {
         // Not brought into [0, 2 pi): hosts know the -y axis by this value.
-        out[1] = v.y > 0 ? solsys::kHalfPi : -solsys::kHalfPi;
+        out[1] = v.y > 0 ? kQuarterTurn : -kQuarterTurn;
         out[2] = 0;
     } else {
         const solsys::Spherical s = solsys::to_spherical(v, modulus);

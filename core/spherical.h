@@ -15,7 +15,10 @@ struct Spherical {
 
 inline double longitude_of(double x, double y) {
     const double lon = std::atan2(y, x);
-    return lon < 0 ? lon + kTwoPi : lon;
+    if (!(lon < 0)) return lon;
+    const double turned = lon + kTwoPi;
+    return turned < kTwoPi ? turned
+                           : 0;  // just below the x axis the sum rounds to a whole turn
 }
 
 // With the caller's modulus; modulus 0 gives zeros.
@@ -31,10 +34,6 @@ inline Vec3 to_cartesian(Spherical s) {
     const double sin_lat = fm_sin(s.lat);
     const double cos_lat = cos_from_sin(s.lat, sin_lat);
     return {s.r * (cos_lat * cos_lon), s.r * (cos_lat * sin_lon), s.r * sin_lat};
-}
-
-inline Vec3 load_spherical_direction(double lon, double lat) {
-    return to_cartesian({1, lon, lat});
 }
 
 }  // namespace solsys

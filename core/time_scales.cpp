@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cmath>
 #include <iterator>
+#include <limits>
 
 #include "core/constants.h"
 #include "solsys/calendar.h"
@@ -110,7 +111,8 @@ const ET_UT_Poly* GetSegments() {
 
 double Get(int day, double fraction) {
     const double jd = day + fraction;
-    if (jd >= kKeys.front() || std::isnan(jd)) {
+    if (!std::isfinite(jd)) return std::numeric_limits<double>::quiet_NaN();
+    if (jd >= kKeys.front()) {
         const auto after =
             jd >= kKeys.back() ? kKeys.end() : std::upper_bound(kKeys.begin(), kKeys.end(), jd);
         return kRows[std::distance(kKeys.begin(), after) - 1].delta_t;
@@ -118,7 +120,11 @@ double Get(int day, double fraction) {
     short year = 0, month = 0, date = 0, hour = 0, minute = 0;
     double day_fraction = 0, second = 0;
     JD(day, fraction, &year, &month, &date, &day_fraction, &hour, &minute, &second);
-    return before_table(static_cast<float>(year + (month - 0.5) / 12));
+    // Beyond the calendar (32,768 BC) the month no longer matters.
+    const double decimal_year =
+        month == 0 ? 2000 + (jd - solsys::kJ2000Day) / solsys::kDaysPerJulianYear
+                   : year + (month - 0.5) / 12;
+    return before_table(static_cast<float>(decimal_year));
 }
 
 void UT2ET(double jd, int& day, double& fraction) {

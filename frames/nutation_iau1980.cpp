@@ -1,7 +1,8 @@
 // IAU 1980 theory of nutation (Seidelmann 1982, Celest. Mech. 27, 79).
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
+#include <cstdint>
 #include <iterator>
 
 #include "frames/nutation.h"
@@ -45,10 +46,12 @@ std::array<double, 5> delaunay_arguments(double T) {
                                 {335778.877, 1739527263.137, -13.257, 0.011},
                                 {1072261.307, 1602961601.328, -6.891, 0.019},
                                 {450160.28, -6962890.539, 7.455, 0.008}};
+    constexpr double kTurn = 1296000;  // arcsec
     std::array<double, 5> arguments{};
     for (std::size_t i = 0; i < 5; ++i) {
         const double arcsec = c[i][0] + T * (c[i][1] + T * (c[i][2] + T * c[i][3]));
-        arguments[i] = std::fmod(arcsec, 1296000.0) * kArcsec;
+        // Whole turns leave before the conversion, exactly.
+        arguments[i] = (arcsec - kTurn * std::trunc(arcsec / kTurn)) * kArcsec;
     }
     return arguments;
 }
@@ -72,25 +75,54 @@ constexpr Phase operator*(Phase a, Phase b) {
 constexpr int kLargestMultiple = [] {
     int largest = 0;
     for (const Term& term : kTerms)
-        for (const int n : term.multiple)
-            largest = n > largest ? n : -n > largest ? -n : largest;
+        for (const int n : term.multiple) largest = std::max(largest, n < 0 ? -n : n);
     return largest;
 }();
-constexpr int kMultiples = 2 * kLargestMultiple + 1;
 
 // exp(i n a) for n = -largest .. largest.
-using Multiples = std::array<Phase, kMultiples>;
-Multiples multiples_of(double a) {
-    Multiples out{};
-    const Phase first{std::cos(a), std::sin(a)};
-    Phase power{1, 0};
-    for (int n = 0; n <= kLargestMultiple; ++n) {
-        out[static_cast<std::size_t>(kLargestMultiple + n)] = power;
-        out[static_cast<std::size_t>(kLargestMultiple - n)] = {power.cos, -power.sin};
-        power = power * first;
+class Multiples {
+  public:
+    explicit Multiples(double a) {
+        const Phase first{std::cos(a), std::sin(a)};
+        Phase power{1, 0};
+        for (int n = 0; n <= kLargestMultiple; ++n) {
+            at(n) = power;
+            at(-n) = {power.cos, -power.sin};
+            power = power * first;
+        }
     }
-    return out;
+    Phase operator[](int n) const {
+        return phases_[static_cast<unsigned>(kLargestMultiple + n)];
+    }
+
+  private:
+    Phase& at(int n) { return phases_[static_cast<unsigned>(kLargestMultiple + n)]; }
+    std::array<Phase, 2 * kLargestMultiple + 1> phases_;
+};
+
+// The distinct combinations of some of the arguments that occur in the series, and which of
+// them each term has.
+template <std::size_t N>
+struct Combinations {
+    std::array<std::array<int, N>, kTermCount> multiples{};
+    std::size_t count = 0;
+    std::array<std::uint8_t, kTermCount> of_term{};
+};
+template <std::size_t... Argument>
+constexpr auto combinations_of() {
+    Combinations<sizeof...(Argument)> all;
+    for (std::size_t term = 0; term < kTermCount; ++term) {
+        const std::array<int, sizeof...(Argument)> wanted{kTerms[term].multiple[Argument]...};
+        std::size_t i = 0;
+        while (i < all.count && all.multiples[i] != wanted) ++i;
+        if (i == all.count) all.multiples[all.count++] = wanted;
+        all.of_term[term] = static_cast<std::uint8_t>(i);
+    }
+    return all;
 }
+constexpr auto kAnomalies = combinations_of<0, 1>();  // of l and l'
+constexpr auto kNodal = combinations_of<2, 3, 4>();   // of F, D and Omega
+static_assert(kAnomalies.count == 14 && kNodal.count == 29);
 
 }  // namespace
 
@@ -99,7 +131,7 @@ NutationAngles nutation_iau1980(Instant t) {
     const auto arguments = delaunay_arguments(T);
     double psi = 0;
     double eps = 0;
-    // Smallest terms first.
+    // The leading term last, so that the small ones are not lost in it.
     for (auto term = kTerms.rbegin(); term != kTerms.rend(); ++term) {
         double argument = 0;
         for (std::size_t i = 0; i < 5; ++i) argument += term->multiple[i] * arguments[i];
@@ -112,18 +144,29 @@ NutationAngles nutation_iau1980(Instant t) {
 NutationAngles nutation_iau1980_by_recurrence(Instant t) {
     const double T = centuries_since_j2000(t);
     const auto arguments = delaunay_arguments(T);
-    std::array<Multiples, 5> phases{};
-    for (std::size_t i = 0; i < 5; ++i) phases[i] = multiples_of(arguments[i]);
+    const Multiples l(arguments[0]);
+    const Multiples lp(arguments[1]);
+    const Multiples F(arguments[2]);
+    const Multiples D(arguments[3]);
+    const Multiples Om(arguments[4]);
+
+    std::array<Phase, kAnomalies.count> anomalies;
+    for (std::size_t i = 0; i < anomalies.size(); ++i) {
+        const auto& n = kAnomalies.multiples[i];
+        anomalies[i] = l[n[0]] * lp[n[1]];
+    }
+    std::array<Phase, kNodal.count> nodal;
+    for (std::size_t i = 0; i < nodal.size(); ++i) {
+        const auto& n = kNodal.multiples[i];
+        nodal[i] = F[n[0]] * D[n[1]] * Om[n[2]];
+    }
 
     double psi = 0;
     double eps = 0;
-    for (auto term = kTerms.rbegin(); term != kTerms.rend(); ++term) {
-        const auto factor = [&](std::size_t i) {
-            return phases[i][static_cast<std::size_t>(kLargestMultiple + term->multiple[i])];
-        };
-        const Phase phase = (factor(0) * factor(1)) * ((factor(2) * factor(3)) * factor(4));
-        psi += (term->psi_sin + term->psi_sin_t * T) * phase.sin;
-        eps += (term->eps_cos + term->eps_cos_t * T) * phase.cos;
+    for (std::size_t i = kTermCount; i-- > 0;) {
+        const Phase phase = anomalies[kAnomalies.of_term[i]] * nodal[kNodal.of_term[i]];
+        psi += (kTerms[i].psi_sin + kTerms[i].psi_sin_t * T) * phase.sin;
+        eps += (kTerms[i].eps_cos + kTerms[i].eps_cos_t * T) * phase.cos;
     }
     return angles_of(T, psi, eps);
 }

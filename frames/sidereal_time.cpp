@@ -14,7 +14,8 @@ double fraction_of(double x) { return x - std::trunc(x); }
 // An angle in turns into [0, 2 pi).
 double positive_angle(double turns) {
     const double angle = kTwoPi * fraction_of(turns);
-    return angle < 0 ? angle + kTwoPi : angle;
+    if (!(angle < 0)) return angle;
+    return angle + kTwoPi < kTwoPi ? angle + kTwoPi : 0;  // a whole turn by rounding is none
 }
 
 }  // namespace
@@ -23,8 +24,7 @@ double mean_sidereal_time(Instant t) {
     // Days of UT since the civil midnight with which the Julian day's date starts.
     const double u = t.fraction - 0.5 - ET_UT::Get(t.day, t.fraction) / kSecondsPerDay;
     const double n = std::trunc(u);
-    const double T =
-        ((static_cast<double>(t.day) - kJ2000Day) + n + 0.5) / kDaysPerJulianCentury;
+    const double T = (days_since_j2000({t.day, n}) + 0.5) / kDaysPerJulianCentury;
     // At 0h UT [turns]: 24110.54841 s + 8640184.812866 s T + 0.093104 s T^2 - 6.2e-6 s T^3
     const double g =
         0.2790572732638889 +

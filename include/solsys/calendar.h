@@ -9,15 +9,22 @@
 #include "solsys/export.h"
 
 /// Calendar to Julian date, split by truncation. 1582 October 5 to 14 count as Julian dates;
-/// year 0 acts as year 1.
+/// year 0 acts as year 1. Months, days, hours, minutes and seconds may lie outside their usual
+/// range where the arithmetic carries them; the result is rounded as a double Julian date, to
+/// about 4e-5 s.
+///
+/// A second that is not finite, or carries the date beyond 2e9 days, leaves day 0 and the whole
+/// Julian date in the fraction.
 ///
 /// Source: Meeus 1998, Astronomical Algorithms, chapter 7.
 SOLSYS_API void DJ(int* day, double* fraction, short year, short month, short day_of_month,
                    short hour, short minute, double second);
 
 /// Julian date to calendar. A second within 0.0001 of 60 carries into the minute and the hour,
-/// not into the day: an hour of 24 can result. A date that is not finite counts as 0; years
-/// beyond the range of `short` are cut to it.
+/// not into the day: an hour of 24 can result. `day_fraction` [day] counts from midnight. Dates
+/// before JD 0 are outside the rule's range: their parts follow its truncations.
+///
+/// A date that is not finite, or whose year does not fit a `short`, gives zeros: no month is 0.
 ///
 /// Source: Meeus 1998, Astronomical Algorithms, chapter 7.
 SOLSYS_API void JD(int day, double fraction, short* year, short* month, short* day_of_month,
@@ -28,5 +35,6 @@ SOLSYS_API void JD(int day, double fraction, short* year, short* month, short* d
 /// Source: Lieske 1979, Astron. Astrophys. 73, 282.
 SOLSYS_API void BJ(char kind, short year, int* day, double* fraction);
 
-/// Moves whole days of the fraction into the day; after JD 2400000 the fraction ends in [0, 1).
+/// Moves whole days of the fraction into the day; after JD 2400000 the fraction ends in [0, 1),
+/// before it may end in (-1, 0). A date that is not finite, or beyond 2e9 days, stays as it is.
 SOLSYS_API void Adjust_JD(int* day, double* fraction);

@@ -25,8 +25,10 @@ class SOLSYS_API ET_UT_Poly {
 SOLSYS_API bool Init(const char* path);
 /// Ends a registration; without one it changes nothing. Both may be called from any thread.
 SOLSYS_API void Finish();
-/// Delta T [s] at an instant; needs no registration. An instant that is not a number gives the
-/// last value of the table.
+/// Delta T [s] at an instant; needs no registration and may be called from any thread. The
+/// table is a step function: each value holds from its date on, without interpolation, the last
+/// one (69.184 s, 2017) for ever. Before 1650 the polynomial of the month's decimal year,
+/// formed in single precision, answers. An instant that is not finite gives NaN.
 SOLSYS_API double Get(int day, double fraction);
 /// A UT Julian date as a split dynamical one; the fraction may exceed 1. What is not finite, or
 /// beyond the range of a day number, comes back as the fraction of day 0.

@@ -71,11 +71,13 @@ SOLSYS_API void M3rot(const double* u, double c, double s, double* out);
 /// @{
 
 /// Spherical coordinates; `modulus` is the caller's. At a modulus up to 1e-13 the angles are 0.
-/// Within 1e-13 of an axis the angles are exact, and the -y axis has longitude -pi/2.
+/// Within 1e-13 of an axis the angles are those of the axis, and the -y axis has longitude
+/// -pi/2.
 SOLSYS_API void psf(const double* xyz, double modulus, double* out);
 /// The same without the special cases of the axes; modulus 0 gives zeros.
 SOLSYS_API void psf1(const double* xyz, double modulus, double* out);
-/// Cartesian coordinates of a spherical vector.
+/// Cartesian coordinates of a spherical vector. One of each sine and cosine is formed from the
+/// other: near an axis the small one carries an absolute error of up to 1e-8.
 SOLSYS_API void sfp(const double* sph, double* out);
 /// The same.
 SOLSYS_API void sfp1(const double* sph, double* out);
@@ -86,19 +88,21 @@ SOLSYS_API void cartesianToSpherical(const double* xyz, double* out);
 /// Planetographic to planetocentric Cartesian, equatorial radius a, flattening f.
 SOLSYS_API void Plg2Plc(double a, double f, const double* geo, double* out);
 /// The inverse. \return number of iterations, or -1 when they stopped converging (the outputs
-/// are written all the same). The longitude is in (-pi, pi].
+/// are written all the same). The longitude is in (-pi, pi]. On the axis the latitude is
+/// +-pi/2 and the height exact, after 0 iterations, as on the equator.
 SOLSYS_API int Plc2Plg(double a, double f, const double* xyz, double* out);
 /// @}
 
 /// \name Angles and scalars
 /// @{
 
-/// Fast sine and cosine: 1e-15 for arguments of a few turns, losing digits in proportion to
-/// larger ones. What is not finite, or beyond 1e9, goes to the library's sine and cosine.
+/// Fast sine and cosine: within 4e-16 of the exact value up to 2 pi, then within 2e-16 of the
+/// argument (one-step reduction). From 1e9 on the standard library's sine and cosine answer;
+/// what is not finite gives NaN.
 SOLSYS_API double fmSin(double x);
 SOLSYS_API double fmCos(double x);
 /// Sexagesimal parts to radians. Modes: 0 to 2 degrees, 3 hours, 4 hours of the 12-hour clock.
-/// \return the record's sign
+/// 12 o'clock 'a' is midnight, 12 'p' noon. \return the record's sign
 SOLSYS_API char GMS2Rad(const GMSAngle* record, double* radians, short mode);
 /// Radians to sexagesimal parts. Modes: 0 [0, 360) degrees, 1 (-180, 180] degrees, 2 latitude
 /// (folded at 90 degrees), 3 hours, 4 the 12-hour clock; any other acts like 0. What is not
@@ -118,7 +122,9 @@ SOLSYS_API char* fast_itoa10(std::int32_t value, char* buffer);
 /// Placeholders: both answer 0.
 SOLSYS_API int solveCubic(void);
 SOLSYS_API int solveQuatric(void);
-/// Root of f between a and b, where it has opposite signs, to `tol` (Brent's method).
+/// Root of f between a and b, where it has opposite signs (not tested), to `tol` and the
+/// spacing of doubles (Brent's method). End points that are not finite give NaN; any function,
+/// one that answers NaN included, ends the search after a bounded number of calls.
 ///
 /// Source: Forsythe, Malcolm & Moler 1977, Computer Methods for Mathematical Computations,
 /// after Brent 1973.
