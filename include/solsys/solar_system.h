@@ -93,12 +93,25 @@ class SOLSYS_API CSWSolSys {
 
     /// \name Observer
     /// @{
+    /// Places the observer at once, at the current instant. Heights on a surface are in au. An
+    /// observer moved to or from the Earth gains or loses nutation. A null record, or one with
+    /// a location that is not finite, changes nothing; an observer whose body cannot be
+    /// computed at the instant is placed relative to the Sun. Kinds without a place (4, 5)
+    /// leave the observer's state as it was. Outside kind 2 the horizon is the body's own
+    /// frame.
+    ///
+    /// Ground velocity is that of a rotation about the pole of the equator of date, for every
+    /// body. An observer at a planet has no orbit frame (it is the J2000 equator); one at or on
+    /// any other body has that of its motion about its central body.
     void SetObserver(const OBSERVER* observer);
     const OBSERVER& GetObserver() const;
     /// The observer's body, or null when it is not in the table.
     SS_Object* GetObserverSSO() const;
     /// Observer's heliocentric state, J2000 equator: 6 values [au, au/day].
     void GetObserverVec2K(double* out) const;
+    /// The model's own flag, which SetObserver leaves alone: whether the frame of an observer
+    /// aboard a spacecraft may come from an integration of its motion. Kept for that; until
+    /// then the frame follows from the spacecraft's elements.
     void setUseGravityForRNB(bool use);
     /// @}
 
@@ -124,7 +137,8 @@ class SOLSYS_API CSWSolSys {
     /// \name Directions between frames
     /// `j2000`: the equatorial side is J2000 (true) or the true equator of date (false).
     /// Longitude and latitude in and out [rad]; an output may be an input. Azimuth is counted
-    /// from north through east.
+    /// from north through east. To rounding, except for directions within 1e-4 rad of an axis
+    /// or of the equator's cardinal points: the fast trigonometry leaves up to 2e-8 rad there.
     /// @{
     void FromRAToAzm(bool j2000, const double* ra, const double* dec, double* azm,
                      double* alt) const;
@@ -159,6 +173,11 @@ class SOLSYS_API CSWSolSys {
     /// @}
 
     /// \name Body rotation
+    /// Body-fixed to equatorial matrices: of J2000, or with `toDate` of date. The angles of the
+    /// first two are those of body_rotation.h, where the pole's right ascension is 90 degrees
+    /// minus `alpha`. `GetMtrxPl_Eq` and `GetMtrxEq2K_PlEq` take the body's rotation elements,
+    /// else the registry's entry of the body, else that of its type (number -1); with none of
+    /// them they answer false and leave the output alone.
     /// @{
     static void AddBodyRotationParams(const ObjectKey& key, const BodyRotationParams* params);
     static int GetBodyRotationsCount();
@@ -169,10 +188,14 @@ class SOLSYS_API CSWSolSys {
     void GetMtrxPl_EqFromAngles(double alpha, double dec, double w, double* out,
                                 bool toDate) const;
     bool GetMtrxPl_Eq(const SSO_ID& body, double* out, bool toDate);
-    /// J2000 equator to the body's own frame at an instant, and its transpose.
+    /// J2000 equator to the body's own frame at an instant, and its transpose. The Earth's is
+    /// the true equator of the model's date, which does not turn; `plnt` 11 stands for the
+    /// J2000 ecliptic.
     bool GetMtrxEq2K_PlEq(const SSO_ID& body, int day, double fraction, double* out,
                           double* outTransposed);
     bool SetMtrxEq2K_PlEq(const SSO_ID& body);
+    /// A surface point (height [km], longitude, latitude) as a vector from the body's centre
+    /// on the equator of date [km], and back. False without a known radius or rotation.
     bool PlgToEq(const SSO_ID& body, const double* planetographic, double* out);
     bool EqToPlg(const SSO_ID& body, const double* vector, double* out);
     /// @}
@@ -321,9 +344,9 @@ class SOLSYS_API CSWSolSys {
     /// @}
 
   private:
-    struct Model;
-    class Positions;  // where the states come from
-    class Lunations;  // the new Moons around the instant
+    struct SOLSYS_LOCAL Model;
+    class SOLSYS_LOCAL Positions;  // where the states come from
+    class SOLSYS_LOCAL Lunations;  // the new Moons around the instant
 
     // All that follows from the observer's record at the current instant.
     void DeriveObserver();

@@ -1,0 +1,55 @@
+# What the shared library exports: every function that the public headers declare, and nothing
+# of the inside. Run as cmake -DNM=... -DLIBRARY=... -DNM_FLAGS=... -DHEADERS=... -P this file;
+# for Windows LIBRARY is the import library, whose symbols are the exports of the DLL.
+execute_process(COMMAND ${NM} ${NM_FLAGS} -C --defined-only ${LIBRARY}
+  OUTPUT_VARIABLE symbols RESULT_VARIABLE failed)
+if(failed OR symbols STREQUAL "")
+  message(FATAL_ERROR "cannot list the symbols of ${LIBRARY}")
+endif()
+
+# The inside of the library: its namespace, and the classes nested in the exported ones.
+string(REGEX MATCHALL
+  "\n[0-9a-fA-F]+ [A-Z] ((vtable|typeinfo|typeinfo name) for )?(solsys|CSW[A-Za-z]+::[A-Z][A-Za-z]+)::[^\n]*"
+  inside "${symbols}")
+if(inside)
+  message(SEND_ERROR "exported, but of the inside: ${inside}")
+endif()
+
+file(GLOB headers ${HEADERS}/*.h)
+set(missing "")
+set(declared 0)
+foreach(header ${headers})
+  file(READ ${header} text)
+  string(REPLACE ";" "\n@\n" text "${text}")  # a list separator to this language
+  string(REGEX REPLACE "//[^\n]*" "" text "${text}")
+  string(REGEX REPLACE "#[^\n]*" "" text "${text}")
+  # Declarations with SOLSYS_API of their own: the name before the first parenthesis.
+  string(REGEX MATCHALL "SOLSYS_API[^(){}@=]*\\(" free "${text}")
+  foreach(declaration ${free})
+    string(REGEX MATCH "([A-Za-z_][A-Za-z_0-9]*)[ \n]*\\($" found "${declaration}")
+    list(APPEND names "${CMAKE_MATCH_1}")
+  endforeach()
+  # Members of exported classes.
+  if(text MATCHES "class SOLSYS_API CSW")
+    string(REGEX MATCHALL "\n    [A-Za-z_][A-Za-z_0-9:<>*& ]*[ *&]([A-Za-z_][A-Za-z_0-9]*)\\([^()]*\\)( const)?[ \n]*@"
+      members "${text}")
+    foreach(declaration ${members})
+      string(REGEX MATCH "([A-Za-z_][A-Za-z_0-9]*)\\(" found "${declaration}")
+      list(APPEND names "${CMAKE_MATCH_1}")
+    endforeach()
+  endif()
+endforeach()
+list(REMOVE_DUPLICATES names)
+foreach(name ${names})
+  math(EXPR declared "${declared} + 1")
+  if(NOT symbols MATCHES "[ :_]${name}[\n(@]")
+    list(APPEND missing ${name})
+  endif()
+endforeach()
+if(declared LESS 200)
+  message(SEND_ERROR "only ${declared} declarations found: the headers are read wrongly")
+endif()
+if(missing)
+  message(SEND_ERROR "declared, but not exported: ${missing}")
+endif()
+message(STATUS "${declared} declared names are exported")
