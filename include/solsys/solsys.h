@@ -2,6 +2,7 @@
 /// The whole exported interface.
 #pragma once
 
+#include "solsys/astr_event.h"
 #include "solsys/body_rotation.h"
 #include "solsys/calendar.h"
 #include "solsys/de_ephemeris.h"
@@ -21,3 +22,4 @@
 #include "solsys/time_scales.h"
 #include "solsys/toolkit.h"
 #include "solsys/version.h"
+#include "solsys/visibility.h"

@@ -1,0 +1,278 @@
+/// \file
+/// Risings, culminations, settings and twilight of one object at a site.
+///
+/// Time scales: the searches (`InitSearch`, `SearchVisibility`, `SearchNext`, `SearchRiseSet`,
+/// `GetZenith`, `GetBrief_OI`) and `GetCurVisibility` take and give Julian dates of Universal
+/// Time. `GetCulmination`, `GetEventsTimeForElevation`, `FindObjSinAltMinMax`,
+/// `FindNearestRiseSetTimes`, `GetHorizon` and `GetMtrxEq_Ec` take and give dynamical time.
+///
+/// Heights: an `OBSERVER` on the surface handed to this class has its height in kilometres (the
+/// model itself takes au; the class converts). Angles are radians, azimuths from north through
+/// east, altitudes of an object's centre without refraction.
+///
+/// Rising and setting: the centre is 34 arcmin below the horizon (standard refraction); in the
+/// day-by-day search the dip of the horizon, 0.0353 degrees times the square root of the height
+/// in metres, comes on top, and for the Sun and the Moon the apparent semi-diameter. Twilight
+/// is astronomical: the Sun's centre 18 degrees below the horizon.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "solsys/astr_event.h"
+#include "solsys/export.h"
+#include "solsys/observer.h"
+#include "solsys/solar_system.h"
+#include "solsys/sso_id.h"
+
+/// A point of the sky: equator and equinox of date [rad].
+struct SpherePoint {
+    double ra = 0;
+    double dec = 0;
+};
+
+/// One day of one object, from a transit to the rising before it and the setting after it.
+/// Times are JD UT; 0 stands for none.
+///
+/// The Sun: the four times at the end are its own, and `rise` and `set` are sunrise and sunset.
+/// A level that the Sun does not cross that day leaves the transit time in its slot. On a day
+/// of twilight without a sunrise `rise` and `set` (and their azimuths) are those of dawn and
+/// dusk: tell it by `sunrise == transit`.
+struct VISIBILITY {
+    std::int32_t type = 0;        ///< type code, as in SSO_ID
+    std::int32_t number = 0;      ///< number within the type
+    double reserved1[4] = {};     ///< zero
+    double rise = 0;              ///< rising [JD UT]
+    double transit = 0;           ///< upper culmination [JD UT]
+    double set = 0;               ///< setting [JD UT]
+    double rise_azimuth = 0;      ///< [rad]
+    double transit_altitude = 0;  ///< [rad]
+    double set_azimuth = 0;       ///< [rad]
+    /// When the object is above the level at the lower culmination before the transit: its time
+    /// [JD UT] and the altitude there [rad]; then the same for the one after.
+    double no_rise_time = 0;
+    double no_rise_altitude = 0;
+    double no_set_time = 0;
+    double no_set_altitude = 0;
+    double magnitude = 0;      ///< visual, at transit
+    double phase_angle = 0;    ///< [rad], at transit, as the four further below
+    double distance = 0;       ///< from the observer at transit [au]; stars: light years, or -1
+    double diameter = 0;       ///< apparent diameter at transit [rad]; 0 unknown
+    double illuminated = 0;    ///< fraction of the disk, 0 to 1
+    double elongation = 0;     ///< from the Sun [rad], positive east
+    double bright_limb = 0;    ///< position angle [rad]
+    double age = 0;            ///< of the Moon [day]
+    double reserved2[2] = {};  ///< zero
+    double dawn = 0;           ///< the Sun: start of morning astronomical twilight [JD UT]
+    double dusk = 0;           ///< the Sun: end of evening astronomical twilight [JD UT]
+    double sunrise = 0;        ///< the Sun [JD UT]
+    double sunset = 0;         ///< the Sun [JD UT]
+};
+
+/// One day of the object, from one lower culmination to the next. Rising and setting are at
+/// -34 arcmin for every object.
+struct RISESETDAY {
+    double start_azimuth = 0;  ///< at the start of the interval [rad]
+    double start_altitude = 0;
+    /// [JD UT]; 0 when the object is above the level at the lower culmination before.
+    double rise = 0;
+    double rise_azimuth = 0;
+    /// [JD UT]; -2 when the object stays below the level (all else is then 0).
+    double transit = 0;
+    double transit_altitude = 0;
+    /// [JD UT]; 0 when the object is above the level at the lower culmination after.
+    double set = 0;
+    double set_azimuth = 0;
+    double end_azimuth = 0;  ///< at the end of the interval [rad]
+    double end_altitude = 0;
+    double reserved1 = 0;
+    double phase_angle = 0;  ///< [rad], at transit, as the four below
+    double reserved2[2] = {};
+    double illuminated = 0;
+    double elongation = 0;
+    double bright_limb = 0;
+    double age = 0;
+};
+
+/// Request and answer of `SearchRiseSet`.
+struct RISESETVIS {
+    std::uint64_t header = 0;        ///< the host's own
+    std::int32_t day = 0;            ///< start of the interval, written: day number ...
+    double fraction = 0;             ///< ... and fraction, UT
+    std::uint64_t reserved[2] = {};  ///< the host's own
+    double from = 0;                 ///< start of the interval [JD UT], given
+    double to = 0;                   ///< end of the interval [JD UT], given
+    /// The days found so far; made by the first `SearchRiseSet` when null, freed by
+    /// `FreeRiseSetVector`.
+    std::vector<RISESETDAY>* days = nullptr;
+    double moonrise = 0;  ///< [JD UT]; 0 not within the interval, -1 the level is not crossed
+    double moonset = 0;
+    double dawn = 0;  ///< the Sun [JD UT]; 0 not computed, -1 the level is not crossed
+    double dusk = 0;
+    double sunrise = 0;
+    double sunset = 0;
+};
+
+/// Request and answer of `GetCurVisibility`.
+struct tagCURVISIBILITY {
+    std::int32_t type = 0;       ///< type code of the object, given
+    std::int32_t number = 0;     ///< its number, given
+    std::uint32_t spare = 0;     ///< goes into `SSO_ID::spare2`, given
+    std::uint8_t flag = 0;       ///< cleared
+    std::uint32_t reserved = 0;  ///< the host's own
+    std::int32_t day = 0;        ///< instant, UT, given: day number ...
+    double fraction = 0;         ///< ... and fraction
+    double ra = 0;               ///< apparent, of date [rad]
+    double dec = 0;
+    std::uint8_t horizontal = 0;  ///< 1 when the next two hold: an observer on the surface
+    double azimuth = 0;
+    double altitude = 0;
+    std::int16_t constellation = 0;  ///< 0 to 87; 255 for none
+    float magnitude = 0;
+    double distance = 0;       ///< [au]; stars: light years, or -1
+    double semidiameter = -1;  ///< apparent [rad]; -1 unknown
+    double phase_angle = 0;    ///< [rad]
+    double illuminated = 0;
+    double bright_limb = 0;  ///< position angle [rad]
+    double elongation = 0;   ///< [rad], positive east
+    double age = 0;          ///< of the Moon [day]
+};
+
+/// Brief physical data of a body; -1 stands for unknown.
+struct PHYSINFO {
+    /// Planets inside the Earth's orbit: from the Sun; moons other than ours: from their planet
+    /// [rad].
+    double max_elongation = -1;
+    double escape_velocity = -1;  ///< [km/s]
+    double mass = -1;             ///< [kg]
+    /// Planets: the Sun's mass over theirs; moons: their mass over the Moon's.
+    double mass_ratio = -1;
+};
+
+/// What a line about an object says: what it is, how bright, where, and its day.
+struct BRIEF_INFO {
+    std::int32_t type = 0;  ///< type code
+    std::int32_t number = 0;
+    float magnitude = 20.0F;           ///< at the instant; 20 unknown
+    std::int16_t constellation = 255;  ///< at the instant: 0 to 87; 255 for none
+    /// Rising, upper culmination and setting of the object's day [JD UT], the day whose
+    /// transit comes nearest to half a day after the instant; 0 for none.
+    double rise = 0;
+    double transit = 0;
+    double set = 0;
+    double best_altitude = 0;  ///< the altitude at upper culmination [rad]
+};
+
+/// Risings, culminations and settings of one object seen from a site.
+///
+/// Construct over a model, `InitSearch`, then `SearchVisibility` once or `SearchNext` until it
+/// answers false; or `SearchRiseSet`, interval by interval. The other members need no search:
+/// those that take no observer use the one the model has. Every member that searches moves the
+/// model's instant (and, where it takes an observer or runs a search, the model's observer) and
+/// leaves it at the last instant evaluated; `CSWSolSys::SaveT3Data` and `RestoreT3Data` bring
+/// the instant back.
+///
+/// The hour-angle searches (all but `FindObjSinAltMinMax` and `FindNearestRiseSetTimes`) are
+/// made for a site on the Earth. All work is bounded: days are counted, iterations capped, and
+/// an argument that is not finite answers as an empty interval. One object serves one thread.
+class SOLSYS_API CSWVisibility : public CSWAstrEv_dll {
+  public:
+    /// Over the host's model, which must outlive this; or, given null, over a model of its own
+    /// on the ephemeris that `StarwickPath::GetEphemerisPath` names (should that fail: the
+    /// debug text "Solar system not installed\n", and everything answers false).
+    explicit CSWVisibility(CSWSolSys* model = nullptr);
+    ~CSWVisibility();
+    CSWVisibility(const CSWVisibility&) = delete;
+    CSWVisibility& operator=(const CSWVisibility&) = delete;
+
+    /// Starts a search over [start, end] JD UT. A null observer, or one that is not finite,
+    /// leaves the observer in force: at first 37 degrees east, 55 degrees north, 0.1 km.
+    void InitSearch(double start, double end, SSO_ID id, OBSERVER* observer);
+
+    /// All days of the interval into the list (`GetResults`). \return how many it holds
+    int SearchVisibility();
+    /// The next day on which the object is up; false at the end of the interval, for an unknown
+    /// object, and for a spacecraft that orbits the observer's own body.
+    ///
+    /// A transit at or below -34 arcmin (the Sun: -18 degrees) is passed over. Transits from
+    /// half a day before the start to half a day after the end can be met. Times are refined to
+    /// 0.1 s of the altitudes that the model gives.
+    bool SearchNext(VISIBILITY* day);
+    /// The list of the last `SearchVisibility`; valid until the next search.
+    const std::vector<VISIBILITY>& GetResults() const;
+
+    /// Days of the object of `InitSearch` in the interval of the record, with the first
+    /// moonrise and moonset in it and the Sun's events about its transit in it. Days are
+    /// appended to the record's list. Each call goes on after the last day that the one before
+    /// found. A day without a transit in the interval appends one entry with the places at its
+    /// ends, and for the Moon its rising and setting. \return false for a null record or an
+    /// interval that is not finite
+    bool SearchRiseSet(RISESETVIS* request);
+    /// Frees the list of days and sets its pointer to null.
+    void FreeRiseSetVector(RISESETVIS* request);
+
+    /// The culmination within [from, to] (dynamical time): `hourAngle` 0 the upper one, pi and
+    /// -pi the lower one after and before, 2 pi the next upper one. \param[out] altitude [rad].
+    /// \return whether the time found lies in [from, to]
+    ///
+    /// Spacecraft (`fSCO`, `uSCO`): as `GetCulmination4Spacecraft2`.
+    bool GetCulmination(SSO_ID* id, double from, double to, double* time, double* altitude,
+                        double hourAngle);
+    /// Walks by minutes to the greatest altitude (`hourAngle` 0) or the least one (otherwise),
+    /// from `from` on, or from `to` backwards when `hourAngle` is negative.
+    bool GetCulmination4Spacecraft(SSO_ID* id, double from, double to, double* time,
+                                   double* altitude, double hourAngle);
+    /// The first extremum of the altitude inside [from, to], the last one when `hourAngle` is
+    /// negative: a maximum for 0 and 2 pi, a minimum otherwise. At most a year is searched.
+    bool GetCulmination4Spacecraft2(SSO_ID* id, double from, double to, double* time,
+                                    double* altitude, double hourAngle);
+
+    /// The instant near `time` (dynamical) at which the altitude is `elevation`, rising
+    /// (`sign` +1) or setting (-1), and the azimuth there. `eventTime` is 0 when the level is
+    /// not reached. \return false when the iteration does not converge
+    bool GetEventsTimeForElevation(SSO_ID* id, double elevation, double time, double& eventTime,
+                                   double& azimuth, short sign);
+    /// The same between a lower culmination and the transit after it (`sign` +1) or between a
+    /// transit and the lower culmination after it (-1). Spacecraft: by bisection, to 10 arcsec.
+    bool GetEventsTimeForElevation(SSO_ID* id, double elevation, double from, double to,
+                                   double& eventTime, double& azimuth, short sign);
+
+    /// The next extremum of the altitude from `from` (dynamical) over `span` days, backwards
+    /// when that is negative, to 1 s. \param[out] value sine of the altitude there.
+    /// \return 1 for a maximum, -1 for a minimum, 0 when there is none
+    int FindObjSinAltMinMax(SSO_ID* id, double from, double span, double* time, double* value);
+    /// Rise, culmination and set nearest to `time` (dynamical), at the level `elevation`.
+    /// \param[out] times     rise, culmination, set: to 1 s
+    /// \param[out] azimuths  azimuth at rise, altitude at culmination, azimuth at set; or null
+    /// \return false when the object does not rise, or does not set, within `span` days
+    bool FindNearestRiseSetTimes(SSO_ID* id, double time, double span, double elevation,
+                                 double* times, double* azimuths);
+
+    /// The object at an instant for an observer. \return false when it cannot be computed
+    bool GetCurVisibility(OBSERVER* observer, tagCURVISIBILITY* visibility);
+    /// Points of the horizon at `count` equal steps of azimuth from north on, sorted by
+    /// descending right ascension (dynamical time). The list is valid until the next call.
+    const std::vector<SpherePoint>* GetHorizon(int day, double fraction, OBSERVER* observer,
+                                               short count);
+    /// Where the zenith points when twilight begins and ends and when the Sun rises and sets on
+    /// the day that starts at an instant (UT): right ascension and declination at dawn and at
+    /// sunrise into `morning`, at dusk and sunset into `evening` (4 values each; 1000 stands
+    /// for none). A level that the Sun does not cross counts at its transit. When it stays
+    /// below -18 degrees all day, slots 0 and 1 of both hold the zenith of the instant given.
+    /// \return how many of the four levels the Sun crosses
+    int GetZenith(int day, double fraction, OBSERVER* observer, double* morning,
+                  double* evening);
+    /// Moves the model and answers its matrix from the equator to the ecliptic of date.
+    void GetMtrxEq_Ec(int day, double fraction, double* matrix);
+
+    /// Brief data of planets and moons at the model's instant; all -1, and false, for others.
+    bool GetPhysInfo(SSO_ID id, PHYSINFO* info);
+    /// The short information at an instant (UT), from the model's place on a surface, or else
+    /// from the observer of the search. \return false when the object cannot be computed
+    bool GetBrief_OI(int day, double fraction, SSO_ID id, BRIEF_INFO* info);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
