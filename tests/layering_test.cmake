@@ -1,5 +1,6 @@
 # Every #include "folder/..." of the core must name the folder itself or one below it.
 # Run as: cmake -DROOT=... -P layering_test.cmake
+cmake_minimum_required(VERSION 3.25)
 set(below)
 set(faults 0)
 set(seen 0)

@@ -1,6 +1,7 @@
 # What the shared library exports: every function that the public headers declare, and nothing
 # of the inside. Run as cmake -DNM=... -DLIBRARY=... -DNM_FLAGS=... -DHEADERS=... -P this file;
 # for Windows LIBRARY is the import library, whose symbols are the exports of the DLL.
+cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND ${NM} ${NM_FLAGS} -C --defined-only ${LIBRARY}
   OUTPUT_VARIABLE symbols RESULT_VARIABLE failed)
 if(failed OR symbols STREQUAL "")
