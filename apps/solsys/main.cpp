@@ -23,6 +23,8 @@ int main(int argc, char** argv) {
         "Exit status: 0 success, 1 nothing found, 2 bad usage or input.");
     app::add_position(main);
     app::add_sky(main);
+    app::add_moons(main);
+    app::add_info(main);
     app::add_ephemeris_info(main);
 
     ET_UT::Init(nullptr);

@@ -62,7 +62,7 @@ void Report::print(Format format) const {
     }
 }
 
-std::string Report::text_of(const Cell& cell, const Shown& shown) const {
+std::string text_of(const Cell& cell, const Shown& shown) {
     if (const auto* number = std::get_if<double>(&cell)) {
         if (!std::isfinite(*number)) return "";
         return shown ? shown(*number) : fmt::format("{}", *number);

@@ -18,6 +18,9 @@ Shown fixed(int decimals);
 std::string shown_hours(double degrees);    // "05h 32m 12.3s"
 std::string shown_degrees(double degrees);  // "+12 34 56"
 
+// What a table shows for a cell; empty for none and for what is not finite.
+std::string text_of(const Cell& cell, const Shown& shown);
+
 struct Column {
     std::string key;    // JSON key and CSV heading, with the unit
     std::string title;  // heading for people; empty: not shown in the table
@@ -34,7 +37,6 @@ class Report {
     void print(Format format) const;
 
   private:
-    [[nodiscard]] std::string text_of(const Cell& cell, const Shown& shown) const;
     void print_table() const;
     void print_json() const;
     void print_csv() const;
