@@ -18,11 +18,13 @@ using solsys::kDegree;
 
 // Columns of the format, counted from 1.
 constexpr std::size_t kLastElementColumn = 103;  // the shortest line that holds an orbit
-constexpr std::size_t kTypicalLine = 203;        // bytes, its end included
+// Blank in every line: a character lost or gained shows here.
+constexpr std::size_t kGaps[] = {8, 14, 20, 26, 36, 37, 47, 48, 58, 59, 69, 70, 80, 92, 104};
+constexpr std::size_t kTypicalLine = 203;  // bytes, its end included
 
 constexpr double kGaussDegrees = 0.01720209895 / kDegree;  // degrees per day at 1 au
 // The mean motion is printed to 8 decimals and must agree with the semi-major axis: a line with
-// shifted or damaged columns does not.
+// damaged digits does not.
 constexpr double kMotionResolution = 1e-8;  // degrees per day
 constexpr double kMotionAgreement = 1e-3;
 
@@ -70,6 +72,9 @@ bool set_magnitude(std::string_view text, float& value) {
 std::string_view parse(std::string_view line, MinorPlanet& planet) {
     if (is_binary(line)) return "not text";
     if (line.size() < kLastElementColumn) return "too short for an orbit";
+    for (const std::size_t gap : kGaps)
+        if (gap <= line.size() && line[gap - 1] != ' ')
+            return "columns are not in their places";
     if (!set_designation(line, planet)) return "no designation in columns 1-7";
     if (!set_magnitude(columns(line, 9, 13), planet.H))
         return "no absolute magnitude in columns 9-13";

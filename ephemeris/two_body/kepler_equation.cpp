@@ -34,8 +34,11 @@ Anomaly ellipse_by_steffensen(double e, double M) {
         const double E1 = M + e * std::sin(E);
         const double E2 = M + e * std::sin(E1);
         const double d = E2 - 2 * E1 + E;
-        if (std::fabs(d) < kTolerance) return {E, true};
+        if (d == 0) return {E, true};
+        // Near the perihelion of a long ellipse d is (1 - e cos E)^2 times the error: small
+        // long before the error is, so the step has a say in whether a small d is the end.
         const double step = (E1 - E) * (E1 - E) / d;
+        if (std::fabs(d) < kTolerance && std::fabs(step) < kTolerance) return {E, true};
         E -= step;
         if (std::fabs(step) < kTolerance) return {E, true};
     }

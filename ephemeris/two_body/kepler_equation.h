@@ -26,8 +26,8 @@ struct Apsis {
 };
 Apsis apsis_of(double M);
 
-// E - e sin E = M by Danby's start and Steffensen's acceleration of the fixed-point map.
-// M in [-pi, pi]. The stopping rule |d| < 1e-10 leaves an error up to 1e-10 / (1 - e cos E)^2.
+// E - e sin E = M by Danby's start and Steffensen's acceleration of the fixed-point map, to
+// 1e-10 or rounding over 1 - e cos E, whichever is more. M in [-pi, pi].
 Anomaly ellipse_by_steffensen(double e, double M);
 
 // E - e sin E = M by Newton's method on the toolkit's fast cosine, from a given start.

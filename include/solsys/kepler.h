@@ -140,10 +140,7 @@ static_assert(offsetof(tagComet_SPH_5, Q) == 24 && offsetof(tagComet_SPH_5, q) =
 ///
 /// Accuracy of the anomaly against extended precision: hyperbolas and parabolas to rounding;
 /// near-parabolic ellipses 6e-10 of it within a radian of perihelion and 1e-7 rad up to
-/// aphelion; other ellipses within 2.5e-10 / (1 - e cos E)^2 rad, the bound of Steffensen's
-/// stopping rule. That is 1e-9 rad or better everywhere for e < 0.7 and away from perihelion
-/// for any e, but at perihelion 2e-8 rad for e = 0.95, 4e-6 for e = 0.995 and 3e-3 for e =
-/// 0.9999.
+/// aphelion; other ellipses 1.1e-10 rad, and 3e-10 at perihelion for e above 0.9999.
 SOLSYS_API bool Kepler(short velocity, double mu, int day, double fraction, Elements elements,
                        double r[3], double v[3]);
 

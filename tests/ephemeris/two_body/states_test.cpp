@@ -157,8 +157,8 @@ TEST_P(States, FollowTheExactOrbit) {
         const auto in_space = [&](const ExactPlane& at) {
             return static_cast<double>(at.X) * P + static_cast<double>(at.Y) * Q;
         };
-        // Anomalies are good to 2.5e-10 / (1 - e cos E)^2 on ellipses by the stopping rule,
-        // plus what the sine's error is worth; on a scale of r / a = 1 - e cos E.
+        // Anomalies of ellipses are good to the step rule's 1e-10, plus what the sine's error
+        // is worth on a scale of r / a = 1 - e cos E.
         const double r =
             std::hypot(static_cast<double>(position.X), static_cast<double>(position.Y));
         const double speed =
@@ -170,7 +170,7 @@ TEST_P(States, FollowTheExactOrbit) {
         if (e < 1 && !exact.parabola()) {
             const double slope = r / orbit.q;
             size = orbit.q;
-            error += 2.5e-10 / (slope * slope) + routine.sine_error * 4 * e / slope;
+            error += 1.1e-10 + 1e-14 / slope + routine.sine_error * 4 * e / slope;
         }
         const double tolerance = size * error;
         // Moving along the orbit by that error changes the velocity by mu / r^2 per unit time.
