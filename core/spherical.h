@@ -17,8 +17,8 @@ inline double longitude_of(double x, double y) {
     const double lon = std::atan2(y, x);
     if (!(lon < 0)) return lon;
     const double turned = lon + kTwoPi;
-    return turned < kTwoPi ? turned
-                           : 0;  // just below the x axis the sum rounds to a whole turn
+    // Just below the x axis the sum rounds to a whole turn.
+    return turned < kTwoPi ? turned : 0;
 }
 
 // With the caller's modulus; modulus 0 gives zeros.
