@@ -265,10 +265,17 @@ double CSWSolSys::FindNewMoon(double t1, double t2, InstantFn f, void* context) 
     do {
         const double t = (f1 * t2 - f2 * t1) / (f1 - f2);
         const double v = f(*this, t, context);
-        // An iterate that repeats an end cannot be improved in double precision: the zero is
-        // within a rounding of it, and the bracket would never shrink to a second.
-        if (v == 0 || t == t1 || t == t2) {
+        if (v == 0) {
             t1 = t;
+            break;
+        }
+        // An iterate that does not fall between the ends cannot be improved in double
+        // precision: the zero is within a rounding of an end, and the bracket would never
+        // shrink to a second. (It may come and go around the end, so it is not enough to ask
+        // for equality.)
+        if (!(t > t1)) break;
+        if (!(t < t2)) {
+            t1 = t2;
             break;
         }
         if (v * f1 > 0) {
