@@ -8,8 +8,8 @@ char CSWSolSys::RADecInConstell(double ra, double dec) const {
     sfp(place, of_date);
     const solsys::Vec3 j2000 =
         transpose_times(model_->current.frames.cur_from_j2000, solsys::load(of_date));
-    // The boundaries are drawn for B1875.0; the model looks them up at B1850.0, and so agrees
-    // with its published answers along boundaries.
+    // The boundaries were drawn for B1875.0; this model looks them up at B1850.0, which names
+    // another constellation for two directions in a hundred, all close to a boundary.
     double b1850[3];
     store(model_->b1850_from_j2000 * j2000, b1850);
     double there[3];
