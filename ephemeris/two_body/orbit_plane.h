@@ -37,8 +37,8 @@ inline double time_since_perihelion(double t, double epoch, double M0, double n)
 // matters in the near-parabolic case only.
 Anomaly eccentric_anomaly(double mu, double a, double e, double M, double tau);
 
-// The hyperbolic anomaly `dt` days from the epoch, a negative. The mean motion is the one that
-// follows from mu.
+// The mean anomaly of a hyperbola `dt` days from its epoch, a negative. The mean motion is the
+// one that follows from mu.
 double hyperbolic_mean_anomaly(double mu, double a, double dt, double M0);
 
 // Where the body is in its plane.

@@ -284,9 +284,10 @@ TEST(NonFiniteInput, IsReportedInBoundedTime) {
                 orbit = good, orbit.e = x;
                 routine.state(orbit, 1, kEpochDay, 0, out);
                 EXPECT_FALSE(std::isnan(x) && std::isfinite(out[0])) << routine.name;
-                // The warm start must not keep what went wrong.
-                EXPECT_TRUE(routine.state(good, 1, kEpochDay, 0, out) || e == 0.99996)
-                    << routine.name << e;
+                // The warm start must not keep what went wrong. (The asteroids' Newton
+                // iteration need not settle on the near-parabolic one at all.)
+                if (e == 0.99996 && routine.name == "KeplerPQ5Asteroid") continue;
+                EXPECT_TRUE(routine.state(good, 1, kEpochDay, 0, out)) << routine.name << e;
             }
         }
     }
