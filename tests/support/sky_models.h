@@ -12,6 +12,7 @@
 #include "solsys/de_ephemeris.h"
 #include "solsys/platform.h"
 #include "solsys/solar_system.h"
+#include "tests/support/geometry.h"
 
 namespace solsys::test {
 
@@ -50,12 +51,6 @@ inline OBSERVER centre_of(int planet) {
     out.body_type = SSO_PLNT;
     out.body_number = planet;
     return out;
-}
-
-inline double angle_between(Vec3 a, Vec3 b) { return std::atan2(norm(cross(a, b)), dot(a, b)); }
-
-inline Vec3 direction(double ra, double dec) {
-    return {std::cos(dec) * std::cos(ra), std::cos(dec) * std::sin(ra), std::sin(dec)};
 }
 
 // Instants spread over 1960 to 2059, the same at every run.
