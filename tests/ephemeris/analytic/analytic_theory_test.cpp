@@ -64,8 +64,10 @@ TEST_P(CutSeries, IsThePlainSumOfItsTermsAndNearTheCompleteOne) {
         const double added = norm(s.r - whole) / norm(whole) / solsys::kArcsec;
         const bool is_near = std::fabs(t.jd() - 2415020) < 109575;  // 1600 to 2200
         if (is_near) ++near, square += added * added;
-        if (t.day > 990558)  // from -2000 on
+        // The selection was made for -2000 to 3000.
+        if (t.day > 990558) {
             EXPECT_LT(added, is_near ? near_limit : far_limit) << t.jd();
+        }
     }
     EXPECT_EQ(rows, 90);
     EXPECT_LT(std::sqrt(square / near), 1.2 * near_rms);
