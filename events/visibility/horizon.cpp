@@ -1,0 +1,73 @@
+// The horizon and the zenith as points of the sky, and the ecliptic of an instant.
+#include <algorithm>
+
+#include "core/constants.h"
+#include "events/visibility/state.h"
+
+using solsys::visibility::et_from_ut;
+
+namespace {
+
+constexpr double kNone = 1000.0;
+
+}  // namespace
+
+const std::vector<SpherePoint>* CSWVisibility::GetHorizon(int day, double fraction,
+                                                          OBSERVER* observer, short count) {
+    State& s = *state_;
+    s.horizon.clear();
+    if (!s.model) return &s.horizon;
+    s.model->SetTime(day, fraction, true);
+    s.take_observer(observer);
+    for (int i = 0; i < count; ++i) {
+        const double azimuth = i * 360.0 / count * solsys::kDegree;
+        const double altitude = 0;
+        SpherePoint point;
+        s.model->FromAzmToRA(false, &azimuth, &altitude, &point.ra, &point.dec);
+        s.horizon.push_back(point);
+    }
+    std::stable_sort(s.horizon.begin(), s.horizon.end(),
+                     [](const SpherePoint& a, const SpherePoint& b) { return a.ra > b.ra; });
+    return &s.horizon;
+}
+
+int CSWVisibility::GetZenith(int day, double fraction, OBSERVER* observer, double* morning,
+                             double* evening) {
+    State& s = *state_;
+    std::fill(morning, morning + 4, kNone);
+    std::fill(evening, evening + 4, kNone);
+    if (!s.model) return 0;
+
+    const auto zenith = [&s](double jd_et, double* out) {
+        const double azimuth = 0, altitude = solsys::kHalfPi;
+        const int whole = static_cast<int>(jd_et);
+        s.model->UpdateSys(whole, jd_et - whole);
+        s.model->FromAzmToRA(false, &azimuth, &altitude, out, out + 1);
+    };
+    const double start = day + fraction;
+    InitSearch(start, start + 1, SSO_ID(SSO_PLNT, 10), observer);
+    VISIBILITY sun;
+    if (!SearchNext(&sun)) {
+        if (!solsys::visibility::usable(start)) return 0;
+        zenith(et_from_ut(start), morning);
+        std::copy(morning, morning + 2, evening);
+        return 0;
+    }
+    int crossed = 0;
+    const auto show = [&](double time_ut, double* out) {
+        if (time_ut == 0) return;
+        zenith(et_from_ut(time_ut), out);
+        if (time_ut != sun.transit) ++crossed;
+    };
+    show(sun.dawn, morning);
+    show(sun.sunrise, morning + 2);
+    show(sun.dusk, evening);
+    show(sun.sunset, evening + 2);
+    return crossed;
+}
+
+void CSWVisibility::GetMtrxEq_Ec(int day, double fraction, double* matrix) {
+    if (!state_->model) return;
+    state_->model->SetTime(day, fraction, true);
+    std::copy_n(state_->model->GetMtrxEqCur_EclCur(), 9, matrix);
+}

@@ -1,0 +1,73 @@
+// Brief physical data of planets and moons.
+#include <cmath>
+
+#include "core/constants.h"
+#include "events/visibility/state.h"
+#include "solsys/kepler.h"
+
+namespace {
+
+constexpr double kSunGm = 0.00029591220828559115;  // au^3/day^2
+constexpr double kSunMass = 1.9891e30;             // kg
+constexpr double kAuPerDayInKmPerS = solsys::kAuKm / solsys::kSecondsPerDay;
+
+// Osculating semi-major axis [au]; negative when there is no ellipse.
+double semi_major_axis(double mu, const double state[6]) {
+    Elements orbit{};
+    if (!(mu > 0)) return -1;
+    VectorToElements(mu, state, state + 3, &orbit);
+    return orbit.e < 1 ? orbit.q : -1;
+}
+
+double axis_about_sun(CSWSolSys& model, int planet) {
+    double state[6];
+    if (!model.GetHelVec2K(SSO_ID(SSO_PLNT, planet), 1, state)) return -1;
+    return semi_major_axis(model.GetGravity(SSO_ID(SSO_PLNT, 10)), state);
+}
+
+double distance_from_earth(CSWSolSys& model, const SSO_ID& planet) {
+    double at[3];
+    double earth[3];
+    if (!model.GetHelVec2K(planet, 0, at) || !model.GetHelVec2K(SSO_ID(SSO_PLNT, 3), 0, earth))
+        return -1;
+    return std::hypot(at[0] - earth[0], at[1] - earth[1], at[2] - earth[2]);
+}
+
+}  // namespace
+
+bool CSWVisibility::GetPhysInfo(SSO_ID id, PHYSINFO* info) {
+    if (info == nullptr) return false;
+    *info = PHYSINFO{};
+    if (!state_->model || (id.type != SSO_PLNT && id.type != SSO_MOON)) return false;
+    CSWSolSys& model = *state_->model;
+    if (!model.CheckSSO(&id)) return false;
+
+    const double gm = model.GetGravity(id);
+    const double radius_au = model.GetRadiEq(id) / solsys::kAuKm;
+    if (gm > 0 && radius_au > 0)
+        info->escape_velocity = std::sqrt(2 * gm / radius_au) * kAuPerDayInKmPerS;
+    if (gm > 0) info->mass = gm / kSunGm * kSunMass;
+
+    if (id.type == SSO_PLNT) {
+        if (gm > 0) info->mass_ratio = model.GetGravity(SSO_ID(SSO_PLNT, 10)) / gm;
+        if (id.number < 3) {
+            const double planet = axis_about_sun(model, id.number);
+            const double earth = axis_about_sun(model, 3);
+            if (planet > 0 && earth > planet) info->max_elongation = std::asin(planet / earth);
+        }
+        return true;
+    }
+    if (id.number == 301) {
+        info->mass_ratio = 1.0;
+        return true;
+    }
+    if (gm > 0) info->mass_ratio = gm / model.GetGravity(SSO_ID(SSO_MOON, 301));
+    const int primary = id.number / 100 == 0 ? 10 : id.number / 100;
+    double state[6];
+    if (model.GetVecCentre2K(id, 1, state)) {
+        const double axis = semi_major_axis(model.GetParentGravity(id), state);
+        const double distance = distance_from_earth(model, SSO_ID(SSO_PLNT, primary));
+        if (axis > 0 && distance > 0) info->max_elongation = std::atan(axis / distance);
+    }
+    return true;
+}

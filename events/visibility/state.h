@@ -1,0 +1,31 @@
+// The inside of CSWVisibility.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "events/search_model.h"
+#include "events/visibility/track.h"
+#include "solsys/visibility.h"
+
+struct CSWVisibility::State {
+    explicit State(CSWSolSys* borrowed);
+
+    // The search's observer to the model.
+    void place_observer();
+    // Takes an observer over when it is one, and places it.
+    void take_observer(const OBSERVER* given);
+    // Height of the search's observer above the surface; 0 for one who is not on a surface.
+    [[nodiscard]] double height_km() const;
+
+    solsys::SearchModel model;
+    double start = 0, end = 0;  // of the search [JD, dynamical]
+    double cursor = 0;          // where its next day is looked for
+    std::vector<VISIBILITY> results;
+    OBSERVER observer;        // the height of a surface observer in km
+    SSO_ID id{-1, -1};        // all bits set: none
+    std::uint16_t flags = 7;  // for the host's sake
+    std::vector<SpherePoint> horizon;
+    bool first_rise_set = true;
+    double next_rise_set = 0;  // where SearchRiseSet goes on [JD, dynamical]
+};
