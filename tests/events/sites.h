@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <stdexcept>
 
 #include "core/constants.h"
 #include "solsys/de_ephemeris.h"
