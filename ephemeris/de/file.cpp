@@ -80,6 +80,9 @@ bool map_file(const std::string& path) {
     de_file.records = static_cast<const double*>(de_file.mapping.data());
     de_file.time_range[0] = header->start_jd;
     de_file.time_range[1] = header->end_jd;
+    const double recorded = static_cast<double>(count) * header->span;
+    de_file.last_jd = recorded < header->end_jd - header->start_jd ? header->start_jd + recorded
+                                                                   : header->end_jd;
     de_file.count = count;
     de_file.per_span = 1.0 / header->span;
     de_file.per_au = 1.0 / header->au_km;

@@ -52,13 +52,14 @@ class FieldReader {
 };
 
 // The number after the next "JED=", which is then taken off the text. What is not a number
-// counts as 0, and an epoch of 0 fails the comparison with the dates.
+// counts as 0.
 std::optional<double> take_epoch(std::string_view& text) {
     constexpr std::string_view kMark = "JED=";
     const std::size_t mark = text.find(kMark);
     if (mark == std::string_view::npos) return std::nullopt;
     text.remove_prefix(mark + kMark.size());
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    if (text.starts_with('+')) text.remove_prefix(1);
     double value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value);
     return value;
@@ -103,13 +104,12 @@ bool numbers_usable(const DEHeader& header) {
            header.emrat > 0;
 }
 
-// Doubles per record, from the length of the file: two header records and one per span. Empty
-// if they do not divide the file evenly.
+// Doubles per record, from the length of the file: two header records and one per whole span.
+// Empty if they do not divide the file evenly.
 std::optional<std::int32_t> doubles_per_record(const DEHeader& header, std::int64_t length) {
     const double spans = (header.end_jd - header.start_jd) / header.span;
     // More records than bytes is nonsense; it would also not fit an integer.
-    if (!(spans >= 1) || spans != std::trunc(spans) || spans > static_cast<double>(length))
-        return std::nullopt;
+    if (!(spans >= 1) || spans > static_cast<double>(length)) return std::nullopt;
     const std::int64_t records = data_records(header) + 2;
     const std::int64_t unit = records * static_cast<std::int64_t>(sizeof(double));
     if (length % unit != 0 || length / unit > std::numeric_limits<std::int32_t>::max())

@@ -13,6 +13,7 @@ struct OpenDeFile {
     MappedFile mapping;
     const double* records = nullptr;  // start of the mapping: null when closed
     double time_range[2] = {0, 0};    // Julian dates of the header, for getTimeRange
+    double last_jd = 0;               // end of the last record, where evaluation ends
     DEHeader header;                  // checked: its numbers fit the mapping
     std::int64_t count = 0;           // data records
     double per_span = 0;              // 1/span [1/day]
@@ -24,7 +25,7 @@ struct OpenDeFile {
 
 extern OpenDeFile de_file;
 
-// Data records of a checked header: its span is a whole number of them.
+// Data records of a checked header. Its dates may go a part of a record beyond the last one.
 inline std::int64_t data_records(const DEHeader& header) {
     return static_cast<std::int64_t>((header.end_jd - header.start_jd) / header.span);
 }

@@ -52,7 +52,7 @@ int DE_Ephemeris::getState(DE_EvalState& state, int day, double fraction, short 
     }
     if (de_file.records == nullptr || body < 1 || body > kSun) return -1;
     const double t = day + fraction;
-    if (!(t >= de_file.time_range[0] && t <= de_file.time_range[1])) return -1;  // NaN too
+    if (!(t >= de_file.time_range[0] && t <= de_file.last_jd)) return -1;  // NaN too
 
     if (state.generation != de_file.generation) {
         state = DE_EvalState{};

@@ -95,7 +95,8 @@ class DE_Ephemeris {
     /// \param velocities  0: position only; otherwise with velocity
     /// \param[out] out  3 or 6 values [au, au/day], equator of the file (ICRF from DE400 on)
     /// \return 0; or -1, with out untouched, when no file is mapped, the instant is outside the
-    ///         file's range or not a number, or there is no such body.
+    ///         file's range (or after its last record, should the range end within a record) or
+    ///         not a number, or there is no such body.
     ///
     /// The instant is formed as one double, whose resolution (40 microseconds today) limits
     /// positions: 2e-11 au for Mercury, less for the others.

@@ -34,7 +34,7 @@ void overwrite(const std::string& path, const std::string& bytes) {
 
 // What a caller relies on: no coefficient of any body lies outside the file.
 void expect_safe(const DEHeader& header, std::size_t length) {
-    const double records = (header.end_jd - header.start_jd) / header.span + 2;
+    const double records = std::trunc((header.end_jd - header.start_jd) / header.span) + 2;
     EXPECT_GE(records, 3);
     EXPECT_EQ(records * header.ncoeff * 8, static_cast<double>(length));
     for (int row = 0; row < 11; ++row) {
@@ -140,7 +140,7 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"SpanInfinite", put(de_file::kSpan, kInf)},
         Fault{"SpanDenormal", put(de_file::kSpan, 5e-324)},
         Fault{"SpanTiny", put(de_file::kSpan, 1e-9)},
-        Fault{"SpanNotDividing", put(de_file::kSpan, 31.0)},
+        Fault{"SpanNotDividing", put(de_file::kSpan, 10.0)},
         Fault{"AuInMetres", put(de_file::kAu, 149597870691.0)},
         Fault{"AuNan", put(de_file::kAu, kNan)},
         Fault{"AuOff", put(de_file::kAu, 149597870.591)},
@@ -169,6 +169,16 @@ INSTANTIATE_TEST_SUITE_P(
               }},
         Fault{"Text", [](std::string& bytes) { bytes.assign(bytes.size(), 'A'); }}),
     [](const auto& fault) { return fault.param.name; });
+
+// What a reader of numbers in text takes: a sign, and 0 for what is no number at all.
+TEST(DeHeader, TitleEpochsAreReadLeniently) {
+    const TempFolder folder;
+    for (const char* start : {"+2451536.", "-451536.5", "unknown  "}) {
+        std::string bytes = de_file::bytes(Layout{});
+        retitle("2451536.5", start)(bytes);
+        EXPECT_TRUE(header_of(folder, bytes)) << start;
+    }
+}
 
 TEST(DeHeader, MissingFilesAndFoldersHaveNone) {
     const TempFolder folder;

@@ -149,6 +149,27 @@ TEST_F(DeState, RangeIsClosedAndForeignInputRefused) {
     }
 }
 
+// Dates that go a part of a record beyond the last one: the records that are there serve.
+TEST_F(DeState, RangeMayEndWithinARecord) {
+    Layout layout;
+    layout.coefficient = coefficient;
+    const double last = layout.end;
+    layout.end += 5;
+    open(layout);
+    EXPECT_EQ(DE_Ephemeris::getTimeRange()[1], last + 5);
+    DE_EvalState state;
+    Values out{};
+    ASSERT_EQ(DE_Ephemeris::getState(state, static_cast<int>(last), 0.5, kMars, 1, out.data()),
+              0);
+    const Values expected = expected_state(layout, kMars, last);
+    for (int i = 0; i < 6; ++i)
+        EXPECT_NEAR(out[i], expected[i], 1e-12 * std::fabs(expected[i]));
+    const Values before = out;
+    EXPECT_EQ(DE_Ephemeris::getState(state, static_cast<int>(last), 0.6, kMars, 1, out.data()),
+              -1);
+    EXPECT_EQ(out, before);
+}
+
 // Whatever was asked before, an answer is that of a fresh state, bit for bit.
 TEST_F(DeState, HistoryDoesNotShow) {
     Layout layout;
