@@ -109,7 +109,9 @@ class SOLSYS_API PetitSat : SatTheory {
     double MeanElementsGM(int systemCode, int row) const;
 };
 
-/// Dysnomia (moon 1).
+/// Dysnomia (moon 1). Its row has a mean motion of 0.94 of what follows from its GM and
+/// semi-major axis: the velocity, which follows from those, is 6 per cent faster than the
+/// position moves.
 class SOLSYS_API ErisSat final : public PetitSat {
   public:
     ErisSat();
