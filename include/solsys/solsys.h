@@ -5,6 +5,7 @@
 #include "solsys/astr_event.h"
 #include "solsys/body_rotation.h"
 #include "solsys/calendar.h"
+#include "solsys/catalogue.h"
 #include "solsys/de_ephemeris.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/element_records.h"
