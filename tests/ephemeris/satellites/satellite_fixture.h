@@ -10,6 +10,7 @@
 #include "core/linalg.h"
 #include "solsys/satellite_theory.h"
 #include "tests/support/csv.h"
+#include "tests/support/geometry.h"
 
 namespace solsys::test {
 
@@ -28,24 +29,14 @@ struct Theories {
     HaumeaSat haumea;
 
     SatTheory& of_system(int system) {
-        switch (system) {
-            case 4:
-                return mars.AsTheory();
-            case 5:
-                return jupiter.AsTheory();
-            case 6:
-                return saturn.AsTheory();
-            case 7:
-                return uranus.AsTheory();
-            case 8:
-                return neptune.AsTheory();
-            case 9:
-                return pluto.AsTheory();
-            case 12:
-                return eris.AsTheory();
-            default:
-                return haumea.AsTheory();
-        }
+        return system == 4    ? mars.AsTheory()
+               : system == 5  ? jupiter.AsTheory()
+               : system == 6  ? saturn.AsTheory()
+               : system == 7  ? uranus.AsTheory()
+               : system == 8  ? neptune.AsTheory()
+               : system == 9  ? pluto.AsTheory()
+               : system == 12 ? eris.AsTheory()
+                              : haumea.AsTheory();
     }
 
     // NaN throughout when the theory refuses.
@@ -61,12 +52,9 @@ inline Instant later(Instant t, double days) {
     return {t.day + static_cast<int>(whole), t.fraction + days - whole};
 }
 
-inline double angle_between(Vec3 a, Vec3 b) { return std::atan2(norm(cross(a, b)), dot(a, b)); }
-
 // Direction of a pole from right ascension and declination [deg].
-inline Vec3 direction(double ra_deg, double dec_deg) {
-    const double ra = ra_deg * kDegree, dec = dec_deg * kDegree;
-    return {std::cos(dec) * std::cos(ra), std::cos(dec) * std::sin(ra), std::sin(dec)};
+inline Vec3 pole_at(double ra_deg, double dec_deg) {
+    return direction(ra_deg * kDegree, dec_deg * kDegree);
 }
 
 struct Period {
