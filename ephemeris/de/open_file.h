@@ -12,7 +12,7 @@ namespace solsys {
 struct OpenDeFile {
     MappedFile mapping;
     const double* records = nullptr;  // start of the mapping: null when closed
-    double time_range[2] = {0, 0};    // Julian dates of the header, for getTimeRange
+    double time_range[2] = {0, 0};    // Julian dates of the header, for the host to see
     double last_jd = 0;               // end of the last record, where evaluation ends
     DEHeader header;                  // checked: its numbers fit the mapping
     std::int64_t count = 0;           // data records

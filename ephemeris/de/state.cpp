@@ -52,13 +52,13 @@ int DE_Ephemeris::getState(DE_EvalState& state, int day, double fraction, short 
     }
     if (de_file.records == nullptr || body < 1 || body > kSun) return -1;
     const double t = day + fraction;
-    if (!(t >= de_file.time_range[0] && t <= de_file.last_jd)) return -1;  // NaN too
+    if (!(t >= de_file.header.start_jd && t <= de_file.last_jd)) return -1;  // NaN too
 
     if (state.generation != de_file.generation) {
         state = DE_EvalState{};
         state.generation = de_file.generation;
     }
-    state.record_time = (t - de_file.time_range[0]) * de_file.per_span;
+    state.record_time = (t - de_file.header.start_jd) * de_file.per_span;
     state.record = de_file.records +
                    (record_number(state.record_time) + kHeaderRecords) * de_file.header.ncoeff;
     const double within = position_in_record(state.record_time);
