@@ -5,32 +5,25 @@
 namespace solsys {
 namespace {
 
-// `perihelion_epoch` is the epoch that the time of a near-parabolic perihelion is reckoned
-// from.
 PlaneState solve(const OrbitShape& orbit, double t, double epoch, double perihelion_epoch) {
     const double dt = t - epoch;
-    const double e = orbit.e;
 
-    switch (conic_of(e)) {
+    switch (conic_of(orbit.e)) {
         case Conic::parabola: {
             const Anomaly s = barker_by_newton(orbit.n * dt + orbit.M0);
             return parabola_state(orbit.q, s.value, orbit.n / (1 + s.value * s.value),
                                   s.converged);
         }
         case Conic::hyperbola: {
-            const double a = orbit.q / (1 - e);
-            const double M = hyperbolic_mean_anomaly(kGaussSquared, a, dt, orbit.M0);
+            const double M = hyperbolic_mean_anomaly(orbit, dt);
             return hyperbola_state(
-                orbit, hyperbola_by_newton(e, M, hyperbola_start(e, M), Stop::absolute));
+                orbit,
+                hyperbola_by_newton(orbit.e, M, hyperbola_start(orbit.e, M), Stop::absolute));
         }
         case Conic::ellipse:
             break;
     }
-    const double tau =
-        e > kNearParabolic ? time_since_perihelion(t, perihelion_epoch, orbit.M0, orbit.n) : 0;
-    const Anomaly E =
-        eccentric_anomaly(kGaussSquared, orbit.q, e, orbit.n * dt + orbit.M0, tau);
-    return ellipse_state(orbit, std::cos(E.value), std::sin(E.value), E.converged);
+    return ellipse_state(orbit, t, epoch, perihelion_epoch);
 }
 
 }  // namespace

@@ -62,8 +62,7 @@ PlaneState asteroid_state(const OrbitShape& orbit, double dt, std::uint32_t numb
         case Conic::parabola:
             return parabola(orbit, dt);
         case Conic::hyperbola: {
-            const double a = orbit.q / (1 - orbit.e);
-            const double M = hyperbolic_mean_anomaly(kGaussSquared, a, dt, orbit.M0);
+            const double M = hyperbolic_mean_anomaly(orbit, dt);
             return hyperbola_state(
                 orbit,
                 hyperbola_by_newton(orbit.e, M, hyperbola_start(orbit.e, M), Stop::absolute));
@@ -81,8 +80,7 @@ PlaneState comet_state(const OrbitShape& orbit, double t, double epoch, std::uin
         case Conic::parabola:
             return parabola(orbit, dt);
         case Conic::hyperbola: {
-            const double a = orbit.q / (1 - e);
-            const double M = hyperbolic_mean_anomaly(kGaussSquared, a, dt, orbit.M0);
+            const double M = hyperbolic_mean_anomaly(orbit, dt);
             const auto solve = [&](double start) {
                 return hyperbola_by_newton(e, M, start, Stop::relative);
             };
@@ -91,11 +89,7 @@ PlaneState comet_state(const OrbitShape& orbit, double t, double epoch, std::uin
         case Conic::ellipse:
             break;
     }
-    const double tau =
-        e > kNearParabolic ? time_since_perihelion(t, epoch, orbit.M0, orbit.n) : 0;
-    const Anomaly E =
-        eccentric_anomaly(kGaussSquared, orbit.q, e, orbit.n * dt + orbit.M0, tau);
-    return ellipse_state(orbit, std::cos(E.value), std::sin(E.value), E.converged);
+    return ellipse_state(orbit, t, epoch, epoch);
 }
 
 }  // namespace

@@ -26,6 +26,21 @@ inline PlaneState hyperbola_state(const OrbitShape& orbit, Anomaly H) {
     const double k = orbit.n * a * a / r;
     return {X, Y, -k * sinh_H, k * std::sqrt(orbit.e * orbit.e - 1) * cosh_H, H.converged};
 }
+// The same at time t. `perihelion_epoch` is the epoch that the time of a near-parabolic
+// perihelion is reckoned from.
+inline PlaneState ellipse_state(const OrbitShape& orbit, double t, double epoch,
+                                double perihelion_epoch) {
+    const double tau = orbit.e > kNearParabolic
+                           ? time_since_perihelion(t, perihelion_epoch, orbit.M0, orbit.n)
+                           : 0;
+    const double M = orbit.n * (t - epoch) + orbit.M0;
+    const Anomaly E = eccentric_anomaly(kGaussSquared, orbit.q, orbit.e, M, tau);
+    return ellipse_state(orbit, std::cos(E.value), std::sin(E.value), E.converged);
+}
+// Mean anomaly of a hyperbola dt days from its epoch.
+inline double hyperbolic_mean_anomaly(const OrbitShape& orbit, double dt) {
+    return hyperbolic_mean_anomaly(kGaussSquared, orbit.q / (1 - orbit.e), dt, orbit.M0);
+}
 // s_rate: of the tangent of half the true anomaly, per day.
 inline PlaneState parabola_state(double q, double s, double s_rate, bool converged) {
     const auto [X, Y, r] = on_parabola(q, s);
