@@ -26,9 +26,8 @@
 /// \param[out] reserved        0
 /// \param[out] magnitude       the body's magnitude law
 /// \param[out] rotation        the body's rotation elements
-/// \return the next body number of the walk; -1 after the last row (1402); 0 for a number that
-/// is
-///         not in the catalogue, and the outputs are then left alone. Null outputs are skipped.
+/// \return the next body number of the walk; -1 after the last row (1402); 0 for a number not
+///         in the catalogue, and the outputs are then left alone. Null outputs are skipped.
 ///
 /// Radii, periods and GM of the satellites: JPL Solar System Dynamics tables of 2014 to 2023
 /// and the works named in data/catalogue/bodies.csv.

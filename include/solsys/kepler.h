@@ -212,8 +212,7 @@ SOLSYS_API bool VectorToElements(double mu, const double r[3], const double v[3]
 /// State from elliptic elements at a given mean anomaly.
 ///
 /// \param[in]  elements  a, e, i, M, argument of pericentre, node: the mean anomaly stands
-/// before
-///                       the two angles.
+///                       before the two angles.
 /// \param[in]  mu        gravitational parameter of the central body.
 /// \param[out] out       position, then velocity; written on success only.
 /// \return the number of iteration passes (at least 1); -1 for elements that are no ellipse

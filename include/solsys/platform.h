@@ -7,7 +7,8 @@
 #include "solsys/export.h"
 
 /// Receives one formatted piece of debug text, NUL-terminated; usually it ends in a newline.
-/// It must not throw, and may be called from whichever thread computes.
+/// It must neither throw nor call the library, and may be called from whichever thread
+/// computes.
 using DebugPrintHandler = void (*)(const char* text);
 
 /// Formats as `printf` does and hands the text to the handler. Without a handler the text is
