@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <string>
 
 #include "core/constants.h"
 #include "solsys/catalogue_table.h"
 #include "solsys/magnitudes.h"
+#include "tests/support/csv.h"
 
 namespace solsys {
 namespace {
@@ -29,51 +29,10 @@ float magnitude(int body, const Triangle& t) {
     return v;
 }
 
-// Mean opposition magnitudes: r is the mean distance and the observer stands 1 au nearer, fully
-// lit. Explanatory Supplement to the Astronomical Almanac, and JPL satellite physical
-// parameters.
-class MeanOpposition : public testing::TestWithParam<std::tuple<int, double, double>> {};
-
-TEST_P(MeanOpposition, AgreesWithThePublishedMagnitude) {
-    const auto [body, r, published] = GetParam();
-    EXPECT_NEAR(magnitude(body, triangle(r, r - 1.0, 0.0)), published, 0.06) << body;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Published, MeanOpposition,
-    testing::Values(std::tuple{4, 1.524, -2.01}, std::tuple{7, 19.191, 5.52},
-                    std::tuple{8, 30.069, 7.84}, std::tuple{401, 1.524, 11.3},
-                    std::tuple{402, 1.524, 12.40}, std::tuple{501, 5.203, 5.02},
-                    std::tuple{502, 5.203, 5.29}, std::tuple{503, 5.203, 4.61},
-                    std::tuple{504, 5.203, 5.65}, std::tuple{505, 5.203, 14.1},
-                    std::tuple{506, 5.203, 14.84}, std::tuple{601, 9.54, 12.9},
-                    std::tuple{603, 9.54, 10.2}, std::tuple{604, 9.54, 10.4},
-                    std::tuple{605, 9.54, 9.7}, std::tuple{606, 9.54, 8.28},
-                    std::tuple{701, 19.191, 14.16}, std::tuple{703, 19.191, 13.73},
-                    std::tuple{704, 19.191, 13.94}, std::tuple{705, 19.191, 16.3},
-                    std::tuple{801, 30.069, 13.47}, std::tuple{901, 39.482, 16.8},
-                    std::tuple{1201, 96.8, 23.13}));
-
-// Dated or otherwise well-known appearances.
-TEST(Magnitude, OfKnownAppearances) {
-    struct Appearance {
-        const char* name;
-        int body;
-        double r, delta, phase, magnitude, tolerance;
-    };
-    for (const Appearance& a :
-         {Appearance{"full Moon", 301, 1.0, 0.00257, 0.0, -12.74, 0.02},
-          Appearance{"Moon, first quarter", 301, 1.0, 0.00257, 90.0, -10.2, 0.3},
-          Appearance{"Mars, 2003 August 28", 4, 1.3815, 0.37272, 5.0, -2.88, 0.03},
-          // Meeus 1998, Astronomical Algorithms, example 41.a, the Almanac's expression.
-          Appearance{"Venus, 1992 December 20", 2, 0.724604, 0.910947, 72.96, -4.2, 0.05},
-          Appearance{"Ceres, mean opposition", 11, 2.767, 1.767, 0.0, 6.8, 0.1},
-          Appearance{"Eris at discovery", 12, 96.9, 95.9, 0.1, 18.7, 0.15},
-          Appearance{"Haumea at aphelion", 14, 51.5, 50.5, 0.1, 17.3, 0.15},
-          Appearance{"Pluto, 1989 perihelion", 9, 29.66, 28.70, 0.3, 13.65, 0.1}}) {
-        EXPECT_NEAR(magnitude(a.body, triangle(a.r, a.delta, a.phase)), a.magnitude,
-                    a.tolerance)
-            << a.name;
+TEST(Magnitude, AgreesWithPublishedAppearances) {
+    for (const auto& row : test::read_csv(SOLSYS_TEST_DATA "/reference/magnitudes.csv")) {
+        const Triangle t = triangle(stod(row[1]), stod(row[2]), stod(row[3]));
+        EXPECT_NEAR(magnitude(stoi(row[0]), t), stod(row[4]), stod(row[5])) << row[0];
     }
 }
 
@@ -81,11 +40,8 @@ TEST(Magnitude, OfSaturnWithRings) {
     // Meeus 1998, example 41.b, 1992 December 16: +0.7 for a ring latitude of 16.4 deg. With
     // the rings edge-on Saturn is 0.6 to 0.7 mag fainter.
     const auto at_latitude = [](double b) {
-        const double r = 9.867882, delta = 10.464606, i = 4.198 * kDegree;
-        const double u[3] = {std::cos(b), 0, std::sin(b)};
-        const Triangle t{{r * u[0] - delta * std::cos(i) * u[0], delta * std::sin(i),
-                          r * u[2] - delta * std::cos(i) * u[2]},
-                         {r * u[0], 0, r * u[2]}};
+        Triangle t = triangle(9.867882, 10.464606, 4.198);
+        for (double* v : {t.observer, t.body}) v[2] = std::sin(b) * v[0], v[0] *= std::cos(b);
         return magnitude(6, t);
     };
     const float open = at_latitude(16.442 * kDegree);
@@ -110,14 +66,14 @@ TEST(Magnitude, SunAndTheGuardsAtZeroDistance) {
 TEST(Magnitude, EveryFamilyRefusesTheOthers) {
     const Triangle t = triangle(5.0, 4.0, 3.0);
     for (int n = kFirstBody; n > 0; n = next_catalogue_number(n)) {
+        const MagnitudeFn law = catalogue_row(n)->magnitude;
         for (const int other :
-             {5, 301, 402, 580, 683, 727, 814, 905, 1201, 1402, 0, -1, 999999}) {
-            const MagnitudeFn law = catalogue_row(n)->magnitude;
+             {n, 5, 301, 402, 580, 683, 727, 814, 905, 1201, 1402, 0, -1, 999999}) {
             const BodyRow* row = catalogue_row(other);
+            const bool own = row && row->magnitude == law;
             float v = 77;
-            const int expected = row && row->magnitude == law ? 0 : 111;
-            ASSERT_EQ(law(t.observer, other, t.body, &v), expected) << n << ' ' << other;
-            ASSERT_EQ(v == 77.0F, expected != 0) << n << ' ' << other;
+            ASSERT_EQ(law(t.observer, other, t.body, &v), own ? 0 : 111) << n << ' ' << other;
+            ASSERT_TRUE(own ? v < 30.0F : v == 77.0F) << n << ' ' << other;
         }
     }
 }
@@ -142,11 +98,9 @@ TEST(Magnitude, PhaseLawsChangeWhereTheyShould) {
 // al. 1989 give as q = 0.290 + 0.684 G.
 TEST(Magnitude, PhaseLawHasThePublishedPhaseIntegral) {
     for (const float g : {0.0F, 0.15F, 0.5F}) {
-        constexpr int kSteps = 2000;
-        constexpr double kStep = 2.0943951023931953 / kSteps;  // the system ends at 120 deg
+        constexpr double kStep = 0.001;
         double q = 0;
-        for (int k = 0; k < kSteps; ++k) {
-            const double i = (k + 0.5) * kStep;
+        for (double i = kStep / 2; i < 120 * kDegree; i += kStep) {  // where the system ends
             q += 2 * std::pow(10.0, -0.4 * MagnitudeHG(1, 1, i, 0, g)) * std::sin(i) * kStep;
         }
         // The published integral is that of the full functions, with a term of their own at
@@ -171,23 +125,6 @@ TEST(Magnitude, CometFadesWithBothDistances) {
     EXPECT_FLOAT_EQ(MagnitudeComet(1, 1, 4.0F, 10.0F), 4.0F);
     EXPECT_FLOAT_EQ(MagnitudeComet(10, 1, 4.0F, 10.0F), 14.0F);
     EXPECT_FLOAT_EQ(MagnitudeComet(1, 10, 4.0F, 10.0F), 9.0F);
-}
-
-TEST(VisibleDisk, IsTheLitPartOfASphere) {
-    // Counting points of the disk whose surface normal faces the Sun.
-    for (const double i : {0.0, 0.4, 1.2, kHalfPi, 2.0, 3.0, kPi}) {
-        long lit = 0, all = 0;
-        for (double y = -0.9995; y < 1; y += 0.001) {
-            for (double x = -0.9995; x < 1; x += 0.001) {
-                const double z2 = 1 - x * x - y * y;
-                if (z2 < 0) continue;
-                ++all;
-                lit += x * std::sin(i) + std::sqrt(z2) * std::cos(i) > 0;
-            }
-        }
-        EXPECT_NEAR(calcVisibleDiskPart(i), static_cast<double>(lit) / static_cast<double>(all),
-                    1e-3);
-    }
 }
 
 // Strips across the line of centres, each as long as the shorter of the two chords.

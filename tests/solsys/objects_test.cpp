@@ -85,52 +85,13 @@ TEST_F(Cache, NeverKeepsAFailureOrWhatIsNotFinite) {
     EXPECT_EQ(out[0], 5.0) << "an instant that is not a number is never served from the cache";
 }
 
-TEST(Planet, HasNoStateBeforeItIsAskedAtJ2000) {
+TEST(Planet, StartsWithoutAStateAndAnswersUnknownWhereNoTheoryReaches) {
     SS_PlanetObject mars({.number = 4}, nullptr, nullptr);
-    EXPECT_GT(norm(state_of(mars, 2451545, 0.0).r), 1.3);
-}
-
-TEST(Planet, AnswersUnknownWhereNoTheoryReaches) {
-    SS_PlanetObject mars({.number = 4}, nullptr, nullptr);
+    EXPECT_GT(norm(state_of(mars, 2451545, 0.0).r), 1.3);  // the very first instant asked for
     double s[6];
     EXPECT_EQ(mars.ComputeState(5000000, 0.0, true, s), SS_UNKNOWN);
     EXPECT_EQ(mars.GetState(-100000000, 0.0, true, s), SS_UNKNOWN);
 }
-
-// Velocities against the motion of the positions over an hour either way; the error of that
-// is a third of the step squared times the third derivative, (2 pi / period)^2 of the speed.
-class Velocity : public testing::TestWithParam<SSO_ID> {};
-TEST_P(Velocity, IsTheDerivativeOfThePosition) {
-    const auto model = support::built_in_model();
-    SS_Object& body = *model->GetSS_Object(GetParam());
-    const double period = std::min(body.OrbitalPeriod(), 365.0);
-    const double h = period / 2000;
-    double before[6];
-    double after[6];
-    double now[6];
-    ASSERT_EQ(body.GetState(2458000, 0.3 - h, false, before), SS_OK);
-    ASSERT_EQ(body.GetState(2458000, 0.3 + h, false, after), SS_OK);
-    ASSERT_EQ(body.GetState(2458000, 0.3, true, now), SS_OK);
-    const auto moved = (0.5 / h) * (solsys::load(after) - solsys::load(before));
-    const auto velocity = solsys::load(now + 3);
-    const double speed = norm(velocity);
-    // (2 pi / 2000)^2 / 6 = 1.6e-6 for a circle; ellipses and the Moon's forward difference
-    // (3e-5 of its speed) ask for the rest.
-    EXPECT_LT(norm(moved - velocity), 5e-5 * speed);
-    // The heliocentric state is the parent's and the relative one together.
-    const State sum = solsys::load_state(now) + state_of(*body.Parent(), 2458000, 0.3);
-    const State heliocentric = state_of(body, 2458000, 0.3);
-    EXPECT_LT(norm(sum.r - heliocentric.r), 1e-14);
-    EXPECT_LT(norm(sum.v - heliocentric.v), 1e-16);
-}
-INSTANTIATE_TEST_SUITE_P(Bodies, Velocity,
-                         testing::Values(SSO_ID(SSO_PLNT, 1), SSO_ID(SSO_PLNT, 3),
-                                         SSO_ID(SSO_PLNT, 5), SSO_ID(SSO_PLNT, 8),
-                                         SSO_ID(SSO_PLNT, 9), SSO_ID(SSO_PLNT, 11),
-                                         SSO_ID(SSO_PLNT, 12), SSO_ID(SSO_PLNT, 13),
-                                         SSO_ID(SSO_PLNT, 14), SSO_ID(SSO_MOON, 301),
-                                         SSO_ID(SSO_MOON, 503), SSO_ID(SSO_MOON, 606),
-                                         SSO_ID(SSO_MOON, 801)));
 
 TEST(Moon, WithoutAFileMovesByADifferenceForward) {
     const auto model = support::built_in_model();
@@ -148,28 +109,18 @@ TEST(Moon, WithoutAFileMovesByADifferenceForward) {
     EXPECT_NEAR(off, half_step, 0.05 * half_step);
 }
 
-TEST(EveryCataloguedBody, HasAStateToday) {
+TEST(Objects, HaveAStateTodayAndTheirParentsGM) {
     const auto model = support::built_in_model();
     std::vector<SSO_ID> bodies;
     model->GetFullList(&bodies);
     for (const SSO_ID& id : bodies) {
-        double s[6];
-        EXPECT_EQ(model->GetSS_Object(id)->ComputeState(2459000, 0.5, true, s), SS_OK)
-            << id.number;
-        const double r = norm(solsys::load(s));
+        const double r = norm(state_of(*model->GetSS_Object(id), 2459000, 0.5).r);
         EXPECT_TRUE(id.number == 10 || (r > 0.3 && r < 100)) << id.number << " at " << r;
     }
-}
-
-TEST(Objects, KnowTheirParentsGM) {
-    const auto model = support::built_in_model();
-    const auto gm = [&](std::int32_t type, int number) {
-        return model->GetSS_Object(SSO_ID(type, number))->GetParentGM();
-    };
-    EXPECT_EQ(gm(SSO_PLNT, 3), 0.00029591220828411956);
-    EXPECT_EQ(gm(SSO_PLNT, 13), 0.00029591220828411956);
-    EXPECT_EQ(gm(SSO_MOON, 301), 8.887692446707102e-10);
-    EXPECT_EQ(gm(SSO_PLNT, 10), -1.0);
+    for (const auto& [id, gm] : {std::pair{SSO_ID(SSO_PLNT, 13), 0.00029591220828411956},
+                                 {SSO_ID(SSO_MOON, 301), 8.887692446707102e-10},
+                                 {SSO_ID(SSO_PLNT, 10), -1.0}})
+        EXPECT_EQ(model->GetSS_Object(id)->GetParentGM(), gm);
 }
 
 TEST(Objects, FollowAReplacedRotationFunction) {
@@ -231,8 +182,8 @@ TEST_F(DwarfPlanetCatalogue, IsNotBelievedWhenItsRecordIsNoEllipse) {
 // Moves in a straight line, and tells of its end.
 class Straight final : public IntegRA15 {
   public:
-    explicit Straight(bool* gone, bool starts = true) : gone_(gone), starts_(starts) {}
-    ~Straight() override { *gone_ = true; }
+    explicit Straight(int* gone, bool starts = true) : gone_(gone), starts_(starts) {}
+    ~Straight() override { ++*gone_; }
     bool Start(int day, double fraction, const double* state) override {
         day_ = day, fraction_ = fraction, start_ = solsys::load_state(state);
         return starts_;
@@ -245,7 +196,7 @@ class Straight final : public IntegRA15 {
     }
 
   private:
-    bool* gone_;
+    int* gone_;
     bool starts_;
     int day_ = 0;
     double fraction_ = 0;
@@ -256,29 +207,24 @@ TEST_F(DwarfPlanetCatalogue, AnIntegratorTakesOverFromTheElements) {
     SS_DwarfPlanetObject eris({.number = 12}, nullptr, nullptr);
     const State start = state_of(eris, 2458000, 0.25);
     const State by_elements = state_of(eris, 2458100, 0.25);
-    bool gone = false;
+    int gone = 0;
     eris.AttachIntegrator(new Straight(&gone));
     ASSERT_NE(eris.GetIntegrator(), nullptr);
-    const State straight = state_of(eris, 2458100, 0.25);
-    EXPECT_NEAR(norm(straight.r - (start.r + 100.0 * start.v)), 0.0, 1e-12);
+    EXPECT_LT(norm(state_of(eris, 2458100, 0.25).r - (start.r + 100.0 * start.v)), 1e-12);
     // Where it does not reach, the elements serve.
     EXPECT_NEAR(norm(state_of(eris, 2460000, 0.25).r), 4.0, 1e-12);
 
     eris.AttachIntegrator(nullptr);
-    EXPECT_TRUE(gone);
+    EXPECT_EQ(gone, 1);
     EXPECT_EQ(norm(state_of(eris, 2458100, 0.25).r - by_elements.r), 0.0);
-
-    gone = false;
-    eris.AttachIntegrator(new Straight(&gone, false));
-    EXPECT_TRUE(gone);
+    eris.AttachIntegrator(new Straight(&gone, false));  // refuses to start
+    EXPECT_EQ(gone, 2);
     EXPECT_EQ(eris.GetIntegrator(), nullptr);
-
-    gone = false;
     {
         SS_DwarfPlanetObject owner({.number = 12}, nullptr, nullptr);
         owner.AttachIntegrator(new Straight(&gone));
     }
-    EXPECT_TRUE(gone);
+    EXPECT_EQ(gone, 3);
 }
 
 TEST(Spacecraft, IsWhereItsFunctionSaysRelativeToItsParent) {

@@ -29,6 +29,31 @@ Phase phase_of(CSWSolSys& model, const SSO_ID& id) {
     return p;
 }
 
+// How far an object is past the Sun in apparent ecliptic longitude, by the ordinary road.
+double past_the_sun(CSWSolSys& model, const SSO_ID& id) {
+    double longitude[2];
+    for (int k = 0; const SSO_ID& each : {id, kSun}) {
+        double place[3], latitude;
+        EXPECT_TRUE(model.GetRADecVis(each, place, 0.0));
+        model.FromRAToEclAng(false, &place[1], &place[2], &longitude[k++], &latitude);
+    }
+    return std::remainder(longitude[0] - longitude[1], kTwoPi);
+}
+
+// The triangle Sun, observer, body by its sides [au].
+struct Triangle {
+    double r, delta, cos_phase, cos_elongation;
+};
+Triangle triangle_of(CSWSolSys& model, const SSO_ID& id) {
+    double body[3], seen[3], observer[6];
+    EXPECT_TRUE(model.GetHelVec2K(id, 0, body));
+    EXPECT_TRUE(model.GetRefVec2K(id, 0, seen));
+    model.GetObserverVec2K(observer);
+    const double r = norm(load(body)), delta = norm(load(seen)), R = norm(load(observer));
+    return {r, delta, (r * r + delta * delta - R * R) / (2 * r * delta),
+            (R * R + delta * delta - r * r) / (2 * R * delta)};
+}
+
 // Worked examples of Meeus 1998, Astronomical Algorithms: 41.a (Venus) and 48.a (the Moon). His
 // phase of the Moon is that to the Sun's apparent place, 20 arcsec from the true one.
 TEST(PhaseElongation, GivesTheWorkedExamples) {
@@ -55,37 +80,25 @@ TEST(PhaseElongation, FollowsFromTheTriangle) {
     Instants instants(4);
     for (int i = 0; i < 50; ++i) {
         const Instant t = instants.next();
-        const OBSERVER mars = centre_of(4);
-        const OBSERVER earth = centre_of(3);
-        model->SetObserver(i % 2 ? &mars : &earth);
+        const OBSERVER from = centre_of(i % 2 ? 4 : 3);
+        model->SetObserver(&from);
         model->UpdateSys(t.day, t.fraction);
-        double observer[6];
-        model->GetObserverVec2K(observer);
-        const double R = norm(load(observer));
+        double sun[3];
+        ASSERT_TRUE(model->GetRADecVis(kSun, sun, 0.0));
         for (const SSO_ID& id : {SSO_ID(SSO_PLNT, 1), SSO_ID(SSO_PLNT, 2), SSO_ID(SSO_PLNT, 6),
                                  SSO_ID(SSO_MOON, 503), kMoon}) {
-            double body[3], seen[3];
-            ASSERT_TRUE(model->GetHelVec2K(id, 0, body));
-            ASSERT_TRUE(model->GetRefVec2K(id, 0, seen));
-            const double r = norm(load(body));
-            const double delta = norm(load(seen));
-            const double cos_phase = (r * r + delta * delta - R * R) / (2 * r * delta);
-            const double cos_elongation = (R * R + delta * delta - r * r) / (2 * R * delta);
+            const auto [r, delta, cos_phase, cos_elongation] = triangle_of(*model, id);
             const Phase p = phase_of(*model, id);
             EXPECT_NEAR(std::cos(p.angle), cos_phase, 1e-3) << id.number;
             EXPECT_NEAR(p.illuminated, (1 + cos_phase) / 2, 5e-4) << id.number;
             EXPECT_NEAR(std::cos(p.elongation), cos_elongation, 1e-3) << id.number;
 
-            // East of the Sun: further along the ecliptic, as GetRADecVis has both.
-            double place[3], sun[3], lon, lat, sun_lon, sun_lat;
-            ASSERT_TRUE(model->GetRADecVis(id, place, 0.0));
-            ASSERT_TRUE(model->GetRADecVis(kSun, sun, 0.0));
-            model->FromRAToEclAng(false, &place[1], &place[2], &lon, &lat);
-            model->FromRAToEclAng(false, &sun[1], &sun[2], &sun_lon, &sun_lat);
-            if (model->GetObserver().body_number == 3) {  // Mars knows no nutation
-                const double ahead = std::remainder(lon - sun_lon, kTwoPi);
-                EXPECT_EQ(p.elongation > 0, ahead > 0) << id.number;
+            // East of the Sun: further along the ecliptic. (Mars knows no nutation.)
+            if (from.body_number == 3) {
+                EXPECT_EQ(p.elongation > 0, past_the_sun(*model, id) > 0) << id.number;
             }
+            double place[3];
+            ASSERT_TRUE(model->GetRADecVis(id, place, 0.0));
             // The bright limb looks along the great circle to the Sun: the spherical triangle.
             const double d_ra = sun[1] - place[1];
             const double limb =
@@ -116,83 +129,41 @@ class MoonAge : public testing::TestWithParam<Source> {};
 INSTANTIATE_TEST_SUITE_P(Sources, MoonAge, testing::Values(Source::kDe405, Source::kBuiltIn),
                          [](const auto& each) { return std::string(name_of(each.param)); });
 
-// How far the Moon is past the Sun in apparent ecliptic longitude, by the ordinary road.
-double past_the_sun(CSWSolSys& model, double jd) {
-    const int day = static_cast<int>(jd);
-    model.UpdateSys(day, jd - day);
-    double longitude[2];
-    for (int k = 0; const SSO_ID& id : {kMoon, kSun}) {
-        double place[3], latitude;
-        EXPECT_TRUE(model.GetRADecVis(id, place, 0.0));
-        model.FromRAToEclAng(false, &place[1], &place[2], &longitude[k++], &latitude);
-    }
-    return std::remainder(longitude[0] - longitude[1], kTwoPi);
-}
-
-// Every new Moon of a year by stepping and bisection, then ages at instants that jump about,
-// from places that are not the Earth's centre, on a model whose instant and save slot must
-// survive. The search itself ends within a second, and the ordinary road's places are good to
-// 2e-6 day of light time: 2 s covers both.
-TEST_P(MoonAge, CountsFromTheNewMoonsFoundByStepping) {
+// Instants that jump about, from places that are not the Earth's centre, on a model whose
+// instant and save slot must survive: that long ago the ordinary road has the Moon at the Sun's
+// longitude. The search ends within a second, and the ordinary road's places are good to 2e-6
+// day of light time: 2 s covers both.
+TEST_P(MoonAge, CountsFromTheConjunctionBefore) {
     const auto model = make_model(GetParam());
-    std::vector<double> new_moons;
-    constexpr double kStart = 2459580.5;  // 2022 January 1
-    double before = past_the_sun(*model, kStart - 32);
-    for (double jd = kStart - 32; jd < kStart + 400; jd += 0.5) {
-        const double after = past_the_sun(*model, jd + 0.5);
-        if (before < 0 && after >= 0 && after < 1) {
-            double low = jd, high = jd + 0.5;
-            for (int i = 0; i < 30; ++i) {
-                const double middle = (low + high) / 2;
-                (past_the_sun(*model, middle) < 0 ? low : high) = middle;
-            }
-            new_moons.push_back(high);
-        }
-        before = after;
-    }
-    ASSERT_GE(new_moons.size(), 14U);
-
     const OBSERVER places[] = {centre_of(3), site(100, -40, 1), centre_of(4)};
     std::mt19937 random(5);
-    double worst = 0;
     model->UpdateSys(2451545, 0.0);
     model->SaveT3Data();
     for (int i = 0; i < 300; ++i) {
-        const double jd = std::uniform_real_distribution(kStart, kStart + 365)(random);
-        const int day = static_cast<int>(jd);
+        const double jd = std::uniform_real_distribution(2459580.5, 2459945.5)(random);  // 2022
         model->SetObserver(&places[i % 3]);
-        model->UpdateSys(day, jd - day);
+        update(*model, jd);
         const double age = phase_of(*model, kMoon).age;
-        const auto next = std::upper_bound(new_moons.begin(), new_moons.end(), jd);
-        worst = std::max(worst, std::fabs(age - (jd - *(next - 1))));
-        int now_day = 0;
-        double now_fraction = 0;
-        model->GetTime(&now_day, &now_fraction);
-        EXPECT_EQ(now_day, day);
-        EXPECT_EQ(now_fraction, jd - day);
+        EXPECT_EQ(time_of(*model).jd(), jd);
+        model->SetObserver(&places[0]);
+        update(*model, jd);
+        EXPECT_EQ(past_the_sun(*model, kMoon) > 0, age < 15);  // not one lunation more
+        update(*model, jd - age);
+        // The Moon gains 0.19 to 0.26 rad a day.
+        EXPECT_LT(std::fabs(past_the_sun(*model, kMoon)), 0.19 * 2 / kSecondsPerDay) << jd;
     }
-    std::printf("age of the Moon: worst %.2f s\n", worst * kSecondsPerDay);
-    EXPECT_LT(worst * kSecondsPerDay, 2.0);
     model->RestoreT3Data();
-    int day = 0;
-    double fraction = 0;
-    model->GetTime(&day, &fraction);
-    EXPECT_EQ(day + fraction, 2451545.0);
+    EXPECT_EQ(time_of(*model).jd(), 2451545.0);
 }
 
 // New Moons of the almanacs, to the minute: 1999 August 11 11:08, 2017 August 21 18:30, 2024
 // April 8 18:21 UT.
 TEST_P(MoonAge, StartsAtPublishedNewMoons) {
     const auto model = make_model(GetParam());
-    const struct {
-        double jd_ut, delta_t;
-    } cases[] = {{2451401.5 + (11 + 8 / 60.0) / 24, 63.7},
-                 {2457986.5 + (18 + 30 / 60.0) / 24, 68.9},
-                 {2460408.5 + (18 + 21 / 60.0) / 24, 69.2}};
-    for (const auto& c : cases) {
-        const double jd = c.jd_ut + c.delta_t / kSecondsPerDay + 1.0;
-        const int day = static_cast<int>(jd);
-        model->UpdateSys(day, jd - day);
+    for (const auto& [jd_ut, delta_t] : {std::pair{2451401.5 + (11 + 8 / 60.0) / 24, 63.7},
+                                         {2457986.5 + (18 + 30 / 60.0) / 24, 68.9},
+                                         {2460408.5 + (18 + 21 / 60.0) / 24, 69.2}}) {
+        update(*model, jd_ut + delta_t / kSecondsPerDay + 1.0);
         EXPECT_NEAR(phase_of(*model, kMoon).age, 1.0, 40 / kSecondsPerDay);
     }
 }
@@ -226,31 +197,21 @@ TEST(MoonAgeFarAway, RunsThroughItsLunation) {
 // law here is the older one, 0.15 fainter than what is used now.
 TEST(Magnitudes, OfFamousOppositions) {
     const auto model = make_model(Source::kDe405);
-    const struct {
-        int day, planet;
-        double magnitude;
-    } cases[] = {
-        {2452880, 4, -2.9}, {2455461, 5, -2.9 + 0.15}, {2455461, 7, 5.7}, {2455429, 8, 7.8}};
-    for (const auto& c : cases) {
-        model->UpdateSys(c.day, 0.0);
+    for (const auto& [day, planet, expected] : {std::tuple{2452880, 4, -2.9},
+                                                {2455461, 5, -2.9 + 0.15},
+                                                {2455461, 7, 5.7},
+                                                {2455429, 8, 7.8}}) {
+        model->UpdateSys(day, 0.0);
         float m = 0;
-        ASSERT_TRUE(model->GetMagnitude({SSO_PLNT, c.planet}, &m));
-        EXPECT_NEAR(m, c.magnitude, 0.07) << c.planet;
+        ASSERT_TRUE(model->GetMagnitude({SSO_PLNT, planet}, &m));
+        EXPECT_NEAR(m, expected, 0.07) << planet;
     }
 }
 
 // Bodies by elements: the laws on distances that GetRADecVis and the triangle give.
 TEST(Magnitudes, OfBodiesByElements) {
     const auto model = make_model(Source::kDe405);
-    const Elements el{.q = 2.3,
-                      .e = 0.2,
-                      .i = 0.2,
-                      .node = 1,
-                      .peri = 2,
-                      .n = 0.00493,
-                      .M = 0.5,
-                      .epochFraction = 0,
-                      .epochDay = 2455000};
+    const Elements el{2.3, 0.2, 0.2, 1, 2, 0.00493, 0.5, 0, 2455000};
     ASSERT_TRUE(model->AddAsteroid(4, {.elements = el, .H = 3.2F, .G = 0.32F}));
     for (const int number : {1, 2031814021}) {
         ASSERT_TRUE(model->AddComet(number, {.elements = el, .H = 5.0F, .K = 12.0F}));
@@ -268,12 +229,8 @@ TEST(Magnitudes, OfBodiesByElements) {
         EXPECT_TRUE(model->GetMagnitude({type, number}, &m)) << number;
         return static_cast<double>(m);
     };
-    double body[3], seen[3], observer[6];
-    model->GetHelVec2K({SSO_ASTR, 4}, 0, body);
-    model->GetRefVec2K({SSO_ASTR, 4}, 0, seen);
-    model->GetObserverVec2K(observer);
-    const double r = norm(load(body)), delta = norm(load(seen)), R = norm(load(observer));
-    const double half = std::acos((r * r + delta * delta - R * R) / (2 * r * delta)) / 2;
+    const auto [r, delta, cos_phase, cos_elongation] = triangle_of(*model, {SSO_ASTR, 4});
+    const double half = std::acos(cos_phase) / 2;
     const double phi1 = std::exp(-3.33 * std::pow(std::tan(half), 0.63));
     const double phi2 = std::exp(-1.87 * std::pow(std::tan(half), 1.22));
     EXPECT_NEAR(magnitude(SSO_ASTR, 4),
@@ -282,8 +239,7 @@ TEST(Magnitudes, OfBodiesByElements) {
     EXPECT_NEAR(magnitude(SSO_COMT, 1), 5 + 5 * std::log10(delta) + 12 * std::log10(r), 2e-6);
     EXPECT_NEAR(magnitude(SSO_COMT, 2031814021),
                 9.8 + 5 * std::log10(delta) + 2.5 * (std::pow(r, 1.8) - 1), 2e-6);
-    model->GetRefVec2K({SSO_USCO, 1}, 0, seen);
-    const double near = 5 * std::log10(norm(load(seen)));
+    const double near = 5 * std::log10(triangle_of(*model, {SSO_USCO, 1}).delta);
     EXPECT_NEAR(magnitude(SSO_USCO, 1), near + 26.5, 2e-6);
     EXPECT_NEAR(magnitude(SSO_USCO, 953399444), near + 23.5, 2e-6);
     EXPECT_EQ(magnitude(SSO_USCO, 617989043), std::max(0.0, near + 21.5));
@@ -292,46 +248,30 @@ TEST(Magnitudes, OfBodiesByElements) {
     EXPECT_EQ(magnitude(SSO_CNST, 1), 9999.0);
 }
 
-class SolarDay : public testing::TestWithParam<std::tuple<SSO_ID, double>> {};
-
 // From noon to noon, as the planetary fact sheets have it [day].
-TEST_P(SolarDay, IsTheKnownOne) {
-    const auto& [id, days] = GetParam();
+TEST(SolarDay, IsTheKnownOne) {
     const auto model = make_model(Source::kBuiltIn);
     for (const int day : {2440000, 2451545, 2460000}) {
         model->UpdateSys(day, 0.3);
-        EXPECT_NEAR(model->GetSolarDay(id), days, 2e-4 * days);
-        int now = 0;
-        double fraction = 0;
-        model->GetTime(&now, &fraction);
-        EXPECT_EQ(now, day);
-        EXPECT_EQ(fraction, 0.3);
+        for (const auto& [number, days] : {std::pair{1, 175.94},
+                                           {2, 116.75},
+                                           {3, 1.0},
+                                           {4, 1.02749},
+                                           {5, 0.41370},
+                                           {7, 0.71832},
+                                           {9, 6.3868},
+                                           {301, 29.5306},
+                                           {501, 1.76986}})
+            EXPECT_NEAR(model->GetSolarDay({number > 100 ? SSO_MOON : SSO_PLNT, number}), days,
+                        2e-4 * days);
+        EXPECT_EQ(time_of(*model).jd(), day + 0.3);
     }
 }
-INSTANTIATE_TEST_SUITE_P(Known, SolarDay,
-                         testing::Values(std::tuple(SSO_ID(SSO_PLNT, 1), 175.94),
-                                         std::tuple(SSO_ID(SSO_PLNT, 2), 116.75),
-                                         std::tuple(SSO_ID(SSO_PLNT, 3), 1.0),
-                                         std::tuple(SSO_ID(SSO_PLNT, 4), 1.02749),
-                                         std::tuple(SSO_ID(SSO_PLNT, 5), 0.41370),
-                                         std::tuple(SSO_ID(SSO_PLNT, 7), 0.71832),
-                                         std::tuple(SSO_ID(SSO_PLNT, 9), 6.3868),
-                                         std::tuple(SSO_ID(SSO_MOON, 301), 29.5306),
-                                         std::tuple(SSO_ID(SSO_MOON, 501), 1.76986)));
 
 TEST(PhysicalData, ComesFromTheTables) {
     const auto model = make_model(Source::kBuiltIn);
-    const Elements el{.q = 2.767,
-                      .e = 0.08,
-                      .i = 0,
-                      .node = 0,
-                      .peri = 0,
-                      .n = 0.00374,
-                      .M = 0,
-                      .epochFraction = 0,
-                      .epochDay = 2455000};
-    Elements open = el;
-    open.e = 1.2;
+    const Elements el{2.767, 0.08, 0, 0, 0, 0.00374, 0, 0, 2455000};
+    const Elements open{2.767, 1.2, 0, 0, 0, 0.00374, 0, 0, 2455000};
     ASSERT_TRUE(model->AddAsteroid(1, {.elements = el, .radius_km = 470}));
     ASSERT_TRUE(model->AddComet(1, {.elements = open}));
     double flattening = 9;
@@ -339,11 +279,12 @@ TEST(PhysicalData, ComesFromTheTables) {
     EXPECT_EQ(flattening, 1 - 54364.0 / 60268.0);
     EXPECT_EQ(model->GetRadiEq({SSO_ASTR, 1}, &flattening), 470.0);
     EXPECT_EQ(flattening, 0.0);
-    EXPECT_EQ(model->GetRadiEq({SSO_COMT, 611674338}), 2.94);
-    EXPECT_EQ(model->GetRadiEq({SSO_COMT, 5}), 1.0);
-    EXPECT_EQ(model->GetRadiEq({SSO_USCO, 5}), 0.1);
-    EXPECT_EQ(model->GetRadiEq({SSO_SCFT, 5}), 0.02);
-    EXPECT_EQ(model->GetRadiEq({SSO_MOON, 399}), -1.0);
+    for (const auto& [id, radius] : {std::pair{SSO_ID(SSO_COMT, 611674338), 2.94},
+                                     {SSO_ID(SSO_COMT, 5), 1.0},
+                                     {SSO_ID(SSO_USCO, 5), 0.1},
+                                     {SSO_ID(SSO_SCFT, 5), 0.02},
+                                     {SSO_ID(SSO_MOON, 399), -1.0}})
+        EXPECT_EQ(model->GetRadiEq(id), radius);
     EXPECT_EQ(model->GetParentGravity({SSO_MOON, 503}), model->GetGravity({SSO_PLNT, 5}));
     EXPECT_EQ(model->GetParentGravity({SSO_PLNT, 5}), model->GetGravity(kSun));
     EXPECT_EQ(model->GetParentGravity({SSO_SCFT, 5}), -1.0);
@@ -366,9 +307,8 @@ TEST(RADecInConstell, LooksUpInTheFrameOfTheModel) {
     model->UpdateSys(2470000, 0.0);
     const Mat3 cur = load_matrix(model->GetMtrxEq2K_EqCur());
     for (const CsvRow& row : read_csv(SOLSYS_TEST_DATA "/reference/constellation_points.csv")) {
-        const double ra = std::stod(row[0]) * kDegree;
-        const double dec = std::stod(row[1]) * kDegree;
-        const auto expected = static_cast<char>(std::stoi(row[3]));
+        const double ra = std::stod(row[0]) * kDegree, dec = std::stod(row[1]) * kDegree;
+        const int expected = std::stoi(row[3]);
         EXPECT_EQ(fresh.RADecInConstell(ra, dec), expected) << row[0] << ' ' << row[1];
         const Vec3 of_date = cur * direction(ra, dec);
         EXPECT_EQ(

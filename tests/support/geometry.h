@@ -1,4 +1,4 @@
-// Angles, directions and rows of vectors, as many tests need them.
+// Angles, directions, differences and rows of vectors, as many tests need them.
 #pragma once
 
 #include <cmath>
@@ -15,6 +15,11 @@ inline double angle_between(Vec3 a, Vec3 b) { return std::atan2(norm(cross(a, b)
 
 inline Vec3 direction(double ra, double dec) {
     return {std::cos(dec) * std::cos(ra), std::cos(dec) * std::sin(ra), std::sin(dec)};
+}
+
+// The sum over the rows: zero for equal matrices, never below the largest difference.
+inline double distance(const Mat3& a, const Mat3& b) {
+    return norm(a.r0 - b.r0) + norm(a.r1 - b.r1) + norm(a.r2 - b.r2);
 }
 
 inline Instant instant(double jd) {

@@ -3,17 +3,13 @@
 
 #include <memory>
 
-#include "solsys/de_ephemeris.h"
-#include "solsys/solar_system.h"
+#include "tests/support/sky_models.h"
 
 namespace support {
 
 // A model on the built-in theories, whatever another test left open.
 inline std::unique_ptr<CSWSolSys> built_in_model() {
-    DE_Ephemeris::clear();
-    auto model = std::make_unique<CSWSolSys>();
-    model->InitSys("");
-    return model;
+    return solsys::test::make_model(solsys::test::Source::kBuiltIn);
 }
 
 inline OBSERVER observer(std::int8_t kind, std::int32_t body, double l0 = 0, double l1 = 0,

@@ -8,7 +8,6 @@
 #include <random>
 
 #include "core/instant.h"
-#include "core/linalg.h"
 #include "solsys/de_ephemeris.h"
 #include "solsys/platform.h"
 #include "solsys/solar_system.h"
@@ -51,6 +50,18 @@ inline OBSERVER centre_of(int planet) {
     out.body_type = SSO_PLNT;
     out.body_number = planet;
     return out;
+}
+
+// The model's instant.
+inline Instant time_of(const CSWSolSys& model) {
+    Instant t{};
+    model.GetTime(&t.day, &t.fraction);
+    return t;
+}
+
+inline void update(CSWSolSys& model, double jd) {
+    const Instant t = instant(jd);
+    model.UpdateSys(t.day, t.fraction);
 }
 
 // Instants spread over 1960 to 2059, the same at every run.
