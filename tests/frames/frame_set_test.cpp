@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include "tests/support/geometry.h"
 
 namespace {
 
@@ -10,9 +10,7 @@ using solsys::FrameSet;
 using solsys::Mat3;
 using solsys::Vec3;
 
-double distance(const Mat3& a, const Mat3& b) {
-    return norm(a.r0 - b.r0) + norm(a.r1 - b.r1) + norm(a.r2 - b.r2);
-}
+using solsys::test::distance;
 
 class FramesAt : public testing::TestWithParam<solsys::Instant> {};
 

@@ -31,31 +31,24 @@ class States {
 
     State heliocentric(int body, Instant t) {
         if (body == 10) return State{};
-        if (body == 301) return planet(3, t) + moon(t);
-        return planet(body, t);
+        if (body == 301) return state(3, t) + state(301, t);
+        return state(body, t);
     }
-    State sun_barycentric(Instant t) {
-        double s[6];
-        EXPECT_EQ(DE_Ephemeris::getState(file_, t.day, t.fraction, 11, 1, s), 0);
-        return load_state(s);
-    }
+    State sun_barycentric(Instant t) { return from_file(11, t); }
 
   private:
-    State planet(int body, Instant t) {
-        if (source_ == Source::kDe405) return from_file(static_cast<short>(body), t);
+    State state(int body, Instant t) {
+        if (source_ == Source::kDe405) return from_file(body == 301 ? 10 : body, t);
         State out{};
-        EXPECT_TRUE(analytic_planet(body, t, true, out));
+        EXPECT_TRUE(body == 301 ? analytic_moon(t, true, out)
+                                : analytic_planet(body, t, true, out));
         return out;
     }
-    State moon(Instant t) {
-        if (source_ == Source::kDe405) return from_file(10, t);
-        State out{};
-        EXPECT_TRUE(analytic_moon(t, true, out));
-        return out;
-    }
-    State from_file(short body, Instant t) {
+    State from_file(int body, Instant t) {
         double s[6];
-        EXPECT_EQ(DE_Ephemeris::getState(file_, t.day, t.fraction, body, 1, s), 0);
+        EXPECT_EQ(
+            DE_Ephemeris::getState(file_, t.day, t.fraction, static_cast<short>(body), 1, s),
+            0);
         return load_state(s);
     }
 
@@ -63,21 +56,7 @@ class States {
     DE_EvalState file_;
 };
 
-struct Rotation {
-    double m[3][3];
-    Vec3 operator*(Vec3 v) const {
-        double in[3], out[3];
-        store(v, in);
-        eraRxp(const_cast<double(*)[3]>(m), in, out);
-        return load(out);
-    }
-    Vec3 back(Vec3 v) const {
-        double in[3], out[3];
-        store(v, in);
-        eraTrxp(const_cast<double(*)[3]>(m), in, out);
-        return load(out);
-    }
-};
+Mat3 matrix(const double (&m)[3][3]) { return {load(m[0]), load(m[1]), load(m[2])}; }
 
 // The two nutation terms of each angle, arguments and mean obliquity; time in 10000 years.
 struct ShortNutation {
@@ -94,26 +73,23 @@ struct ShortNutation {
     }
 };
 
-Rotation old_frame(Instant t) {
-    double zeta, z, theta;
+Mat3 old_frame(Instant t) {
+    double zeta, z, theta, precession[3][3], n[3][3];
     eraPrec76(ERFA_DJ00, 0.0, t.day, t.fraction, &zeta, &z, &theta);
-    double precession[3][3];
     eraIr(precession);
     eraRz(-zeta, precession);
     eraRy(theta, precession);
     eraRz(-z, precession);
     const ShortNutation nutation(t);
-    double n[3][3];
     eraNumat(nutation.mean_obliquity, nutation.psi, nutation.eps, n);
-    Rotation out{};
-    eraRxr(n, precession, out.m);
-    return out;
+    eraRxr(n, precession, n);
+    return matrix(n);
 }
 
-Rotation modern_frame(Instant t) {
-    Rotation out{};
-    eraPnm06a(t.day, t.fraction, out.m);
-    return out;
+Mat3 modern_frame(Instant t) {
+    double m[3][3];
+    eraPnm06a(t.day, t.fraction, m);
+    return matrix(m);
 }
 
 // Sidereal time of date: GMST82 at 0h UT, carried on at the library's sidereal rate.
@@ -130,13 +106,9 @@ State site_of_date(const OBSERVER& site, double theta) {
     double fixed[3];
     eraGd2gce(kEarthRadiusAu, kEarthFlattening, site.location[1], site.location[2],
               site.location[0], fixed);
-    double turned[3][3];
-    eraIr(turned);
-    eraRz(-theta, turned);
-    double r[3];
-    eraRxp(turned, fixed, r);
+    const Vec3 r = rotate_z(-theta) * load(fixed);
     const double rate = ERFA_D2PI / kSiderealDay;
-    return {load(r), {-rate * r[1], rate * r[0], 0.0}};
+    return {r, {-rate * r.y, rate * r.x, 0.0}};
 }
 
 struct Apparent {
@@ -155,11 +127,10 @@ Vec3 aberrated_by_erfa(Vec3 path, Vec3 velocity_c) {
 // The library's own rules: geometric light time first, then corrected until it changes by less
 // than 2e-6 day; heliocentric velocities.
 Apparent same_models(States& states, int body, Instant t, const OBSERVER* site) {
-    const Rotation frame = old_frame(t);
+    const Mat3 frame = old_frame(t);
     State observer = states.heliocentric(3, t);
     if (site != nullptr) {
-        const State offset = site_of_date(*site, sidereal_angle(t));
-        observer = observer + State{frame.back(offset.r), frame.back(offset.v)};
+        observer = observer + transpose_times(frame, site_of_date(*site, sidereal_angle(t)));
     }
     Vec3 path = states.heliocentric(body, t).r - observer.r;
     for (double tau = norm(path) * kLightDay, last = 1.0; std::fabs(tau - last) > 2e-6;) {

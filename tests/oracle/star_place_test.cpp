@@ -9,9 +9,13 @@
 #include <random>
 
 #include "core/constants.h"
+#include "tests/support/geometry.h"
 
 namespace solsys {
 namespace {
+
+using test::angle_between;
+using test::direction;
 
 constexpr double kKmPerSecond = 86400 / kAuKm;  // au/day
 
@@ -49,18 +53,24 @@ class Cases {
     std::mt19937_64 random_{4};
 };
 
+Vec3 aberrated_by_erfa(Vec3 natural, Vec3 beta) {
+    constexpr double kNoPotential = 1e30;  // au: aberration alone, without the Sun's potential
+    double p[3], velocity[3], seen[3];
+    store(natural, p);
+    store(beta, velocity);
+    eraAb(p, velocity, kNoPotential, std::sqrt(1 - dot(beta, beta)), seen);
+    return load(seen);
+}
+
 enum class Deflection { none, by_the_sun };
 
 // Unit direction by ERFA, J2000 equator. The epoch's moment is the observer's: the light time
 // from the Sun, which ERFA adds, is taken off.
 Vec3 by_erfa(const Case& c, Deflection deflection, double light_day_per_au) {
-    double position[3], velocity[3], p[3];
+    double position[3], p[3];
     store(c.observer.r, position);
-    store(light_day_per_au * c.observer.v, velocity);
-    const double cos_dec = std::cos(c.star.dec);
-    const Vec3 u{cos_dec * std::cos(c.star.ra), cos_dec * std::sin(c.star.ra),
-                 std::sin(c.star.dec)};
-    const double light_years = dot(u, c.observer.r) * kLightDayPerAu / kDaysPerJulianYear;
+    const double light_years = dot(direction(c.star.ra, c.star.dec), c.observer.r) *
+                               kLightDayPerAu / kDaysPerJulianYear;
     eraPmpx(c.star.ra, c.star.dec, c.star.pm_ra, c.star.pm_dec, c.star.parallax / kArcsec,
             c.star.radial_velocity, c.years - light_years, position, p);
     if (deflection == Deflection::by_the_sun) {
@@ -70,13 +80,8 @@ Vec3 by_erfa(const Case& c, Deflection deflection, double light_day_per_au) {
         eraLdsun(p, from_sun, distance, bent);
         std::copy(bent, bent + 3, p);
     }
-    constexpr double kNoPotential = 1e30;  // au: aberration alone, without the Sun's potential
-    double seen[3];
-    eraAb(p, velocity, kNoPotential, std::sqrt(1 - dot(load(velocity), load(velocity))), seen);
-    return load(seen);
+    return aberrated_by_erfa(load(p), light_day_per_au * c.observer.v);
 }
-
-double angle_between(Vec3 a, Vec3 b) { return std::asin(norm(cross(unit(a), unit(b)))); }
 
 TEST(StarPlace, AgreesWithErfa) {
     Cases cases;
@@ -100,10 +105,7 @@ TEST(StarPlace, VectorIsTheStarSeenFromTheObserver) {
         c.star.pm_ra = c.star.pm_dec = STAR_UNKNOWN;
         const StarPlace place =
             star_place(c.star, 0, {c.observer.r, {0, 0, 0}, 1}, rotate_z(0.3));
-        const double cos_dec = std::cos(c.star.dec);
-        const Vec3 from_sun =
-            (1.0 / c.star.parallax) * Vec3{cos_dec * std::cos(c.star.ra),
-                                           cos_dec * std::sin(c.star.ra), std::sin(c.star.dec)};
+        const Vec3 from_sun = (1.0 / c.star.parallax) * direction(c.star.ra, c.star.dec);
         // Deflection is left: 1e-8 rad across, 2e-6 within a degree of the Sun.
         const Vec3 seen = transpose_times(rotate_z(0.3), place.vector);
         EXPECT_NEAR(norm(seen - (from_sun - c.observer.r)) / place.distance, 0, 3e-6);
@@ -116,9 +118,8 @@ TEST(StarPlace, UnknownValuesAreLeftOut) {
     star.ra = 1.0, star.dec = 0.5;
     const StarPlace still = star_place(star, 500, {{0, 0, 0}, {0, 0, 0}, 1});
     EXPECT_EQ(still.distance, -1.0);
-    const Vec3 u{std::cos(0.5) * std::cos(1.0), std::cos(0.5) * std::sin(1.0), std::sin(0.5)};
     // At the Sun's centre nothing is bent; the sine follows from the cosine.
-    EXPECT_NEAR(norm(still.vector - u), 0, 1e-15);
+    EXPECT_NEAR(norm(still.vector - direction(1.0, 0.5)), 0, 1e-15);
 
     star.pm_dec = 1e-5F;
     const StarPlace moved = star_place(star, 10, {{0, 0, 0}, {0, 0, 0}, 1});
@@ -133,7 +134,8 @@ TEST(CalcProperMotionD, AgreesWithErfa) {
         store(c.observer, observer);
         CalcProperMotionD(c.years, observer, out, c.star.ra, c.star.dec, c.star.pm_ra,
                           c.star.pm_dec, c.star.parallax, c.star.radial_velocity, light_years);
-        ASSERT_NEAR(angle_between(load(out), by_erfa(c, Deflection::none, 0.0057755)), 0, 5e-12);
+        ASSERT_NEAR(angle_between(load(out), by_erfa(c, Deflection::none, 0.0057755)), 0,
+                    5e-12);
         ASSERT_NEAR(norm(load(out)), 1, 1e-14);
 
         const StarPlace place = star_place(c.star, c.years, {c.observer.r, {0, 0, 0}, 1});
@@ -150,19 +152,17 @@ TEST_P(PackedStar, GivesWhatItsClassHolds) {
     for (int k = 0; k < 500; ++k) {
         const Case c = cases.next();
         const Tycho2SphRecord record{{}, {1200, -32768, 32767}, {-700, 4000, 32767}, 7000};
-        const double cos_dec = std::cos(c.star.dec);
-        const Vec3 direction{cos_dec * std::cos(c.star.ra), cos_dec * std::sin(c.star.ra),
-                             std::sin(c.star.dec)};
+        const Vec3 towards = direction(c.star.ra, c.star.dec);
         const double unit_of_offset = precision == 7 ? 1 / 32767.0 : 1e-5;
         const Vec3 offset = unit_of_offset * Vec3{1200, -32768, 32767};
         double observer[6], base[3], out[3], distance = 0;
         store(c.observer, observer);
-        store(direction - offset, base);
+        store(towards - offset, base);
         CalcProperMotion(c.years, observer, out, base, &record,
                          static_cast<unsigned char>(precision), distance);
 
         const double parallax = 0.7 * kArcsec;
-        Vec3 p = direction;
+        Vec3 p = towards;
         if (precision < 4) p += std::ldexp(c.years, -29) * Vec3{-700, 4000, 32767};
         if (precision < 2) p -= parallax * c.observer.r;
         if (precision < 2)
@@ -170,14 +170,9 @@ TEST_P(PackedStar, GivesWhatItsClassHolds) {
         else
             EXPECT_EQ(distance, -1.0);
 
-        double natural[3], velocity[3], seen[3];
-        store(unit(p), natural);
-        store(0.0057755 * c.observer.v, velocity);
-        eraAb(natural, velocity, 1e30, std::sqrt(1 - dot(load(velocity), load(velocity))),
-              seen);
+        const Vec3 seen = aberrated_by_erfa(unit(p), 0.0057755 * c.observer.v);
         // A direction that is not of unit length gets 1e-4 of what it lacks.
-        EXPECT_NEAR(angle_between(load(out), load(seen)), 0,
-                    1e-12 + 1.1e-4 * std::fabs(norm(p) - 1));
+        EXPECT_NEAR(angle_between(load(out), seen), 0, 1e-12 + 1.1e-4 * std::fabs(norm(p) - 1));
     }
 }
 
