@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
         "Exit status: 0 success, 1 nothing found, 2 bad usage or input.");
     app::add_position(main);
     app::add_sky(main);
+    app::add_rise_set(main);
     app::add_moons(main);
     app::add_info(main);
     app::add_ephemeris_info(main);
