@@ -70,9 +70,8 @@ MATCHER_P2(IsVector, expected, tolerance, "") {
 }
 
 // Velocities belong to the positions: against a five-point difference over steps of a day/16,
-// or, for what moves fast, a fraction of it: au/day, the theories' own consistency and the
-// rounding of Julian dates over h. Satellites about their planet, to the differences' error of
-// h^4 / 30.
+// or, for what moves fast about its planet, of less. Tolerances in au/day: the theories' own
+// consistency (7e-8 of the satellites) and the rounding of Julian dates over h.
 TEST_P(Positions, VelocitiesAreDerivatives) {
     const struct {
         SSO_ID id;
@@ -82,8 +81,8 @@ TEST_P(Positions, VelocitiesAreDerivatives) {
                  {{SSO_PLNT, 9}, 0.0625, 2e-8},  {{SSO_MOON, 301}, 0.0625, 2e-7},
                  {{SSO_PLNT, 11}, 0.0625, 2e-8}, {{SSO_PLNT, 12}, 0.0625, 2e-8},
                  {{SSO_PLNT, 13}, 0.0625, 2e-8}, {{SSO_PLNT, 14}, 0.0625, 2e-8},
-                 {{SSO_MOON, 503}, 0.01, 2e-7},  {{SSO_MOON, 606}, 0.02, 2e-7},
-                 {{SSO_MOON, 801}, 0.01, 2e-7},  {{SSO_ASTR, 1}, 0.0625, 2e-8},
+                 {{SSO_MOON, 503}, 0.01, 1e-7},  {{SSO_MOON, 606}, 0.02, 1.5e-7},
+                 {{SSO_MOON, 801}, 0.01, 2e-8},  {{SSO_ASTR, 1}, 0.0625, 2e-8},
                  {{SSO_COMT, 1}, 0.0625, 2e-8},  {{SSO_COMT, 2}, 0.0625, 2e-8},
                  {{SSO_SCFT, 1}, 0.0625, 2e-8},  {{SSO_USCO, 1}, 0.001, 3e-7}};
     for (const auto& [id, h, tolerance] : cases) {
