@@ -264,9 +264,9 @@ class SOLSYS_API CSWSolSys {
 
     /// \name Bodies by elements
     /// Adding under a number that is there replaces the record; records that are no orbit
-    /// (e < 0, q or a <= 0, a state at the centre, anything not finite) are refused with false.
-    /// `Remove...` answers whether it was there. Records answered by `Get...` stay valid until
-    /// their table changes.
+    /// (e < 0, q or a <= 0, a state without angular momentum, anything not finite) are refused
+    /// with false. `Remove...` answers whether it was there. Records answered by `Get...` stay
+    /// valid until their table changes.
     /// @{
     bool AddAsteroid(std::int32_t number, const AsteroidRecord& record);
     bool RemoveAsteroid(std::int32_t number);
@@ -336,10 +336,14 @@ class SOLSYS_API CSWSolSys {
     /// Sidereal orbital period [day]; -1.0 for an open orbit and for an unknown body.
     double GetOrbitalPeriod(const SSO_ID& id);
     /// Mean length of the body's day from noon to noon [day]; -1.0 when its rotation is not
-    /// known.
+    /// known. The sense of the rotation is that about the pole of `GetPolarAxes`, the orbit's
+    /// is taken as forwards: for Pluto, whose pole is the one it turns forwards about, the day
+    /// comes out 1.4e-4 too long.
     double GetSolarDay(const SSO_ID& id);
     /// Constellation of a direction on the true equator of date: 0 to 87 in the alphabetical
-    /// order of the Latin names, 255 (as an unsigned byte) for none.
+    /// order of the Latin names, 255 (as an unsigned byte) for none. The boundaries are looked
+    /// up after precession to B1850.0, 25 years before the equinox they were drawn for: within
+    /// 0.4 degree of a boundary the answer can be the neighbour (two directions in a hundred).
     char RADecInConstell(double ra, double dec) const;
     /// @}
 
