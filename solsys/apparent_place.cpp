@@ -32,7 +32,7 @@ bool CSWSolSys::Positions::apparent(const StateSource& source, double light_time
 
     bool converged = false;
     for (int step = 0; step < solsys::kMaxLightTimeSteps && !converged; ++step) {
-        if (!solsys::usable_light_time(tau)) return false;
+        if (!solsys::can_be_earlier(t, tau)) return false;
         const Instant emission = solsys::earlier(t, tau);
         State body{};
         if (!heliocentric(source, emission, false, body)) {

@@ -255,6 +255,15 @@ TEST_F(VisibleVector, DoesNotDependOnTheFirstGuess) {
     double out[4];
     EXPECT_FALSE(model_->GetSSOVisVec2K({SSO_PLNT, 5}, out, -1e300));
     EXPECT_EQ(passed(), 0.0);
+    // At the first day there is, nothing is seen whose light would have left before.
+    constexpr int kFirstDay = std::numeric_limits<int>::min() + 10;
+    model_->AddAsteroid(1, {.elements = orbit(1e5, 0.0, 0.0, motion(1e5))});
+    model_->UpdateSys(kFirstDay, 0.0);
+    EXPECT_FALSE(model_->GetSSOVisVec2K({SSO_ASTR, 1}, out, 0.0));
+    int day = 0;
+    double fraction = 0;
+    model_->GetTime(&day, &fraction);
+    EXPECT_EQ(day, kFirstDay);
 }
 
 // Beyond a hundred light-years there is nothing but the geometric vector.
