@@ -1,5 +1,8 @@
 #include "solsys/positions.h"
 
+#include <cmath>
+
+#include "ephemeris/two_body/kepler_equation.h"
 #include "solsys/spacecraft_track.h"
 
 using solsys::Instant;
@@ -12,6 +15,10 @@ namespace {
 
 constexpr int kMaxDepth = 8;  // centres of centres
 
+// Energy, in units of mu over the distance, above which an orbit of e = 1 is no parabola but a
+// path along the radius.
+constexpr double kParabolicEnergy = 1e-4;
+
 bool state_of_object(SS_Object* object, Instant t, bool velocity, bool relative, State& out) {
     double s[6];
     s[3] = s[4] = s[5] = 0.0;
@@ -23,6 +30,27 @@ bool state_of_object(SS_Object* object, Instant t, bool velocity, bool relative,
         return false;
     }
     out = load_state(s);
+    return true;
+}
+
+// The orbit of a state, in what `Kepler` takes. False for a path along the radius, which has no
+// plane.
+bool orbit_of(const State& state, double mu, Elements& out) {
+    double r[3];
+    double v[3];
+    store(state.r, r);
+    store(state.v, v);
+    VectorToElements(mu, r, v, &out);
+    if (std::fabs(out.e - 1.0) > kParabolicBand) return std::isfinite(out.e);
+
+    // Moved as a parabola, whichever side of it the orbit is on: Barker's quantities.
+    const double h = norm(cross(state.r, state.v));
+    const double energy = 1.0 - dot(state.v, state.v) * norm(state.r) / (2.0 * mu);
+    out.q = h * h / (2.0 * mu);
+    if (!(out.q > 0.0 && std::fabs(energy) < kParabolicEnergy)) return false;
+    const double D = dot(state.r, state.v) / h;
+    out.n = std::sqrt(mu / (2.0 * out.q * out.q * out.q));
+    out.M = D + D * D * D / 3.0;
     return true;
 }
 
@@ -238,12 +266,8 @@ bool CSWSolSys::Positions::user_object(const UserObjectRecord& record, Instant t
     out = State{};
     const double mu = system_.GetGravity(centre);
     if (!(mu > 0.0)) return false;
-    double r[3];
-    double v[3];
-    store(start.r, r);
-    store(start.v, v);
     Elements elements{};
-    VectorToElements(mu, r, v, &elements);
+    if (!solsys::orbit_of(start, mu, elements)) return false;
     elements.epochDay = record.epoch_day;
     elements.epochFraction = record.epoch_fraction;
     double there[6] = {};

@@ -172,7 +172,10 @@ bool CSWSolSys::InitSys(const char* path) {
     if (!create_theories(m.theories)) return false;
 
     const bool opened_now = !m.ephemeris && DE_Ephemeris::open(path);
-    if (opened_now) m.ephemeris = std::make_unique<DE_EvalState>();
+    if (opened_now) {
+        m.ephemeris = std::make_unique<DE_EvalState>();
+        m.new_moon_before = m.new_moon_after = 0;  // of the theory that served so far
+    }
 
     for (int number = solsys::kFirstBody; number > 0;
          number = solsys::next_catalogue_number(number)) {

@@ -90,10 +90,9 @@ void CSWSolSys::ClearSpacecraft() { model_->elements.spacecraft.clear(); }
 
 bool CSWSolSys::AddUserObject(std::int32_t number, const UserObjectRecord& record) {
     const double* s = record.state;
-    const bool at_centre = s[0] == 0.0 && s[1] == 0.0 && s[2] == 0.0;
-    if (!finite({s[0], s[1], s[2], s[3], s[4], s[5], record.epoch_fraction}) || at_centre) {
-        return false;
-    }
+    if (!finite({s[0], s[1], s[2], s[3], s[4], s[5], record.epoch_fraction})) return false;
+    const solsys::State start = solsys::load_state(s);
+    if (norm(cross(start.r, start.v)) == 0.0) return false;  // at the centre, or bound for it
     model_->elements.user_objects.replace(solsys::key_of(SSO_USCO, number), record);
     return true;
 }

@@ -126,9 +126,7 @@ bool CSWSolSys::GetSSOVisVec2K(const SSO_ID& id, double* out, double lightTime) 
 }
 
 bool CSWSolSys::GetRADecVis(const SSO_ID& id, double* out, double lightTime) {
-    if (id.type == SSO_STAR || id.type == SSO_USTR || !solsys::has_states(id.type)) {
-        return GetRADec(id, out, true);
-    }
+    if (!solsys::has_states(id.type)) return GetRADec(id, out, true);
     Positions positions(*this);
     ApparentPlace place;
     const bool known = positions.apparent(positions.find(id), lightTime, place);

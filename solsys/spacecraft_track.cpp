@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ephemeris/two_body/kepler_equation.h"
+
 namespace solsys {
 namespace {
-
-// Orbits this close to e = 1 are moved as parabolas, which know no semi-major axis.
-constexpr double kParabolaBand = 1.0000000000287557e-6;
 
 Instant epoch_of(const SpacecraftRecord& record) {
     return {record.epoch_day, record.epoch_fraction};
@@ -57,7 +56,8 @@ double interpolate_angle(double a, double b, double w) {
 
 Elements elements_of(const SpacecraftRecord& record) {
     Elements out{};
-    const bool ellipse = record.e < 1.0 - kParabolaBand;
+    // A parabola knows no semi-major axis.
+    const bool ellipse = record.e < 1.0 - kParabolicBand;
     out.q = ellipse ? record.q / (1.0 - record.e) : record.q;
     out.e = record.e;
     out.i = record.i;

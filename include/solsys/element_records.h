@@ -42,6 +42,7 @@ struct SpacecraftRecord {
 };
 
 /// An object given by a state vector about a central body (`uSCO`), moved as a two-body orbit.
+/// Within 1e-6 of e = 1 it is moved as a parabola; a fall along the radius has no state.
 struct UserObjectRecord {
     std::int32_t central_type = SSO_PLNT;
     std::int32_t central_number = 3;

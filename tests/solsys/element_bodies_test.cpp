@@ -317,6 +317,40 @@ TEST(UserObject, ReturnsToItsState) {
     }
 }
 
+// About e = 1, where an orbit changes from one kind of elements to another, it still starts
+// where its record says and goes on as its neighbours do.
+TEST(UserObject, PassesThroughTheParabola) {
+    const auto model = make_model(Source::kBuiltIn);
+    const Vec3 r{0.8, 0.9, 0.0};
+    const double escape = kGauss * std::sqrt(2 / norm(r));
+    const auto place_after = [&](double speed, double days) {
+        UserObjectRecord record;
+        record.central_number = 10;
+        record.epoch_day = 2455000;
+        store(r, record.state);
+        store(speed * escape * unit(Vec3{0.3, 1.0, 0.2}), record.state + 3);
+        EXPECT_TRUE(model->AddUserObject(1, record));
+        set_time(*model, 2455000.0 + days);
+        return heliocentric(*model, {SSO_USCO, 1});
+    };
+    // A speed off by 1e-6 leads 2e-6 astray in a year, and as much is lost where e is taken
+    // as 1.
+    for (const double off : {-1e-5, -1e-6, -2e-7, -1e-9, 1e-9, 2e-7, 1e-6, 1e-5}) {
+        EXPECT_NEAR(norm(place_after(1 + off, 0)), norm(r), 1e-5) << off;
+        const Vec3 apart = place_after(1 + off, 400) - place_after(1, 400);
+        EXPECT_LT(norm(apart), 20 * std::fabs(off) + 2e-8) << off;
+    }
+    // What falls along the radius has no orbit.
+    UserObjectRecord fall;
+    fall.state[0] = 1e-4, fall.state[3] = -1e-3;
+    EXPECT_FALSE(model->AddUserObject(2, fall));
+    fall.state[4] = 1e-12;
+    ASSERT_TRUE(model->AddUserObject(2, fall));
+    double out[3];
+    EXPECT_FALSE(model->GetHelVec2K({SSO_USCO, 2}, 0, out));
+    EXPECT_THAT(out, testing::Each(0.0));
+}
+
 TEST(UserObject, RingsOfCentresEnd) {
     const auto model = make_model(Source::kBuiltIn);
     UserObjectRecord record;
