@@ -260,10 +260,7 @@ TEST_F(VisibleVector, DoesNotDependOnTheFirstGuess) {
     model_->AddAsteroid(1, {.elements = orbit(1e5, 0.0, 0.0, motion(1e5))});
     model_->UpdateSys(kFirstDay, 0.0);
     EXPECT_FALSE(model_->GetSSOVisVec2K({SSO_ASTR, 1}, out, 0.0));
-    int day = 0;
-    double fraction = 0;
-    model_->GetTime(&day, &fraction);
-    EXPECT_EQ(day, kFirstDay);
+    EXPECT_EQ(time_of(*model_).day, kFirstDay);
 }
 
 // Beyond a hundred light-years there is nothing but the geometric vector.
