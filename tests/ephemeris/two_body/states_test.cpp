@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "core/constants.h"
@@ -41,13 +42,6 @@ Vec3 direction_Q() {
     return (rotate_z(kPerihelion) * rotate_x(kInclination) * rotate_z(kNode)).r1;
 }
 
-template <class Real>
-void set_vectors(Real (&P)[3], Real (&Q)[3]) {
-    const double p[3] = {direction_P().x, direction_P().y, direction_P().z};
-    const double q[3] = {direction_Q().x, direction_Q().y, direction_Q().z};
-    for (int k = 0; k < 3; ++k) P[k] = static_cast<Real>(p[k]), Q[k] = static_cast<Real>(q[k]);
-}
-
 // One of the routines under test: moves an orbit whose epoch is kEpochDay + 0.5.
 struct Routine {
     std::string name;
@@ -67,51 +61,48 @@ Routine angle_routine(const char* name, AngleRoutine routine) {
             }};
 }
 
+// The orbit in a record, in the numbers that the record holds.
+template <class Record>
+Record record_of(const Orbit& o) {
+    Record r{};
+    using Real = decltype(r.n);
+    const Vec3 P = direction_P(), Q = direction_Q();
+    r.P[0] = static_cast<Real>(P.x), r.Q[0] = static_cast<Real>(Q.x);
+    r.P[1] = static_cast<Real>(P.y), r.Q[1] = static_cast<Real>(Q.y);
+    r.P[2] = static_cast<Real>(P.z), r.Q[2] = static_cast<Real>(Q.z);
+    r.e = static_cast<Real>(o.e), r.n = static_cast<Real>(o.n), r.M = static_cast<Real>(o.M0);
+    if constexpr (requires { r.q; }) {
+        r.q = o.q;
+    } else {
+        r.a = static_cast<Real>(o.q);
+    }
+    if constexpr (requires { r.epoch; }) {
+        r.epoch = kEpochDay + 0.5, r.number = 7;
+    } else {
+        r.epochDay = kEpochDay;
+    }
+    if constexpr (requires { r.epochFraction; }) r.epochFraction = 0.5;
+    return r;
+}
+
+template <class Record>
+Routine record_routine(const char* name, double sine_error,
+                       bool (*routine)(short, int, double, const Record*, double*)) {
+    return {name, std::is_same_v<decltype(Record::n), float>, sine_error,
+            [=](const Orbit& o, short velocity, int day, double fraction, double* out) {
+                const auto record = record_of<Record>(o);
+                return routine(velocity, day, fraction, &record, out);
+            }};
+}
+
 const std::vector<Routine>& routines() {
     static const std::vector<Routine> all = {
         angle_routine("Kepler", Kepler),
         angle_routine("KeplerForIntegr", KeplerForIntegr),
-        {"KeplerPQ", true, 0,
-         [](const Orbit& o, short velocity, int day, double fraction, double* out) {
-             tagAster_SPH record{};
-             float P[3], Q[3];
-             set_vectors(P, Q);
-             for (int k = 0; k < 3; ++k) record.P[k] = P[k], record.Q[k] = Q[k];
-             record.a = static_cast<float>(o.q), record.e = static_cast<float>(o.e);
-             record.n = static_cast<float>(o.n), record.M = static_cast<float>(o.M0);
-             record.epochDay = kEpochDay;
-             return KeplerPQ(velocity, day, fraction, &record, out);
-         }},
-        {"KeplerPQComets", false, 0,
-         [](const Orbit& o, short velocity, int day, double fraction, double* out) {
-             tagComet_SPH record{};
-             double P[3], Q[3];
-             set_vectors(P, Q);
-             for (int k = 0; k < 3; ++k) record.P[k] = P[k], record.Q[k] = Q[k];
-             record.q = o.q, record.e = o.e, record.n = o.n, record.M = o.M0;
-             record.epochDay = kEpochDay, record.epochFraction = 0.5;
-             return KeplerPQComets(velocity, day, fraction, &record, out);
-         }},
-        {"KeplerPQ5Asteroid", true, 1.5e-8,
-         [](const Orbit& o, short velocity, int day, double fraction, double* out) {
-             tagAster_SPH_5 record{};
-             set_vectors(record.P, record.Q);
-             record.a = static_cast<float>(o.q), record.e = static_cast<float>(o.e);
-             record.n = static_cast<float>(o.n), record.M = static_cast<float>(o.M0);
-             record.epoch = kEpochDay + 0.5;
-             record.number = 7;
-             return KeplerPQ5(velocity, day, fraction, &record, out);
-         }},
-        {"KeplerPQ5Comet", false, 0,
-         [](const Orbit& o, short velocity, int day, double fraction, double* out) {
-             tagComet_SPH_5 record{};
-             set_vectors(record.P, record.Q);
-             record.q = o.q, record.e = o.e, record.n = o.n, record.M = o.M0;
-             record.epoch = kEpochDay + 0.5;
-             record.number = 7;
-             return KeplerPQ5(velocity, day, fraction, &record, out);
-         }},
-    };
+        record_routine<tagAster_SPH>("KeplerPQ", 0, KeplerPQ),
+        record_routine<tagComet_SPH>("KeplerPQComets", 0, KeplerPQComets),
+        record_routine<tagAster_SPH_5>("KeplerPQ5Asteroid", 1.5e-8, KeplerPQ5),
+        record_routine<tagComet_SPH_5>("KeplerPQ5Comet", 0, KeplerPQ5)};
     return all;
 }
 
@@ -131,9 +122,11 @@ TEST_P(States, FollowTheExactOrbit) {
     const double e_wanted = std::get<1>(GetParam());
     Vec3 P = direction_P(), Q = direction_Q();
     if (routine.single) {
-        float p[3], q[3];
-        set_vectors(p, q);
-        P = {p[0], p[1], p[2]}, Q = {q[0], q[1], q[2]};
+        const auto rounded = [](Vec3 v) {
+            return Vec3{static_cast<float>(v.x), static_cast<float>(v.y),
+                        static_cast<float>(v.z)};
+        };
+        P = rounded(P), Q = rounded(Q);
     }
     std::mt19937_64 random(17);
     std::uniform_real_distribution<double> days(-3000, 3000), distance(0.6, 3);
