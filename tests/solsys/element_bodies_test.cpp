@@ -330,7 +330,7 @@ TEST(UserObject, PassesThroughTheParabola) {
         store(r, record.state);
         store(speed * escape * unit(Vec3{0.3, 1.0, 0.2}), record.state + 3);
         EXPECT_TRUE(model->AddUserObject(1, record));
-        set_time(*model, 2455000.0 + days);
+        update(*model, 2455000.0 + days);
         return heliocentric(*model, {SSO_USCO, 1});
     };
     // A speed off by 1e-6 leads 2e-6 astray in a year, and as much is lost where e is taken
