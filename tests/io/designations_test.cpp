@@ -3,44 +3,29 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "io/fields.h"
 #include "solsys/calendar.h"
 
 namespace solsys_io {
 namespace {
 
-struct Number {
-    const char* packed;
-    std::uint32_t value;
-};
-class PackedNumber : public testing::TestWithParam<Number> {};
-TEST_P(PackedNumber, IsUnpacked) {
-    EXPECT_EQ(unpack_number(GetParam().packed), GetParam().value);
+TEST(PackedDesignation, IsUnpackedAsPublished) {
+    const std::pair<const char*, std::uint32_t> numbers[] = {
+        {"00001", 1},       {"03202", 3202},    {"A0345", 100345}, {"a0017", 360017},
+        {"K3289", 203289},  {"z9999", 619999},  {"~0000", 620000}, {"~000z", 620061},
+        {"~AZaz", 3140113}, {"~zzzz", 15396335}};
+    for (const auto& [packed, number] : numbers) EXPECT_EQ(unpack_number(packed), number);
+    const std::pair<const char*, const char*> provisional[] = {
+        {"J95X00A", "1995 XA"},    {"J95X01L", "1995 XL1"},   {"J95F13B", "1995 FB13"},
+        {"J98SA8Q", "1998 SQ108"}, {"J98SC7V", "1998 SV127"}, {"J98SG2S", "1998 SS162"},
+        {"K99AJ3Z", "2099 AZ193"}, {"K08Aa0A", "2008 AA360"}, {"K07Tf8A", "2007 TA418"},
+        {"PLS2040", "2040 P-L"},   {"T1S3138", "3138 T-1"},   {"T3S4101", "4101 T-3"},
+        {"_QC0000", "2026 CA620"}, {"_QC0aEM", "2026 CZ6190"}};
+    for (const auto& [packed, words] : provisional)
+        EXPECT_EQ(unpack_provisional(packed), words);
 }
-INSTANTIATE_TEST_SUITE_P(Published, PackedNumber,
-                         testing::Values(Number{"00001", 1}, Number{"03202", 3202},
-                                         Number{"A0345", 100345}, Number{"a0017", 360017},
-                                         Number{"K3289", 203289}, Number{"z9999", 619999},
-                                         Number{"~0000", 620000}, Number{"~000z", 620061},
-                                         Number{"~AZaz", 3140113}, Number{"~zzzz", 15396335}));
-
-struct Words {
-    const char* packed;
-    const char* words;
-};
-class PackedProvisional : public testing::TestWithParam<Words> {};
-TEST_P(PackedProvisional, IsPutInWords) {
-    EXPECT_EQ(unpack_provisional(GetParam().packed), GetParam().words);
-}
-INSTANTIATE_TEST_SUITE_P(
-    Published, PackedProvisional,
-    testing::Values(Words{"J95X00A", "1995 XA"}, Words{"J95X01L", "1995 XL1"},
-                    Words{"J95F13B", "1995 FB13"}, Words{"J98SA8Q", "1998 SQ108"},
-                    Words{"J98SC7V", "1998 SV127"}, Words{"J98SG2S", "1998 SS162"},
-                    Words{"K99AJ3Z", "2099 AZ193"}, Words{"K08Aa0A", "2008 AA360"},
-                    Words{"K07Tf8A", "2007 TA418"}, Words{"PLS2040", "2040 P-L"},
-                    Words{"T1S3138", "3138 T-1"}, Words{"T3S4101", "4101 T-3"},
-                    Words{"_QC0000", "2026 CA620"}, Words{"_QC0aEM", "2026 CZ6190"}));
 
 TEST(PackedDesignation, RefusesEverythingElse) {
     for (const char* text : {"", "1", "1234", "123456", "0001x", "~00-0", "*0000", "    1"})
@@ -52,6 +37,13 @@ TEST(PackedDesignation, RefusesEverythingElse) {
         EXPECT_FALSE(unpack_date(text)) << text;
 }
 
+double calendar_date(short year, short month, short day_of_month) {
+    int day = 0;
+    double fraction = 0;
+    DJ(&day, &fraction, year, month, day_of_month, 0, 0, 0);
+    return day + fraction;
+}
+
 TEST(PackedDate, AgreesWithTheCalendar) {
     const struct {
         const char* packed;
@@ -59,12 +51,8 @@ TEST(PackedDate, AgreesWithTheCalendar) {
     } dates[] = {{"J9611", 1996, 1, 1},  {"J961A", 1996, 1, 10},  {"J969U", 1996, 9, 30},
                  {"J96A1", 1996, 10, 1}, {"K01AM", 2001, 10, 22}, {"K134I", 2013, 4, 18},
                  {"K202T", 2020, 2, 29}, {"I00C1", 1800, 12, 1},  {"L00CV", 2100, 12, 31}};
-    for (const auto& date : dates) {
-        int day = 0;
-        double fraction = 0;
-        DJ(&day, &fraction, date.year, date.month, date.day, 0, 0, 0);
-        EXPECT_EQ(unpack_date(date.packed), day + fraction) << date.packed;
-    }
+    for (const auto& [packed, year, month, day] : dates)
+        EXPECT_EQ(unpack_date(packed), calendar_date(year, month, day)) << packed;
 }
 
 TEST(JulianDate, AgreesWithTheCalendarThroughTheReform) {
@@ -76,10 +64,7 @@ TEST(JulianDate, AgreesWithTheCalendarThroughTheReform) {
                     EXPECT_FALSE(jd);
                     continue;
                 }
-                int day = 0;
-                double fraction = 0;
-                DJ(&day, &fraction, year, month, day_of_month, 0, 0, 0);
-                ASSERT_EQ(jd, day + fraction) << year << " " << month << " " << day_of_month;
+                ASSERT_EQ(jd, calendar_date(year, month, day_of_month)) << year << " " << month;
             }
         }
     }

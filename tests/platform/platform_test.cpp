@@ -5,40 +5,29 @@
 
 #include <string>
 
+#include "tests/support/debug_text.h"
+
 namespace {
 
-std::string printed;
+using support::DebugText;
 
-class DebugText : public testing::Test {
-  protected:
-    void SetUp() override {
-        printed.clear();
-        SetDebugPrintHandler([](const char* text) { printed += text; });
-    }
-    void TearDown() override { SetDebugPrintHandler(nullptr); }
-};
-
-TEST_F(DebugText, IsFormattedAndHandedOver) {
+TEST(PrintDebugString, IsFormattedCutAndHandedOver) {
+    const DebugText collected;
     PrintDebugString("error: 0x%x (%d)\n", 255u, 255);
     PrintDebugString("%s", "second %d");
-    EXPECT_EQ(printed, "error: 0xff (255)\nsecond %d");
+    EXPECT_EQ(DebugText::text(), "error: 0xff (255)\nsecond %d");
+    DebugText::text().clear();
+    PrintDebugString("%s", std::string(100000, 'a').c_str());
+    EXPECT_EQ(DebugText::text(), std::string(4095, 'a'));
 }
 
-TEST_F(DebugText, LongTextIsCut) {
-    const std::string longer(100000, 'a');
-    PrintDebugString("%s", longer.c_str());
-    EXPECT_EQ(printed, std::string(4095, 'a'));
-}
-
-TEST_F(DebugText, NeverReachesStandardOutput) {
-    SetDebugPrintHandler(nullptr);
+TEST(PrintDebugString, NeverReachesStandardOutput) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     PrintDebugString("lost %d\n", 1);
     PrintDebugString(nullptr);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(printed, "");
 }
 
 TEST(StarwickPath, FoldersAreSeparateCopiesWithDefaults) {
