@@ -3,9 +3,10 @@
 # sees them without seeing the build machine's own system headers.
 set(solsys_third_party ${PROJECT_BINARY_DIR}/third_party/include)
 file(MAKE_DIRECTORY ${solsys_third_party})
-foreach(name CLI fmt nlohmann)
-  find_path(SOLSYS_${name}_PARENT ${name} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
-  file(CREATE_LINK ${SOLSYS_${name}_PARENT}/${name} ${solsys_third_party}/${name} SYMBOLIC)
+foreach(header CLI/CLI.hpp fmt/format.h nlohmann/json.hpp)
+  get_filename_component(name ${header} DIRECTORY)
+  find_path(SOLSYS_${name}_INCLUDE ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  file(CREATE_LINK ${SOLSYS_${name}_INCLUDE}/${name} ${solsys_third_party}/${name} SYMBOLIC)
 endforeach()
 add_library(solsys_third_party INTERFACE)
 target_include_directories(solsys_third_party SYSTEM INTERFACE ${solsys_third_party})
