@@ -69,7 +69,7 @@ SOLSYS_API void CalcProperMotion(double years, const double observer[6], double 
 /// \param[in]  observer  heliocentric state: position [au], velocity [au/day], J2000 equator.
 /// \param[out] out       unit direction (to rounding), aberrated; no light deflection.
 /// \param[in]  ra,dec    at J2000.0 [rad].
-/// \param[in]  pm_ra,pm_dec  d(ra)/dt and d(dec)/dt [rad/year]; both unknown: no motion.
+/// \param[in]  pm_ra,pm_dec  d(ra)/dt and d(dec)/dt [rad/year]; an unknown one counts as zero.
 /// \param[in]  parallax  [rad]; applied when positive and known.
 /// \param[in]  radial_velocity  [km/s]; applied when known, with the parallax.
 /// \param[out] distance  light years, with 0.3066 parsec to the light year; -1.0 without a
