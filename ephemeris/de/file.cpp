@@ -102,7 +102,9 @@ bool open_file(const char* path) {
 }
 
 void close_file() {
+    if (de_file.records == nullptr) return;
     de_file.records = nullptr;
+    ++de_file.generation;
     de_file.mapping.unmap();
 }
 

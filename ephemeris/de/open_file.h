@@ -19,7 +19,7 @@ struct OpenDeFile {
     double per_span = 0;              // 1/span [1/day]
     double per_au = 0;                // 1/au [1/km]
     double moon_share = 0;            // of the Moon's mass in the Earth-Moon system
-    std::uint32_t generation = 0;     // counts openings
+    std::uint32_t generation = 0;     // counts openings and closings
     std::atomic<bool> replacing{false};
 };
 

@@ -53,7 +53,7 @@ struct DE_EvalState {
     double vc[20] = {0, 1};          ///< their derivatives by the normalised time
     double tc = 0;                   ///< normalised time in the sub-interval, -1 to +1
     double two_tc = 0;               ///< 2 tc
-    std::uint32_t generation = 0;    ///< which opening of a file the cached values belong to
+    std::uint32_t generation = 0;    ///< which opened file the cached values belong to
 };
 
 /// The process's DE file. Evaluations with distinct states may run on distinct threads.

@@ -42,7 +42,8 @@ struct SS_BodyData {
 
 /// A body of the solar system. States are heliocentric or relative to the parent body, on the
 /// J2000 mean equator and equinox, in au and au/day; instants are TDB Julian dates, split.
-/// A state is kept for the instant it was computed for (to 1 ms) and recomputed otherwise.
+/// A state is kept for the instant it was computed for (to 1 ms) as long as the same ephemeris
+/// file is open, and recomputed otherwise.
 /// Not thread-safe: one model, one thread.
 class SOLSYS_API SS_Object {
   public:
@@ -102,6 +103,7 @@ class SOLSYS_API SS_Object {
     double gm_;
     double cached_time_ = -1.0;      // Julian date
     std::int8_t cached_level_ = -1;  // -1 nothing, 0 position, 1 position and velocity
+    std::uint32_t cached_file_ = 0;  // the ephemeris file open at that time, by its count
     double heliocentric_[6] = {};
     double default_magnitude_ = 20.0;  // what a body without a magnitude law shows
     MagnitudeFn magnitude_;

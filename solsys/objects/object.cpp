@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ephemeris/de/open_file.h"
 #include "solsys/integrator.h"
 #include "solsys/ss_object.h"
 
@@ -70,7 +71,7 @@ void SS_Object::AttachIntegrator(IntegRA15* /*integrator*/) {}
 IntegRA15* SS_Object::GetIntegrator() const { return nullptr; }
 
 bool SS_Object::Cached(int day, double fraction, bool velocity) const {
-    return cached_level_ >= (velocity ? 1 : 0) &&
+    return cached_level_ >= (velocity ? 1 : 0) && cached_file_ == solsys::de_file.generation &&
            std::fabs(cached_time_ - (day + fraction)) <= kCacheTolerance;
 }
 
@@ -82,6 +83,7 @@ int SS_Object::Keep(int day, double fraction, bool velocity, const double* helio
     std::copy_n(relative, size, relative_);
     cached_time_ = day + fraction;
     cached_level_ = velocity ? 1 : 0;
+    cached_file_ = solsys::de_file.generation;
     return CopyCached(velocity, out);
 }
 

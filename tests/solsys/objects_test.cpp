@@ -7,7 +7,9 @@
 #include "core/linalg.h"
 #include "ephemeris/analytic/analytic_theory.h"
 #include "solsys/integrator.h"
+#include "tests/support/de_file_writer.h"
 #include "tests/support/models.h"
+#include "tests/support/shared_de_file.h"
 
 namespace {
 
@@ -75,6 +77,38 @@ TEST_F(Cache, NeverKeepsAFailureOrWhatIsNotFinite) {
     value = 5.0;
     EXPECT_EQ(ask(std::numeric_limits<double>::quiet_NaN(), false), SS_OK);
     EXPECT_EQ(out[0], 5.0) << "an instant that is not a number is never served from the cache";
+}
+
+// What an object keeps goes with the file it came from, at the same instant too.
+class ReplacedFile : public SharedDeFile {
+  protected:
+    std::string file(double size) {
+        de_file::Layout layout;
+        layout.coefficient = [=](int body, int, int, int, int degree) {
+            return degree == 0 ? size * body : 0;
+        };
+        return folder_.write(std::to_string(size), de_file::bytes(layout));
+    }
+};
+
+TEST_F(ReplacedFile, IsNotServedAnyLonger) {
+    CSWSolSys model;
+    ASSERT_TRUE(model.InitSys(file(1e6).c_str()));
+    SS_Object& mars = *model.GetSS_Object({SSO_PLNT, 4});
+    SS_Object& phobos = *model.GetSS_Object({SSO_MOON, 401});
+    SS_Object& moon = *model.GetSS_Object({SSO_MOON, 301});
+    const State mars_first = state_of(mars, 2451545, 0.0);
+    const State phobos_first = state_of(phobos, 2451545, 0.0);
+    const State moon_first = state_of(moon, 2451545, 0.0);
+
+    ASSERT_TRUE(DE_Ephemeris::replaceEphemeris(file(2e6).c_str()));
+    const State shift = state_of(mars, 2451545, 0.0) - mars_first;
+    EXPECT_NEAR(shift.r.x / mars_first.r.x, 1, 1e-12);
+    EXPECT_NEAR(norm((state_of(phobos, 2451545, 0.0) - phobos_first - shift).r), 0, 1e-16);
+    EXPECT_NEAR(state_of(moon, 2451545, 0.0).r.x / moon_first.r.x, 2, 1e-12);
+
+    DE_Ephemeris::clear();
+    EXPECT_GT(norm(state_of(mars, 2451545, 0.0).r), 1.3);  // by the built-in theory
 }
 
 TEST(Planet, StartsWithoutAStateAndAnswersUnknownWhereNoTheoryReaches) {
