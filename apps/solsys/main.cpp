@@ -15,6 +15,8 @@ int main(int argc, char** argv) {
                   "solsys");
     main.set_version_flag("--version", std::string("solsys ") + SOLSYS_VERSION);
     main.require_subcommand(1);
+    // A leading slash is a path's on every system, never an option.
+    main.allow_windows_style_options(false);
     main.footer(
         "Examples:\n"
         "  solsys sky --city London\n"
