@@ -191,7 +191,7 @@ void add_rise_set(CLI::App& main) {
         "outside the span is left out. Twilight is astronomical (the Sun at -18 degrees).\n"
         "Examples:\n"
         "  solsys rise-set sun moon --city London --from 2026-12-01 --to 2026-12-08\n"
-        "  solsys rise-set --calendar 2026-12 --city Tromso\n"
+        "  solsys rise-set --calendar 2026-12 --city Oslo\n"
         "  solsys rise-set --svg year.svg --city London --from 2026-01-01");
     command->callback([request] { run(*request); });
 }

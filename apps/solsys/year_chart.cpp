@@ -21,7 +21,7 @@ constexpr const char* kInk = "#dfe6f3";
 constexpr const char* kFaint = "#8d9bb8";
 constexpr const char* kPage = "#0c1222";
 constexpr const char* kDay = "#f3d9a4";
-constexpr const char* kMoonlight = "#fff3cf";
+constexpr const char* kMoonlight = "#ffe9b5";
 
 struct Band {
     double altitude_deg;  // the Sun's centre is below

@@ -42,14 +42,13 @@ class Scan {
         model_.VecFromRAToAzm(v, v);
         return {v[0], v[1], v[2], place[0]};
     }
-    double above_horizon(double ut) const {
-        const View v = look(ut);
+    double above_horizon(const View& v) const {
         const bool disk = id_ == SSO_ID(SSO_PLNT, 10) || id_ == SSO_ID(SSO_MOON, 301);
         const double radius = disk ? std::atan(radius_km_ / (v.distance * solsys::kAuKm)) : 0;
         return std::asin(v.up) + kArcmin34 + dip_ + radius;
     }
-    double above_twilight(double ut) const {
-        return std::asin(look(ut).up) + 18 * solsys::kDegree;
+    static double above_twilight(const View& v) {
+        return std::asin(v.up) + 18 * solsys::kDegree;
     }
 
   private:
@@ -58,24 +57,25 @@ class Scan {
     double radius_km_, dip_;
 };
 
-using Function = std::function<double(double)>;
+// A quantity and its samples through the year, from which the signs are read.
+constexpr double kStep = 600 * kSecond;
+struct Curve {
+    std::function<double(double)> f;
+    std::vector<double> samples;
+};
 
-// Where f grows (or falls) through zero, by samples every five minutes and bisection.
-std::vector<double> zeros(const Function& f, bool growing) {
-    constexpr double step = 300 * kSecond;
+// Where it grows (or falls) through zero: between samples by bisection.
+std::vector<double> zeros(const Curve& curve, bool growing) {
     std::vector<double> found;
-    double before = f(kStart);
-    for (double t = kStart; t < kStart + kYear; t += step) {
-        const double after = f(t + step);
-        if ((before < 0) != (after < 0) && (before < 0) == growing) {
-            double a = t, b = t + step;
-            while (b - a > 0.01 * kSecond) {
-                const double middle = (a + b) / 2;
-                ((f(middle) < 0) == growing ? a : b) = middle;
-            }
-            found.push_back(b);
+    for (std::size_t i = 0; i + 1 < curve.samples.size(); ++i) {
+        const bool before = curve.samples[i] < 0, after = curve.samples[i + 1] < 0;
+        if (before == after || before != growing) continue;
+        double a = kStart + kStep * static_cast<double>(i), b = a + kStep;
+        while (b - a > 0.02 * kSecond) {
+            const double middle = (a + b) / 2;
+            ((curve.f(middle) < 0) == growing ? a : b) = middle;
         }
-        before = after;
+        found.push_back(b);
     }
     return found;
 }
@@ -133,8 +133,15 @@ TEST_P(Year, AgreesWithAScanOfTheAltitudes) {
     const OBSERVER in_au = support::for_model(observer);
     model->SetObserver(&in_au);
     const Scan scan(*model, id, place.height_km);
-    const Function horizon = [&](double t) { return scan.above_horizon(t); };
-    const Function west = [&](double t) { return scan.look(t).west; };
+    Curve horizon{[&](double t) { return scan.above_horizon(scan.look(t)); }, {}};
+    Curve west{[&](double t) { return scan.look(t).west; }, {}};
+    Curve twilight{[&](double t) { return Scan::above_twilight(scan.look(t)); }, {}};
+    for (double t = kStart; t <= kStart + kYear; t += kStep) {
+        const Scan::View view = scan.look(t);
+        horizon.samples.push_back(scan.above_horizon(view));
+        west.samples.push_back(view.west);
+        twilight.samples.push_back(Scan::above_twilight(view));
+    }
 
     Comparison total;
     const auto compare = [&](const std::vector<double>& ours, const std::vector<double>& theirs,
@@ -159,7 +166,6 @@ TEST_P(Year, AgreesWithAScanOfTheAltitudes) {
     compare(rises, of_days_kept(zeros(horizon, true)), "rise");
     compare(sets, of_days_kept(zeros(horizon, false)), "set");
     if (sun) {
-        const Function twilight = [&](double t) { return scan.above_twilight(t); };
         compare(dawns, zeros(twilight, true), "dawn");
         compare(dusks, zeros(twilight, false), "dusk");
     }
