@@ -1,6 +1,7 @@
 # Turns the data rows of CSV into braced initialisers in OUT, digit for digit.
 # Run as: cmake -DCSV=... -DOUT=... -DCOLUMNS=... -P csv_table.cmake
-# Lines that start with # are comments; text cells carry their own quotes.
+# Lines that start with # are comments; text cells carry their own quotes; an empty cell is an
+# empty initialiser, zero.
 file(READ "${CSV}" text)
 string(REPLACE "\r" "" text "${text}")
 # A list separator in a comment would be taken as one by the functions below.
@@ -15,6 +16,9 @@ endif()
 
 string(LENGTH "${header}\n" start)
 string(SUBSTRING "${text}" ${start} -1 text)
+# Twice: two empty cells in a row share a comma.
+string(REPLACE ",," ",{}," text "${text}")
+string(REPLACE ",," ",{}," text "${text}")
 string(REGEX REPLACE "([^\n]+)\n" "{\\1},\n" rows "${text}")
 
 get_filename_component(name "${CSV}" NAME)
