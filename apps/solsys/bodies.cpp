@@ -32,33 +32,42 @@ std::string code_of(const SSO_ID& id) {
 }
 
 std::string name_of(const SSO_ID& id) {
+    if (id.name[0] != '\0') return id.name;
     for (const Named& body : kBodies)
         if (id_of(body.number) == id) return body.name;
     return code_of(id);
 }
 
-Body parse_body(const std::string& text) {
+std::optional<Body> find_body(const std::string& text) {
     if (const std::size_t colon = text.find(':'); colon == 4) {
         std::int32_t number = 0;
         const char* const end = text.data() + text.size();
         const auto [stop, error] = std::from_chars(text.data() + colon + 1, end, number);
         const char code[5] = {text[0], text[1], text[2], text[3], '\0'};
         const SSO_ID id(SSO_TYPE(code), number);
-        if (error == std::errc{} && stop == end) return {id, name_of(id)};
+        if (error == std::errc{} && stop == end) return Body{id, name_of(id)};
     }
     const std::string wanted = folded(text);
-    std::string close;
-    for (const Named& body : kBodies) {
-        const std::string name = folded(body.name);
-        if (name == wanted) return {id_of(body.number), body.name};
-        if (close.empty() && wanted.size() >= 3 && name.starts_with(wanted)) close = body.name;
-    }
-    if (wanted == "moon" || wanted == "luna") return {SSO_ID(SSO_MOON, 301), "Moon"};
-    throw BadInput(close.empty()
-                       ? fmt::format("no body '{}': use a name such as jupiter or io, or "
-                                     "a code such as plnt:5 or moon:501",
-                                     text)
-                       : fmt::format("no body '{}'; perhaps {}", text, close));
+    for (const Named& body : kBodies)
+        if (folded(body.name) == wanted) return Body{id_of(body.number), body.name};
+    if (wanted == "luna") return Body{SSO_ID(SSO_MOON, 301), "Moon"};
+    return std::nullopt;
+}
+
+Body parse_body(const std::string& text) {
+    if (const auto body = find_body(text)) return *body;
+    throw BadInput(no_body(text));
+}
+
+std::string no_body(const std::string& text) {
+    const std::string wanted = folded(text);
+    for (const Named& body : kBodies)
+        if (wanted.size() >= 3 && folded(body.name).starts_with(wanted))
+            return fmt::format("no body '{}'; perhaps {}", text, body.name);
+    return fmt::format(
+        "no body '{}': use a name such as jupiter, io or sirius, or a code such as plnt:5, "
+        "moon:501 or hip:32349",
+        text);
 }
 
 }  // namespace app

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "apps/solsys/appearance.h"
 #include "apps/solsys/bodies.h"
 #include "apps/solsys/commands.h"
 #include "apps/solsys/options.h"
@@ -34,24 +35,30 @@ void run(const Options& options) {
     const Tt tt = tt_from_utc(utc);
     move_to(model, tt);
 
-    Report report({{"id", "", nullptr},
-                   {"name", "Body", nullptr},
-                   {"time_utc", "", nullptr},
-                   {"jd_tt", "", nullptr},
-                   {"azimuth_deg", "Azimuth", fixed(1)},
-                   {"", "", nullptr},
-                   {"altitude_deg", "Altitude", fixed(1)},
-                   {"above_horizon", "Up", nullptr},
-                   {"ra_deg", "RA", shown_hours},
-                   {"dec_deg", "Dec", shown_degrees},
-                   {"distance_au", "Distance au", fixed(4)},
-                   {"light_time_days", "", nullptr}});
+    std::vector<Column> columns{{"id", "", nullptr},
+                                {"name", "Body", nullptr},
+                                {"time_utc", "", nullptr},
+                                {"jd_tt", "", nullptr},
+                                {"azimuth_deg", "Azimuth", fixed(1)},
+                                {"", "", nullptr},
+                                {"altitude_deg", "Altitude", fixed(1)},
+                                {"above_horizon", "Up", nullptr},
+                                {"ra_deg", "RA", shown_hours},
+                                {"dec_deg", "Dec", shown_degrees},
+                                {"distance_au", "Distance au", fixed(4)},
+                                {"light_time_days", "", nullptr}};
+    add_appearance_columns(columns, true);
+    Report report(std::move(columns));
     for (const SSO_ID& id : kSkyBodies) {
         const Place place = apparent_place(model, id);
         const Horizontal sky = horizontal_of(model, place);
-        report.add({code_of(id), name_of(id), iso_utc(utc), tt.jd(), sky.azimuth_deg,
-                    compass_point(sky.azimuth_deg), sky.altitude_deg, sky.altitude_deg > 0,
-                    place.ra_deg, place.dec_deg, place.distance_au, place.light_time_days});
+        std::vector<Cell> row{
+            code_of(id),      name_of(id),          iso_utc(utc),
+            tt.jd(),          sky.azimuth_deg,      compass_point(sky.azimuth_deg),
+            sky.altitude_deg, sky.altitude_deg > 0, place.ra_deg,
+            place.dec_deg,    place.distance_au,    place.light_time_days};
+        add_appearance_cells(row, appearance_of(model, id, place));
+        report.add(std::move(row));
     }
     if (format == Format::kTable)
         fmt::print("The sky of {} on {} ({})\n\n", site.name, zone.date_time(utc), zone.name());

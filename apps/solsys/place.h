@@ -12,7 +12,7 @@ constexpr double kLightDaysPerAu = 0.005775518331436995;
 struct Place {
     double ra_deg = 0;  // apparent, true equator and equinox of date
     double dec_deg = 0;
-    double distance_au = 0;
+    double distance_au = 0;  // NaN: not known
     double light_time_days = 0;
 };
 
@@ -20,7 +20,8 @@ struct Place {
 void move_to(CSWSolSys& model, Tt tt);
 // Throws BadInput when the body cannot be computed there.
 Place apparent_place(CSWSolSys& model, const SSO_ID& id);
-// Astrometric: corrected for light time alone, on the mean equator and equinox of J2000.
+// Astrometric: corrected for light time alone, on the mean equator and equinox of J2000; of
+// stars with proper motion and parallax.
 Place astrometric_place(CSWSolSys& model, const SSO_ID& id);
 
 struct Horizontal {

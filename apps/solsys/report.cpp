@@ -31,7 +31,11 @@ std::string quoted(const std::string& text) {
 }  // namespace
 
 Shown fixed(int decimals) {
-    return [decimals](double value) { return fmt::format("{:.{}f}", value, decimals); };
+    return [decimals](double value) {
+        std::string text = fmt::format("{:.{}f}", value, decimals);
+        const bool zero = text.find_first_of("123456789") == std::string::npos;
+        return zero && text.front() == '-' ? text.substr(1) : text;
+    };
 }
 
 std::string shown_hours(double degrees) {

@@ -1,0 +1,17 @@
+// Names of the constellations.
+#pragma once
+
+#include "solsys/solar_system.h"
+
+namespace app {
+
+struct Constellation {
+    int index = 0;                  // in the alphabetical order of the Latin names
+    const char* name = "";          // "Orion"
+    const char* abbreviation = "";  // "Ori"
+};
+
+// The constellation of a direction on the true equator of date [deg].
+const Constellation& constellation_at(const CSWSolSys& model, double ra_deg, double dec_deg);
+
+}  // namespace app

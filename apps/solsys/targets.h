@@ -1,0 +1,28 @@
+// What positions are asked for: bodies of the library, and stars, minor planets and comets,
+// which bring their own records.
+#pragma once
+
+#include <string>
+#include <variant>
+
+#include "apps/solsys/civil_time.h"
+#include "solsys/solar_system.h"
+
+namespace app {
+
+struct Target {
+    SSO_ID id;
+    std::string name;
+    std::variant<std::monostate, StarObject, AsteroidRecord, CometRecord> record;
+};
+
+// A body's name or code, else an asteroid or a comet of the shipped sample, else a star of the
+// shipped list. Of a comet with several orbits, that with the epoch nearest to `near`. Throws
+// BadInput for what is none of them.
+Target parse_target(const std::string& text, Utc near);
+
+// Makes a target known to the model. Throws BadInput for what the catalogue does not hold and
+// for elements that are no orbit.
+void add_to(CSWSolSys& model, const Target& target);
+
+}  // namespace app
