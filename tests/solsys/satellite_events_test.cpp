@@ -15,7 +15,7 @@ using namespace solsys::test;
 const SSO_ID kMoon(SSO_MOON, 301);
 
 Vec3 apparent(CSWSolSys& model, const SSO_ID& id) {
-    double v[3] = {};
+    double v[4] = {};  // the direction and the distance
     EXPECT_TRUE(model.GetSSOVisVec2K(id, v, 0.0));
     return load(v);
 }
