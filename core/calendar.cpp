@@ -58,7 +58,7 @@ void JD(int day, double fraction, short* year, short* month, short* day_of_month
     if (fraction < 0) {
         const double days = std::trunc(fraction);
         whole += days - 1;
-        fraction += 1 - days;
+        fraction = fraction - days + 1;
     }
     const double j = whole + fraction + 0.5;
     const double z = std::trunc(j);

@@ -42,14 +42,14 @@ constexpr double octant_rest(double a, std::uint32_t octant) {
     return octant & 1U ? (octant + 1U) * kQuarterPi - a : a - octant * kQuarterPi;
 }
 
+}  // namespace detail
+
 // The other leg of a right triangle with hypotenuse 1. A leg that rounding made longer than 1
 // gives 0; what is not a number stays that.
-inline double leg(double one) {
-    const double square = 1 - one * one;
+inline double unit_leg(double leg) {
+    const double square = 1 - leg * leg;
     return square < 0 ? 0 : std::sqrt(square);
 }
-
-}  // namespace detail
 
 inline double fm_sin(double x) {
     const double a = std::fabs(x);
@@ -77,7 +77,7 @@ inline double fm_cos(double x) {
 inline double sin_from_cos(double x, double c) {
     const double a = std::fabs(x);
     if (!(a < kFastTrigLimit)) return std::sin(x);
-    const double s = detail::leg(c);
+    const double s = unit_leg(c);
     const auto quadrant = static_cast<std::uint32_t>(a * (2 / kPi));
     return ((quadrant & 2U) == 0) == (x >= 0) ? s : -s;
 }
@@ -86,7 +86,7 @@ inline double sin_from_cos(double x, double c) {
 inline double cos_from_sin(double x, double s) {
     const double a = std::fabs(x);
     if (!(a < kFastTrigLimit)) return std::cos(x);
-    const double c = detail::leg(s);
+    const double c = unit_leg(s);
     const auto quadrant = static_cast<std::uint32_t>(a * (2 / kPi));
     return (quadrant + 1U) & 2U ? -c : c;
 }

@@ -5,10 +5,10 @@
 #include <iterator>
 
 #include "core/constants.h"
+#include "core/fast_trig.h"
 #include "core/instant.h"
 #include "frames/rotation_series.h"
 #include "solsys/earth_orientation.h"
-#include "solsys/toolkit.h"
 
 namespace solsys {
 namespace {
@@ -19,14 +19,9 @@ struct CosSin {
 
 CosSin cos_sin(double angle) { return {std::cos(angle), std::sin(angle)}; }
 
-// The leg of a unit right triangle; a hypotenuse rounded below its other leg gives 0.
-double other_leg(double leg) { return std::sqrt(std::max(0.0, 1.0 - leg * leg)); }
-
-// The cosine from the sine, negative in the second and third quadrants.
 CosSin fast_cos_sin(double angle) {
-    const double s = fmSin(angle);
-    const double quadrant = std::fmod(std::trunc(std::fabs(angle) * 2.0 / kPi), 4.0);
-    return {quadrant == 1.0 || quadrant == 2.0 ? -other_leg(s) : other_leg(s), s};
+    const double s = fm_sin(angle);
+    return {cos_from_sin(angle, s), s};
 }
 
 // Columns of the result: the prime meridian's equator point, the point 90 degrees east of it,
@@ -41,13 +36,13 @@ Mat3 body_matrix(CosSin alpha, CosSin delta, CosSin w) {
 
 CosSin decode(double e) {
     const double c = std::clamp(e > 0 ? e - 2.0 : e + 2.0, -1.0, 1.0);
-    return {c, e > 0 ? other_leg(c) : -other_leg(c)};
+    return {c, e > 0 ? unit_leg(c) : -unit_leg(c)};
 }
 
 }  // namespace
 
 Mat3 body_matrix_from_encoded(double e, double sin_dec, double w) {
-    return body_matrix(decode(e), {other_leg(sin_dec), sin_dec}, fast_cos_sin(w));
+    return body_matrix(decode(e), {unit_leg(sin_dec), sin_dec}, fast_cos_sin(w));
 }
 
 Mat3 body_matrix_from_angles(double alpha, double delta, double w) {

@@ -128,6 +128,8 @@ struct CSWSolSys::Model {
 
     // Makes the frames belong to the current instant and the observer's body.
     void update_frames();
+    // Has the frames computed anew, those of a restored instant too.
+    void forget_frames();
     // Copies the matrices that hosts look at.
     void refresh_visible();
 };

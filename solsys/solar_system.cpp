@@ -294,12 +294,12 @@ double CSWSolSys::FindNewMoon(double t1, double t2, InstantFn f, void* context) 
 
 void CSWSolSys::SetPrecessionFunction(PrecessionFn function) {
     model_->precession = function;
-    model_->current.has_frames = false;
+    model_->forget_frames();
 }
 
 void CSWSolSys::SetNutationFunction(NutationFn function) {
     model_->nutation = function;
-    model_->current.has_frames = false;
+    model_->forget_frames();
 }
 
 bool CSWSolSys::HasEphemeris() const { return model_->ephemeris != nullptr; }
@@ -315,6 +315,11 @@ void CSWSolSys::Model::update_frames() {
     current.frame_time = jd;
     current.frames_on_earth = on_earth;
     refresh_visible();
+}
+
+void CSWSolSys::Model::forget_frames() {
+    current.has_frames = false;
+    saved.has_frames = false;
 }
 
 void CSWSolSys::Model::refresh_visible() {

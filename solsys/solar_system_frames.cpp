@@ -8,8 +8,11 @@ using solsys::Vec3;
 
 namespace {
 
+// By the cosines of both angles; the sines follow from them.
 Vec3 direction(double longitude, double latitude) {
-    return solsys::to_cartesian({1, longitude, latitude});
+    const solsys::SinCos lon = solsys::fast_sincos(longitude);
+    const solsys::SinCos lat = solsys::fast_sincos(latitude);
+    return {lat.cos * lon.cos, lat.cos * lon.sin, lat.sin};
 }
 
 void angles(Vec3 v, double* longitude, double* latitude) {
@@ -81,7 +84,8 @@ void CSWSolSys::FromRAToAzm(bool j2000, const double* ra, const double* dec, dou
     VecFromRAToAzm(v, v);
     double longitude = 0;  // from north through west
     angles(solsys::load(v), &longitude, alt);
-    *azm = longitude > 0 ? solsys::kTwoPi - longitude : 0.0;
+    const double azimuth = solsys::kTwoPi - longitude;
+    *azm = azimuth == solsys::kTwoPi ? 0.0 : azimuth;
 }
 
 void CSWSolSys::FromAzmToRA(bool j2000, const double* azm, const double* alt, double* ra,

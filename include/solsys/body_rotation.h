@@ -50,8 +50,7 @@ struct ObjectKey {
 ///                            [rad]
 /// \param[out] w              prime-meridian angle W, in [0, 2 pi) [rad]
 /// \return false, and three zeros, for a body without published elements and for an instant
-/// that
-///         is not finite.
+///         that is not finite
 using RotationElementsFn = bool (*)(int day, double fraction, int body, double* ra, double* dec,
                                     double* w);
 
@@ -72,30 +71,25 @@ SOLSYS_API BodyRotationParams EncodeBodyRotation(double pole_ra, double pole_dec
 /// Orientation of a body by the compiled-in table of rotation elements.
 ///
 /// \param      day, fraction  Julian date, TDB [day]
-/// \param      body           row of the table, 1 to 46: 1-9 Mercury to Pluto, 10 the Moon, 11
-/// the
-///                            Sun, 12-46 the major satellites in the order of their planets
-///                            (`PlanetographicalIndex`). This is not a body number.
+/// \param      body           row of the table, 1 to 46: 1-9 Mercury to Pluto, 10 the Moon,
+///                            11 the Sun, 12-46 the major satellites in the order of their
+///                            planets (`PlanetographicalIndex`). This is not a body number.
 /// \param      m              3x3, row-major: equatorial frame wanted from J2000 equator,
-/// applied
-///                            from the left; not used for the Earth (row 3)
+///                            applied from the left; not used for the Earth (row 3)
 /// \param[out] out_transposed 3x3, row-major: the transpose of `out`
 /// \param[out] out            3x3, row-major: equatorial frame from body-fixed frame. Row 3:
-/// the
-///                            rotation about z by the apparent sidereal time of Greenwich.
+///                            the rotation about z by the apparent sidereal time of Greenwich.
 ///
 /// The pole and the prime meridian are those of the 1994 report; the secular terms are
 /// evaluated with a time argument of ten thousand Julian years, so that poles move a hundredth
 /// of their published rates, and the Sun's W stays near 84.1 deg. Use the catalogue's rotation
-/// elements
-/// (`CSWSolSys::GetMtrxPl_Eq`) for present-day values. Rows 14 (Io) and 28 (Hyperion) and an
-/// index outside the table have no elements: all angles are zero.
+/// elements (`CSWSolSys::GetMtrxPl_Eq`) for present-day values. Rows 14 (Io) and 28 (Hyperion)
+/// and an index outside the table have no elements: all angles are zero.
 ///
 /// Source: Davies et al. 1996, Celest. Mech. Dyn. Astron. 63, 127.
 SOLSYS_API void PlanetographicalMatrix(int day, double fraction, short body, const double* m,
                                        double* out_transposed, double* out);
 
 /// Row of `PlanetographicalMatrix`'s table for a body number (1-9, 10 the Sun, 301 the Moon,
-/// 401,
-/// ...), or 0 when the table has none.
+/// 401, ...), or 0 when the table has none.
 SOLSYS_API short PlanetographicalIndex(int body);

@@ -64,9 +64,10 @@ class SOLSYS_API CSWSolSys {
     /// the built-in theories serve. A second call adds nothing.
     /// \return false only when a satellite theory cannot be created
     bool InitSys(const char* path);
-    /// Moves the model to an instant; below 1e-8 day of change it does nothing. A fraction that
-    /// is NaN counts as 0 (with a debug message); an instant beyond the range of `int` is
-    /// refused and the model stays where it was.
+    /// Moves the model to an instant; below 1e-8 day of change it does nothing. The states of
+    /// bodies follow; the frames do with `updateFrames`, the observer's place only with
+    /// `UpdateSys` or `SetObserver`. A fraction that is NaN counts as 0 (with a debug message);
+    /// an instant beyond the range of `int` is refused and the model stays where it was.
     void SetTime(int day, double fraction, bool updateFrames);
     /// `SetTime` with frames, then the observer's body frame and state.
     void UpdateSys(int day, double fraction);
@@ -126,10 +127,14 @@ class SOLSYS_API CSWSolSys {
     const double* GetMtrxNutation() const;      ///< mean to true equator of date
     /// Mean obliquity, nutation in obliquity and in longitude [rad].
     void GetNutationAngles(double* obliquity, double* d_epsilon, double* d_psi) const;
+    /// Local horizon (columns north, west, zenith) in the body-fixed frame: at a record's
+    /// longitude and latitude, whatever its kind, and at the model's observer. False, and
+    /// nothing written, for a null record.
     bool GetMtrxTopo(OBSERVER* observer, double* matrix) const;
     const double* GetMtrxTopoCur() const;
     /// Local horizon (north, west, zenith) to the true equator of date.
     void GetLocal2CelestialMtrx(double* matrix) const;
+    /// J2000 equator, and true equator of date, to galactic axes.
     void GetMtrx_Eq2K_GalCur(double* matrix) const;
     void GetMtrx_EqCur_GalCur(double* matrix) const;
     /// @}
@@ -137,8 +142,8 @@ class SOLSYS_API CSWSolSys {
     /// \name Directions between frames
     /// `j2000`: the equatorial side is J2000 (true) or the true equator of date (false).
     /// Longitude and latitude in and out [rad]; an output may be an input. Azimuth is counted
-    /// from north through east. To rounding, except for directions within 1e-4 rad of an axis
-    /// or of the equator's cardinal points: the fast trigonometry leaves up to 2e-8 rad there.
+    /// from north through east. To rounding, except for directions whose latitude or longitude
+    /// is within 1e-4 rad of 0 or pi: the fast trigonometry leaves up to 2e-8 rad there.
     /// @{
     void FromRAToAzm(bool j2000, const double* ra, const double* dec, double* azm,
                      double* alt) const;
@@ -193,6 +198,9 @@ class SOLSYS_API CSWSolSys {
     /// J2000 ecliptic.
     bool GetMtrxEq2K_PlEq(const SSO_ID& body, int day, double fraction, double* out,
                           double* outTransposed);
+    /// Makes this frame of a body at the current instant the observer's (`UpdateSys` and
+    /// `SetObserver` do so for the observer's body): the identity for a body without elements.
+    /// \return true
     bool SetMtrxEq2K_PlEq(const SSO_ID& body);
     /// A surface point (height [km], longitude, latitude) as a vector from the body's centre
     /// on the equator of date [km], and back. False without a known radius or rotation.

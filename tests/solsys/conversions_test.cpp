@@ -165,6 +165,18 @@ INSTANTIATE_TEST_SUITE_P(
 
 class EarthSite : public testing::TestWithParam<std::pair<double, double>> {};
 
+TEST(Directions, ThatAreNoNumbersHaveNoAngles) {
+    const auto model = support::built_in_model();
+    const double bad = std::numeric_limits<double>::quiet_NaN(), good = 0.5;
+    for (const auto& [there, back] : kPairs)
+        for (const Conversion convert : {there, back})
+            for (const auto& [lon, lat] : {std::pair{&bad, &good}, {&good, &bad}}) {
+                double to_lon = 0, to_lat = 0;
+                ((*model).*convert)(true, lon, lat, &to_lon, &to_lat);
+                EXPECT_TRUE(std::isnan(to_lon) && std::isnan(to_lat));
+            }
+}
+
 // Spherical trigonometry, which the chains of matrices know nothing of.
 TEST_P(EarthSite, HorizonAgreesWithTheHourAngle) {
     const auto [lambda, phi] = GetParam();

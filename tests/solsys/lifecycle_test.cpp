@@ -146,8 +146,10 @@ TEST(Frames, FollowTheHostsOwnModels) {
     model.UpdateSys(2451545, 0.0);
     EXPECT_NEAR(model.GetMtrxPrecession()[0], std::cos(0.5), 1e-16);
     const double declined = model.GetMtrxNutation()[1];
+    model.SaveT3Data();  // by the host's models, which are gone when it comes back
     model.SetPrecessionFunction(nullptr);
     model.SetNutationFunction(nullptr);
+    model.RestoreT3Data();
     model.UpdateSys(2451545, 0.0);
     EXPECT_EQ(model.GetMtrxPrecession()[0], 1.0);
     EXPECT_EQ(model.GetMtrxNutation()[1], declined);
