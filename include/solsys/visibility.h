@@ -273,6 +273,6 @@ class SOLSYS_API CSWVisibility : public CSWAstrEv_dll {
     bool GetBrief_OI(int day, double fraction, SSO_ID id, BRIEF_INFO* info);
 
   private:
-    struct State;
+    struct SOLSYS_LOCAL State;
     std::unique_ptr<State> state_;
 };
