@@ -75,7 +75,9 @@ TEST_P(FromPlaces, AVectorToTheHorizonAgreesWithItsAngles) {
     const double ra = 1.1, dec = -0.3;
     double v[3], azm = 0, alt = 0, m[9];
     store(direction(ra, dec), v);
+    const Vec3 seen = view(v, 0, 1);  // equator of date to horizon
     model->VecFromRAToAzm(v, v);
+    EXPECT_LT(norm(load(v) - seen), 1e-15);
     model->FromRAToAzm(false, &ra, &dec, &azm, &alt);
     EXPECT_LT(norm(load(v) - direction(-azm, alt)), 1e-14);
     model->GetLocal2CelestialMtrx(m);
