@@ -70,9 +70,15 @@ std::vector<Cell> row_for(CSWSolSys& model, const Target& target, Utc utc, Frame
     const Tt tt = tt_from_utc(utc);
     const Place apparent = apparent_place(model, target.id);
     const Place shown = frame == Frame::kJ2000 ? astrometric_place(model, target.id) : apparent;
-    std::vector<Cell> row{code_of(target.id), target.name,       iso_utc(utc),
-                          zone.seconds(utc),  tt.jd(),           shown.ra_deg,
-                          shown.dec_deg,      shown.distance_au, shown.light_time_days};
+    std::vector<Cell> row{target.id.number == 0 ? Cell() : Cell(code_of(target.id)),
+                          target.name,
+                          iso_utc(utc),
+                          zone.seconds(utc),
+                          tt.jd(),
+                          shown.ra_deg,
+                          shown.dec_deg,
+                          shown.distance_au,
+                          shown.light_time_days};
     if (site) {
         const Horizontal place = horizontal_of(model, apparent);
         row.emplace_back(place.azimuth_deg);
