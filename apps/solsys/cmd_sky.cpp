@@ -8,6 +8,7 @@
 #include "apps/solsys/commands.h"
 #include "apps/solsys/options.h"
 #include "apps/solsys/place.h"
+#include "apps/solsys/sky_chart.h"
 
 namespace app {
 namespace {
@@ -23,7 +24,7 @@ std::string compass_point(double azimuth_deg) {
     return points[static_cast<int>(azimuth_deg / 22.5 + 0.5) % 16];
 }
 
-void run(const Options& options) {
+void run(const Options& options, const std::string& svg) {
     const Site site = chosen_site(options).value_or(find_city("Greenwich"));
     const Zone zone = chosen_zone(options, site);
     const Utc utc = parse_time(options.time.empty() ? "now" : options.time);
@@ -63,14 +64,19 @@ void run(const Options& options) {
     if (format == Format::kTable)
         fmt::print("The sky of {} on {} ({})\n\n", site.name, zone.date_time(utc), zone.name());
     report.print(format);
+    if (!svg.empty())
+        draw_sky(model, site.name, fmt::format("{} ({})", zone.date_time(utc), zone.name()))
+            .save(svg);
 }
 
 }  // namespace
 
 void add_sky(CLI::App& main) {
     auto options = std::make_shared<Options>();
+    auto svg = std::make_shared<std::string>();
     CLI::App* command =
         main.add_subcommand("sky", "What is where now: Sun, Moon and planets over a site");
+    command->add_option("--svg", *svg, "Draw the visible hemisphere into a file");
     add_instant_options(*command, *options);
     add_site_options(*command, *options);
     add_ephemeris_option(*command, *options);
@@ -79,8 +85,9 @@ void add_sky(CLI::App& main) {
         "Without a site: Greenwich. Altitudes are without refraction.\n"
         "Examples:\n"
         "  solsys sky --city Tokyo\n"
-        "  solsys sky --site 69.65,18.96 --time 2026-12-24T18:00 --tz +01:00");
-    command->callback([options] { run(*options); });
+        "  solsys sky --site 69.65,18.96 --time 2026-12-24T18:00 --tz +01:00\n"
+        "  solsys sky --city Paris --time 2026-12-24T20:00 --svg sky.svg");
+    command->callback([options, svg] { run(*options, *svg); });
 }
 
 }  // namespace app

