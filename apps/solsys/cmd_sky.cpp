@@ -8,7 +8,8 @@
 #include "apps/solsys/commands.h"
 #include "apps/solsys/options.h"
 #include "apps/solsys/place.h"
-#include "apps/solsys/sky_chart.h"
+#include "apps/solsys/sky_drawing.h"
+#include "apps/solsys/sky_view.h"
 
 namespace app {
 namespace {
@@ -61,12 +62,13 @@ void run(const Options& options, const std::string& svg) {
         add_appearance_cells(row, appearance_of(model, id, place));
         report.add(std::move(row));
     }
+    if (!svg.empty())
+        draw_sky(view_sky(model), site.name,
+                 fmt::format("{} ({})", zone.date_time(utc), zone.name()))
+            .save(svg);
     if (format == Format::kTable)
         fmt::print("The sky of {} on {} ({})\n\n", site.name, zone.date_time(utc), zone.name());
     report.print(format);
-    if (!svg.empty())
-        draw_sky(model, site.name, fmt::format("{} ({})", zone.date_time(utc), zone.name()))
-            .save(svg);
 }
 
 }  // namespace
@@ -76,17 +78,17 @@ void add_sky(CLI::App& main) {
     auto svg = std::make_shared<std::string>();
     CLI::App* command =
         main.add_subcommand("sky", "What is where now: Sun, Moon and planets over a site");
-    command->add_option("--svg", *svg, "Draw the visible hemisphere into a file");
     add_instant_options(*command, *options);
     add_site_options(*command, *options);
     add_ephemeris_option(*command, *options);
     add_output_options(*command, *options);
+    command->add_option("--svg", *svg, "Draw the visible hemisphere into this file, too");
     command->footer(
         "Without a site: Greenwich. Altitudes are without refraction.\n"
         "Examples:\n"
         "  solsys sky --city Tokyo\n"
         "  solsys sky --site 69.65,18.96 --time 2026-12-24T18:00 --tz +01:00\n"
-        "  solsys sky --city Paris --time 2026-12-24T20:00 --svg sky.svg");
+        "  solsys sky --city Nairobi --svg sky.svg");
     command->callback([options, svg] { run(*options, *svg); });
 }
 

@@ -20,4 +20,10 @@ const Constellation& constellation_at(const CSWSolSys& model, double ra_deg, dou
     return index < std::size(kConstellations) ? kConstellations[index] : kNone;
 }
 
+const char* constellation_name(std::string_view abbreviation) {
+    for (const Constellation& constellation : kConstellations)
+        if (constellation.abbreviation == abbreviation) return constellation.name;
+    return "";
+}
+
 }  // namespace app

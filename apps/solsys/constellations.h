@@ -1,6 +1,8 @@
 // Names of the constellations.
 #pragma once
 
+#include <string_view>
+
 #include "solsys/solar_system.h"
 
 namespace app {
@@ -13,5 +15,8 @@ struct Constellation {
 
 // The constellation of a direction on the true equator of date [deg].
 const Constellation& constellation_at(const CSWSolSys& model, double ra_deg, double dec_deg);
+
+// Latin name by the abbreviation; empty for what is none.
+const char* constellation_name(std::string_view abbreviation);
 
 }  // namespace app
