@@ -197,19 +197,10 @@ TEST(ConstellationOf, TakesTheEquinoxOfDate) {
     EXPECT_GT(differ, 5);
 }
 
-struct Refusal {
-    const char* arguments;
-    const char* says;
-};
+using support::Refusal;
 class Refused : public testing::TestWithParam<Refusal> {};
 
-TEST_P(Refused, EndsWithStatus2AndOneLine) {
-    const auto outcome = run_command(GetParam().arguments);
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_THAT(outcome.err, HasSubstr(GetParam().says));
-    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
-}
+TEST_P(Refused, EndsWithStatus2AndOneLine) { support::expect_refusal(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(
     All, Refused,

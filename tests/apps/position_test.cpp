@@ -85,19 +85,10 @@ TEST(Position, CsvAndTableHoldTheSameRows) {
     EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), 4);
 }
 
-struct Refusal {
-    const char* arguments;
-    const char* says;
-};
+using support::Refusal;
 class BadInput : public testing::TestWithParam<Refusal> {};
 
-TEST_P(BadInput, EndsWithStatus2AndOneLine) {
-    const auto outcome = run_command(GetParam().arguments);
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_THAT(outcome.err, HasSubstr(GetParam().says));
-    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
-}
+TEST_P(BadInput, EndsWithStatus2AndOneLine) { support::expect_refusal(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(
     All, BadInput,

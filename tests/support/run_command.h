@@ -1,6 +1,9 @@
 // Runs the solsys command as a user would, and catches what it prints.
 #pragma once
 
+#include <gmock/gmock.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -44,6 +47,21 @@ inline Outcome run_command(const std::string& arguments) {
     std::filesystem::remove(out);
     std::filesystem::remove(err);
     return outcome;
+}
+
+// Arguments that the command refuses, and words of the line with which it does.
+struct Refusal {
+    const char* arguments;
+    const char* says;
+};
+
+// Status 2, nothing on standard output, one clear line on standard error.
+inline void expect_refusal(const Refusal& refusal) {
+    const auto outcome = run_command(refusal.arguments);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err, testing::HasSubstr(refusal.says));
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
 }
 
 }  // namespace support
