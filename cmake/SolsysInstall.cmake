@@ -16,6 +16,15 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/solsysConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/solsysConfig.cmake
   ${PROJECT_BINARY_DIR}/solsysConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/solsys)
+# Relative to the file itself, so that an installed tree may be moved. A static library says
+# itself what the shared one has linked in.
+file(RELATIVE_PATH SOLSYS_PREFIX_FROM_PC
+  /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" SOLSYS_PREFIX_FROM_PC "${SOLSYS_PREFIX_FROM_PC}")
+if(NOT BUILD_SHARED_LIBS)
+  set(SOLSYS_PC_STATIC_LIBS " -lstdc++ -lm")
+  set(SOLSYS_PC_STATIC_FLAGS " -DSOLSYS_STATIC")
+endif()
 configure_file(cmake/solsys.pc.in solsys.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/solsys.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})

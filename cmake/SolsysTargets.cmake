@@ -27,7 +27,8 @@ function(solsys_add_folder folder)
   endif()
   add_library(solsys_${folder} OBJECT ${sources})
   target_link_libraries(solsys_${folder} PRIVATE solsys_options PUBLIC solsys_headers)
-  target_compile_definitions(solsys_${folder} PRIVATE SOLSYS_BUILDING)
+  target_compile_definitions(solsys_${folder} PRIVATE
+    $<IF:$<BOOL:${BUILD_SHARED_LIBS}>,SOLSYS_BUILDING,SOLSYS_STATIC>)
   target_include_directories(solsys_${folder} PRIVATE ${PROJECT_SOURCE_DIR}
     ${PROJECT_BINARY_DIR}/tables)
   if(EXISTS ${PROJECT_SOURCE_DIR}/${folder}/CMakeLists.txt)
