@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "events/search_model.h"
+#include "events/search/search_model.h"
 #include "events/visibility/track.h"
 #include "solsys/visibility.h"
 
@@ -18,7 +18,7 @@ struct CSWVisibility::State {
     // Height of the search's observer above the surface; 0 for one who is not on a surface.
     [[nodiscard]] double height_km() const;
 
-    solsys::SearchModel model;
+    solsys::search::SearchModel model;
     double start = 0, end = 0;  // of the search [JD, dynamical]
     double cursor = 0;          // where its next day is looked for
     std::vector<VISIBILITY> results;

@@ -1,9 +1,9 @@
-#include "events/search_model.h"
+#include "events/search/search_model.h"
 
 #include "solsys/platform.h"
 #include "solsys/time_scales.h"
 
-namespace solsys {
+namespace solsys::search {
 
 SearchModel::SearchModel(CSWSolSys* borrowed) : model_(borrowed) {
     if (model_ == nullptr) {
@@ -23,4 +23,4 @@ SearchModel::~SearchModel() {
     ET_UT::Finish();
 }
 
-}  // namespace solsys
+}  // namespace solsys::search

@@ -5,7 +5,7 @@
 
 #include "solsys/solar_system.h"
 
-namespace solsys {
+namespace solsys::search {
 
 // Borrows the model given; given none, makes one on the ephemeris of the default place. Keeps
 // Delta T available for its life. Without a model (its own could not be initialised, which a
@@ -28,4 +28,4 @@ class SearchModel {
     CSWSolSys* model_;
 };
 
-}  // namespace solsys
+}  // namespace solsys::search
