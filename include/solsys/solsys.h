@@ -8,6 +8,7 @@
 #include "solsys/catalogue.h"
 #include "solsys/de_ephemeris.h"
 #include "solsys/earth_orientation.h"
+#include "solsys/earth_rotation.h"
 #include "solsys/element_records.h"
 #include "solsys/export.h"
 #include "solsys/integrator.h"
