@@ -3,11 +3,11 @@
 #include <cmath>
 #include <limits>
 
+#include "core/instant.h"
+
 namespace {
 
 constexpr double kGregorianStart = 2299161;  // noon of 1582 October 15
-
-constexpr double kLargestDay = 2e9;  // fits a day number, with room for what is added to it
 
 bool is_gregorian(int year, int month, int day) {
     if (year != 1582) return year > 1582;
@@ -21,9 +21,9 @@ bool fits_short(double value) {
            value <= std::numeric_limits<short>::max();
 }
 
-void split(double jd, int* day, double* fraction) {
-    *day = std::fabs(jd) < kLargestDay ? static_cast<int>(jd) : 0;
-    *fraction = jd - *day;
+void store(solsys::Instant t, int* day, double* fraction) {
+    *day = t.day;
+    *fraction = t.fraction;
 }
 
 }  // namespace
@@ -46,7 +46,7 @@ void DJ(int* day, double* fraction, short year, short month, short day_of_month,
     const double d = std::trunc(30.6001 * (m + 1));
     const double jd = c + d + day_of_month + 1720994.5 + b +
                       ((hour * 60.0 + minute) * 60.0 + second) / 86400.0;
-    split(jd, day, fraction);
+    store(solsys::split(jd), day, fraction);
 }
 
 void JD(int day, double fraction, short* year, short* month, short* day_of_month,
@@ -104,15 +104,15 @@ void JD(int day, double fraction, short* year, short* month, short* day_of_month
 
 void BJ(char kind, short year, int* day, double* fraction) {
     const bool julian = kind == 'J' || kind == 'j';
-    split(julian ? 2451545.0 + (year - 2000) * 365.25
-                 : 2415020.31352 + (year - 1900) * 365.242198781,
+    store(solsys::split(julian ? 2451545.0 + (year - 2000) * 365.25
+                               : 2415020.31352 + (year - 1900) * 365.242198781),
           day, fraction);
 }
 
 void Adjust_JD(int* day, double* fraction) {
     constexpr double kEpoch = 2400000;
     const double t = (*day - kEpoch) + *fraction;
-    if (!(std::fabs(t) < kLargestDay)) return;
+    if (!(std::fabs(t) < solsys::kLargestDay)) return;
     const double whole = std::trunc(t);
     *fraction = t - whole;
     *day = static_cast<int>(whole + kEpoch);

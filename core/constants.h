@@ -15,10 +15,25 @@ constexpr int kJ2000Day = 2451545;  // 2000 January 1, 12h
 constexpr double kDaysPerJulianCentury = 36525.0;
 constexpr double kDaysPerJulianYear = 365.25;
 
-constexpr double kAuKm = 149597870.7;                    // km
+constexpr double kAuKm = 149597870.7;                    // km: IAU 2012 resolution B2
 constexpr double kAuPerKm = 6.6845871222684464e-9;       // the reciprocal used for body radii
 constexpr double kLightDayPerAu = 0.005775518331436995;  // day: light time of 1 au
-constexpr double kGaussSquared = 0.0002959122082855911;  // au^3/day^2: k^2
-constexpr double kSunGm = 0.00029591220828411956;        // au^3/day^2: of element orbits
+
+// The same quantity in the digits that different places were built with. Each keeps its own,
+// and is named for its place.
+constexpr double kGaussSquared = 0.0002959122082855911;    // au^3/day^2: of catalogue records
+constexpr double kSunGm = 0.00029591220828411956;          // au^3/day^2: of element orbits
+constexpr double kSunGmOfMasses = 0.00029591220828559115;  // au^3/day^2: masses of bodies
+constexpr double kSunMassOfMasses = 1.9891e30;             // kg: likewise
+constexpr double kLightDayPerAuOfStars = 0.0057755;        // day: as catalogues are drawn with
+constexpr double kGalacticCentreOfObserver = 1753250853.100319;   // au: of a placed observer
+constexpr double kGalacticCentreOfTransfer = 1753250853.1003194;  // au: of transferred places
+constexpr double kSatelliteAuKm = 149597870.691;  // km: of satellite tables (DE405)
+constexpr double kUranianAuKm = 149597870.0;      // km: of GUST86
+
+// Obliquity of the ecliptic at J2000 as the elements of dwarf planets were made with: 0.0009
+// arcsec from the 84381.448 arcsec of IAU 1976.
+constexpr double kCosObliquityOfElements = 0.9174820637487279;
+constexpr double kSinObliquityOfElements = 0.3977771520580026;
 
 }  // namespace solsys

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "core/constants.h"
+#include "core/sin_cos.h"
 
 namespace solsys {
 
@@ -91,14 +92,17 @@ inline double cos_from_sin(double x, double s) {
     return (quadrant + 1U) & 2U ? -c : c;
 }
 
-struct SinCos {
-    double sin, cos;
-};
-
-// Cosine by polynomial, sine from it: what the frame code uses.
+// Cosine by polynomial, sine from it: what the frame code uses. Near the x axis the sine is
+// good to 1e-8.
 inline SinCos fast_sincos(double x) {
     const double c = fm_cos(x);
     return {sin_from_cos(x, c), c};
+}
+
+// Sine by polynomial, cosine from it; near the y axis the cosine is good to 1e-8.
+inline SinCos fast_sincos_by_sine(double x) {
+    const double s = fm_sin(x);
+    return {s, cos_from_sin(x, s)};
 }
 
 }  // namespace solsys

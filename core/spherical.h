@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "core/constants.h"
+#include "core/angles.h"
 #include "core/fast_trig.h"
 #include "core/linalg.h"
 
@@ -12,14 +12,6 @@ namespace solsys {
 struct Spherical {
     double r, lon, lat;
 };
-
-inline double longitude_of(double x, double y) {
-    const double lon = std::atan2(y, x);
-    if (!(lon < 0)) return lon;
-    const double turned = lon + kTwoPi;
-    // Just below the x axis the sum rounds to a whole turn.
-    return turned < kTwoPi ? turned : 0;
-}
 
 // With the caller's modulus; modulus 0 gives zeros.
 inline Spherical to_spherical(Vec3 v, double modulus) {

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "core/constants.h"
+#include "core/instant.h"
 #include "solsys/calendar.h"
 
 namespace {
@@ -128,14 +129,11 @@ double Get(int day, double fraction) {
 }
 
 void UT2ET(double jd, int& day, double& fraction) {
-    if (!(std::fabs(jd) < 2e9)) {
-        day = 0;
-        fraction = jd;
-        return;
-    }
-    day = static_cast<int>(jd);
-    fraction = jd - day;
-    fraction += Get(day, fraction) * (1 / solsys::kSecondsPerDay);
+    const solsys::Instant t = solsys::split(jd);
+    day = t.day;
+    fraction = t.fraction;
+    if (std::fabs(jd) < solsys::kLargestDay)
+        fraction += Get(day, fraction) * (1 / solsys::kSecondsPerDay);
 }
 
 }  // namespace ET_UT

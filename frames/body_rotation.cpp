@@ -7,52 +7,42 @@
 #include "core/constants.h"
 #include "core/fast_trig.h"
 #include "core/instant.h"
+#include "core/sin_cos.h"
 #include "frames/rotation_series.h"
 #include "solsys/earth_orientation.h"
 
 namespace solsys {
 namespace {
 
-struct CosSin {
-    double c, s;
-};
-
-CosSin cos_sin(double angle) { return {std::cos(angle), std::sin(angle)}; }
-
-CosSin fast_cos_sin(double angle) {
-    const double s = fm_sin(angle);
-    return {cos_from_sin(angle, s), s};
-}
-
 // Columns of the result: the prime meridian's equator point, the point 90 degrees east of it,
 // and the pole.
-Mat3 body_matrix(CosSin alpha, CosSin delta, CosSin w) {
-    return {{-w.c * alpha.c - w.s * delta.s * alpha.s, w.s * alpha.c - w.c * delta.s * alpha.s,
-             delta.c * alpha.s},
-            {w.c * alpha.s - w.s * delta.s * alpha.c, -w.s * alpha.s - w.c * delta.s * alpha.c,
-             delta.c * alpha.c},
-            {w.s * delta.c, w.c * delta.c, delta.s}};
+Mat3 body_matrix(SinCos alpha, SinCos delta, SinCos w) {
+    return {{-w.cos * alpha.cos - w.sin * delta.sin * alpha.sin,
+             w.sin * alpha.cos - w.cos * delta.sin * alpha.sin, delta.cos * alpha.sin},
+            {w.cos * alpha.sin - w.sin * delta.sin * alpha.cos,
+             -w.sin * alpha.sin - w.cos * delta.sin * alpha.cos, delta.cos * alpha.cos},
+            {w.sin * delta.cos, w.cos * delta.cos, delta.sin}};
 }
 
-CosSin decode(double e) {
+SinCos decode(double e) {
     const double c = std::clamp(e > 0 ? e - 2.0 : e + 2.0, -1.0, 1.0);
-    return {c, e > 0 ? unit_leg(c) : -unit_leg(c)};
+    return {e > 0 ? unit_leg(c) : -unit_leg(c), c};
 }
 
 }  // namespace
 
 Mat3 body_matrix_from_encoded(double e, double sin_dec, double w) {
-    return body_matrix(decode(e), {unit_leg(sin_dec), sin_dec}, fast_cos_sin(w));
+    return body_matrix(decode(e), {sin_dec, unit_leg(sin_dec)}, fast_sincos_by_sine(w));
 }
 
 Mat3 body_matrix_from_angles(double alpha, double delta, double w) {
-    return body_matrix(cos_sin(alpha), cos_sin(delta), cos_sin(w));
+    return body_matrix(library_sin_cos(alpha), library_sin_cos(delta), library_sin_cos(w));
 }
 
 Mat3 body_matrix_from_pole(double pole_ra, double pole_dec, double w) {
     // alpha = pi/2 - right ascension: its cosine and sine are those of the latter exchanged.
-    const auto [c, s] = cos_sin(pole_ra);
-    return body_matrix({s, c}, cos_sin(pole_dec), cos_sin(w));
+    const auto [s, c] = library_sin_cos(pole_ra);
+    return body_matrix({c, s}, library_sin_cos(pole_dec), library_sin_cos(w));
 }
 
 namespace {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <iterator>
 
+#include "core/sin_cos.h"
 #include "frames/nutation.h"
 #include "solsys/earth_orientation.h"
 
@@ -64,14 +65,6 @@ NutationAngles angles_of(double T, double psi, double eps) {
     return {mean_obliquity(T), psi * kTenthMilliarcsec, eps * kTenthMilliarcsec};
 }
 
-// Unit complex numbers: exp(i a) by its parts.
-struct Phase {
-    double cos, sin;
-};
-constexpr Phase operator*(Phase a, Phase b) {
-    return {a.cos * b.cos - a.sin * b.sin, a.sin * b.cos + a.cos * b.sin};
-}
-
 constexpr int kLargestMultiple = [] {
     int largest = 0;
     for (const Term& term : kTerms)
@@ -79,25 +72,25 @@ constexpr int kLargestMultiple = [] {
     return largest;
 }();
 
-// exp(i n a) for n = -largest .. largest.
+// Sine and cosine of n a for n = -largest .. largest.
 class Multiples {
   public:
     explicit Multiples(double a) {
-        const Phase first{std::cos(a), std::sin(a)};
-        Phase power{1, 0};
+        const SinCos first = library_sin_cos(a);
+        SinCos multiple{0, 1};
         for (int n = 0; n <= kLargestMultiple; ++n) {
-            at(n) = power;
-            at(-n) = {power.cos, -power.sin};
-            power = power * first;
+            at(n) = multiple;
+            at(-n) = -multiple;
+            multiple = multiple + first;
         }
     }
-    Phase operator[](int n) const {
+    SinCos operator[](int n) const {
         return phases_[static_cast<unsigned>(kLargestMultiple + n)];
     }
 
   private:
-    Phase& at(int n) { return phases_[static_cast<unsigned>(kLargestMultiple + n)]; }
-    std::array<Phase, 2 * kLargestMultiple + 1> phases_;
+    SinCos& at(int n) { return phases_[static_cast<unsigned>(kLargestMultiple + n)]; }
+    std::array<SinCos, 2 * kLargestMultiple + 1> phases_;
 };
 
 // The distinct combinations of some of the arguments that occur in the series, and which of
@@ -150,23 +143,23 @@ NutationAngles nutation_iau1980_by_recurrence(Instant t) {
     const Multiples D(arguments[3]);
     const Multiples Om(arguments[4]);
 
-    std::array<Phase, kAnomalies.count> anomalies;
+    std::array<SinCos, kAnomalies.count> anomalies;
     for (std::size_t i = 0; i < anomalies.size(); ++i) {
         const auto& n = kAnomalies.multiples[i];
-        anomalies[i] = l[n[0]] * lp[n[1]];
+        anomalies[i] = l[n[0]] + lp[n[1]];
     }
-    std::array<Phase, kNodal.count> nodal;
+    std::array<SinCos, kNodal.count> nodal;
     for (std::size_t i = 0; i < nodal.size(); ++i) {
         const auto& n = kNodal.multiples[i];
-        nodal[i] = F[n[0]] * D[n[1]] * Om[n[2]];
+        nodal[i] = F[n[0]] + D[n[1]] + Om[n[2]];
     }
 
     double psi = 0;
     double eps = 0;
     for (std::size_t i = kTermCount; i-- > 0;) {
-        const Phase phase = anomalies[kAnomalies.of_term[i]] * nodal[kNodal.of_term[i]];
-        psi += (kTerms[i].psi_sin + kTerms[i].psi_sin_t * T) * phase.sin;
-        eps += (kTerms[i].eps_cos + kTerms[i].eps_cos_t * T) * phase.cos;
+        const SinCos argument = anomalies[kAnomalies.of_term[i]] + nodal[kNodal.of_term[i]];
+        psi += (kTerms[i].psi_sin + kTerms[i].psi_sin_t * T) * argument.sin;
+        eps += (kTerms[i].eps_cos + kTerms[i].eps_cos_t * T) * argument.cos;
     }
     return angles_of(T, psi, eps);
 }

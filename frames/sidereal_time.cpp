@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/angles.h"
 #include "core/fast_trig.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/time_scales.h"
@@ -10,13 +11,6 @@ namespace solsys {
 namespace {
 
 double fraction_of(double x) { return x - std::trunc(x); }
-
-// An angle in turns into [0, 2 pi).
-double positive_angle(double turns) {
-    const double angle = kTwoPi * fraction_of(turns);
-    if (!(angle < 0)) return angle;
-    return angle + kTwoPi < kTwoPi ? angle + kTwoPi : 0;  // a whole turn by rounding is none
-}
 
 }  // namespace
 
@@ -29,12 +23,12 @@ double mean_sidereal_time(Instant t) {
     const double g =
         0.2790572732638889 +
         T * (100.00213903780093 + T * (1.0775925925925926e-6 - T * 7.175925925925926e-11));
-    return positive_angle(fraction_of(g) + (u - n) * 1.002737879753);
+    return wrap_turn(kTwoPi * (fraction_of(g) + (u - n) * 1.002737879753));
 }
 
 double apparent_sidereal_time(Instant t, const NutationAngles& nutation) {
     const double equation_of_equinoxes = nutation.d_psi * fm_cos(nutation.true_obliquity());
-    return positive_angle((mean_sidereal_time(t) + equation_of_equinoxes) / kTwoPi);
+    return wrap_turn(mean_sidereal_time(t) + equation_of_equinoxes);
 }
 
 }  // namespace solsys

@@ -8,10 +8,8 @@
 namespace solsys {
 namespace {
 
-// J2000 obliquity as the elements were made with: 0.0009 arcsec from 84381.448 arcsec.
-constexpr double kCosObliquity = 0.9174820637487279;
-constexpr double kSinObliquity = 0.3977771520580026;
-constexpr Mat3 kEclipticFromEquator = rotation_x(kCosObliquity, kSinObliquity);
+constexpr Mat3 kEclipticFromEquator =
+    rotation_x(kCosObliquityOfElements, kSinObliquityOfElements);
 
 struct Line {
     int number;

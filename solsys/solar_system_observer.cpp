@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/ellipsoid.h"
 #include "core/spherical.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/model.h"
@@ -12,9 +13,6 @@ using solsys::State;
 using solsys::Vec3;
 
 namespace {
-
-// Distance of the Sun from the centre of the Galaxy [au].
-constexpr double kGalacticCentre = 1753250853.100319;
 
 bool is_placed(std::int8_t kind) {
     return kind == LOCATION_BODY_FIXED || kind == LOCATION_SURFACE ||
@@ -29,18 +27,6 @@ bool well_formed(const OBSERVER& record) {
 
 Vec3 cartesian(const double location[3]) {
     return solsys::to_cartesian({location[0], location[1], location[2]});
-}
-
-// A place on an ellipsoid, body-fixed; height and radius in the same unit.
-Vec3 on_ellipsoid(double radius, double flattening, double height, double longitude,
-                  double latitude) {
-    const double e2 = (2 - flattening) * flattening;
-    const double cos_lat = std::fabs(std::cos(latitude));
-    const double sin_lat = std::sin(latitude);
-    const double n = radius / std::sqrt(1 - e2 * (1 - cos_lat * cos_lat));
-    const double rho = (n + height) * std::cos(latitude);
-    return {rho * std::cos(longitude), rho * std::sin(longitude),
-            ((1 - e2) * n + height) * sin_lat};
 }
 
 }  // namespace
@@ -112,7 +98,7 @@ void CSWSolSys::DeriveObserver() {
             break;
         case LOCATION_GALACTOCENTRIC: {
             const Vec3 offset = cartesian(o.record.location);
-            const Vec3 from_sun = offset + Vec3{kGalacticCentre, 0, 0};
+            const Vec3 from_sun = offset + Vec3{solsys::kGalacticCentreOfObserver, 0, 0};
             o.relative = {transpose_times(f.gal_from_cur, offset), {}};
             o.heliocentric = {transpose_times(f.gal_from_j2000, from_sun), {}};
             break;
@@ -166,8 +152,9 @@ void CSWSolSys::PlaceOnSurface() {
     GetMtrxTopo(&o.record, horizon);
     o.body_from_horizon = solsys::load_matrix(horizon);
 
-    const Vec3 offset = o.cur_from_body * on_ellipsoid(radius_km * solsys::kAuPerKm, flattening,
-                                                       height, longitude, latitude);
+    const Vec3 offset =
+        o.cur_from_body * solsys::cartesian({radius_km * solsys::kAuPerKm, flattening},
+                                            {height, longitude, latitude});
     // Carried about the z axis of the equator of date, whichever way the body's pole points.
     const Vec3 velocity{-spin * offset.y, spin * offset.x, 0};
     o.relative = transpose_times(cur_from_j2000, State{offset, velocity});

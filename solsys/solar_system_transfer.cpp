@@ -1,4 +1,5 @@
 // Locations and directions between frames named by a code.
+#include "core/constants.h"
 #include "core/spherical.h"
 #include "solsys/model.h"
 #include "solsys/toolkit.h"
@@ -7,9 +8,6 @@ using solsys::Mat3;
 using solsys::Vec3;
 
 namespace {
-
-// Distance of the Sun from the centre of the Galaxy [au].
-constexpr double kGalacticCentre = 1753250853.1003194;
 
 // Codes of TransferViewVec.
 enum ViewFrame : char {
@@ -97,11 +95,11 @@ void CSWSolSys::TransferLocationCoor(SphCoor* location, char to) {
         const double* l = location->location;
         store(solsys::to_cartesian({l[0], l[1], l[2]}), v);
     }
-    if (location->frame == LOCATION_GALACTOCENTRIC) v[0] -= kGalacticCentre;
+    if (location->frame == LOCATION_GALACTOCENTRIC) v[0] -= solsys::kGalacticCentreOfTransfer;
 
     TransferLocationVec(v, location->frame, v, to);
 
-    if (to == LOCATION_GALACTOCENTRIC) v[0] += kGalacticCentre;
+    if (to == LOCATION_GALACTOCENTRIC) v[0] += solsys::kGalacticCentreOfTransfer;
     if (to == LOCATION_SURFACE) {
         Plc2Plg(radius, flattening, v, location->location);
     } else {

@@ -1,6 +1,7 @@
 // Directions of stars in bulk, for a host's own drawing of a catalogue.
 #include <cmath>
 
+#include "core/constants.h"
 #include "core/linalg.h"
 #include "solsys/star_place.h"
 #include "solsys/stars.h"
@@ -8,7 +9,6 @@
 namespace solsys {
 namespace {
 
-constexpr double kLightDayPerAuRounded = 0.0057755;  // day: as catalogues are drawn with
 constexpr double kAuPerParsec = 206264.8062471;
 constexpr double kParsecPerLightYear = 0.3066;
 
@@ -23,7 +23,7 @@ constexpr double kParallaxUnit = 4.848136811095e-10;  // rad: 0.1 mas
 constexpr double kLeastParallax = 1e-6;               // rad
 
 Vec3 aberrated_for(const double observer[6], Vec3 p) {
-    const Vec3 beta = kLightDayPerAuRounded * load(observer + 3);
+    const Vec3 beta = kLightDayPerAuOfStars * load(observer + 3);
     return aberrated(p, beta, std::sqrt(1 - dot(beta, beta)));
 }
 

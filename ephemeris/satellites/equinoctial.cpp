@@ -1,6 +1,6 @@
 #include "ephemeris/satellites/equinoctial.h"
 
-#include "ephemeris/satellites/sincos.h"
+#include "ephemeris/satellites/turns.h"
 
 namespace solsys::satellites {
 namespace {
@@ -9,16 +9,17 @@ namespace {
 // It needs two passes at small eccentricities and five at 0.75.
 bool solve_kepler(double l, double k, double h, SinCos& f) {
     constexpr int kMaxPasses = 50;
-    const SinCos start = sincos(l);
-    double longitude = l + k * start.s - h * start.c;
+    const SinCos start = sin_cos(l);
+    double longitude = l + k * start.sin - h * start.cos;
     for (int pass = 0; pass < kMaxPasses; ++pass) {
-        f = sincos(longitude);
-        const double step = (l - longitude + k * f.s - h * f.c) / (1 - k * f.c - h * f.s);
+        f = sin_cos(longitude);
+        const double step =
+            (l - longitude + k * f.sin - h * f.cos) / (1 - k * f.cos - h * f.sin);
         longitude += step;
         if (std::fabs(step) < 1e-8) {
             // A last step this small is taken in the sine and cosine themselves.
             const double cosine = 1 - 0.5 * step * step;
-            f = {f.s * cosine + f.c * step, f.c * cosine - f.s * step};
+            f = {f.sin * cosine + f.cos * step, f.cos * cosine - f.sin * step};
             return true;
         }
     }
@@ -39,13 +40,13 @@ int state_of(const EquinoctialElements& elements, State& state) {
     // In the plane of the orbit, x towards the origin of longitudes.
     const double phi = std::sqrt(1 - e2);
     const double psi = 1 / (1 + phi);
-    const double d = h * f.c - k * f.s;
-    const double u = k * f.c + h * f.s;
-    const double x = a * (f.c - k - psi * h * d);
-    const double y = a * (f.s - h + psi * k * d);
+    const double d = h * f.cos - k * f.sin;
+    const double u = k * f.cos + h * f.sin;
+    const double x = a * (f.cos - k - psi * h * d);
+    const double y = a * (f.sin - h + psi * k * d);
     const double g = a * n / (1 - u);
-    const double vx = g * (-f.s + psi * h * u);
-    const double vy = g * (f.c - psi * k * u);
+    const double vx = g * (-f.sin + psi * h * u);
+    const double vy = g * (f.cos - psi * k * u);
 
     // Out of the plane.
     const double w = 2 * std::sqrt(1 - s2);

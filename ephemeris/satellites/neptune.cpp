@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "ephemeris/satellites/precessing_ellipse.h"
-#include "ephemeris/satellites/sincos.h"
 #include "ephemeris/satellites/theories.h"
+#include "ephemeris/satellites/turns.h"
 #include "solsys/satellite_theory.h"
 
 namespace solsys::satellites {
@@ -45,8 +45,8 @@ int nereid_state(Instant t, State& state) {
         if (row.fun == "poly") {
             for (int power = 0; power < row.power; ++power) f *= centuries;
         } else {
-            const SinCos value = sincos(row.j * sun + row.m * longitude);
-            f = row.fun == "cos" ? value.c : value.s;
+            const SinCos value = sin_cos(row.j * sun + row.m * longitude);
+            f = row.fun == "cos" ? value.cos : value.sin;
         }
         elements.a += f * row.a;
         elements.l += f * row.dl;

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "ephemeris/satellites/sincos.h"
+#include "ephemeris/satellites/turns.h"
 
 namespace solsys::satellites {
 namespace {
@@ -73,8 +73,8 @@ const PrecessingEllipse* find_ellipse(int body) {
 
 int ellipse_state(const PrecessingEllipse& ellipse, Instant t, State& state) {
     const double dt = days_since(ellipse.epoch_jd, t);
-    const SinCos apsis = sincos(ellipse.apsis_rate * dt);
-    const SinCos node = sincos(ellipse.node_rate * dt);
+    const SinCos apsis = sin_cos(ellipse.apsis_rate * dt);
+    const SinCos node = sin_cos(ellipse.node_rate * dt);
     // From tan(I/2) to sin(I/2).
     const double scale = 1 / std::sqrt(1 + ellipse.p * ellipse.p + ellipse.q * ellipse.q);
 
@@ -82,10 +82,10 @@ int ellipse_state(const PrecessingEllipse& ellipse, Instant t, State& state) {
     const int code = state_of({.a = ellipse.a,
                                .n = ellipse.mean_motion,
                                .l = ellipse.l + ellipse.mean_motion * dt,
-                               .k = ellipse.k * apsis.c - ellipse.h * apsis.s,
-                               .h = ellipse.h * apsis.c + ellipse.k * apsis.s,
-                               .q = scale * (ellipse.q * node.c - ellipse.p * node.s),
-                               .p = scale * (ellipse.p * node.c + ellipse.q * node.s)},
+                               .k = ellipse.k * apsis.cos - ellipse.h * apsis.sin,
+                               .h = ellipse.h * apsis.cos + ellipse.k * apsis.sin,
+                               .q = scale * (ellipse.q * node.cos - ellipse.p * node.sin),
+                               .p = scale * (ellipse.p * node.cos + ellipse.q * node.sin)},
                               in_plane);
     if (code != kOk) return code;
 

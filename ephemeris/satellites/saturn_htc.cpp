@@ -66,9 +66,9 @@ int htc_state(int moon, Instant t, State& state) {
     for (std::size_t k = 0; k < kTerms.size(); ++k) {
         if (kRows[k].body != 600 + moon) continue;
         const Term& term = kTerms[k];
-        const SinCos value = sincos(term.phase + term.frequency * days);
-        ecliptic.r += value.c * term.amplitude;
-        ecliptic.v += (-term.frequency * value.s) * term.amplitude;
+        const SinCos value = sin_cos(term.phase + term.frequency * days);
+        ecliptic.r += value.cos * term.amplitude;
+        ecliptic.v += (-term.frequency * value.sin) * term.amplitude;
     }
     state = kEquatorFromEcliptic * ecliptic;
     return kOk;

@@ -89,17 +89,17 @@ int phoebe_state(Instant t, State& state) {
                 zeta.s += row.c1 * s + row.c2 * c;
         }
     }
-    const SinCos w = sincos(kPericentre.at(days));
-    const SinCos n = sincos(kNode.at(days));
+    const SinCos w = sin_cos(kPericentre.at(days));
+    const SinCos n = sin_cos(kNode.at(days));
 
     State in_series;
     const int code = state_of({.a = a,
                                .n = std::sqrt(kGm / (a * a * a)),
                                .l = l,
-                               .k = z.c * w.c - z.s * w.s,
-                               .h = z.c * w.s + z.s * w.c,
-                               .q = zeta.c * n.c - zeta.s * n.s,
-                               .p = zeta.c * n.s + zeta.s * n.c},
+                               .k = z.c * w.cos - z.s * w.sin,
+                               .h = z.c * w.sin + z.s * w.cos,
+                               .q = zeta.c * n.cos - zeta.s * n.sin,
+                               .p = zeta.c * n.sin + zeta.s * n.cos},
                               in_series);
     if (code == kOk) state = kEquatorFromSeries * in_series;
     return code;

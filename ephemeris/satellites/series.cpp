@@ -25,9 +25,9 @@ Phasor weighted_sum(std::size_t begin, std::size_t end, const double* weights,
 
 void sines_and_cosines(std::size_t n, const double* arguments, double* sines, double* cosines) {
     for (std::size_t k = 0; k < n; ++k) {
-        const SinCos value = sincos(arguments[k]);
-        sines[k] = value.s;
-        cosines[k] = value.c;
+        const SinCos value = sin_cos(arguments[k]);
+        sines[k] = value.sin;
+        cosines[k] = value.cos;
     }
 }
 

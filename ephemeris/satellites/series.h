@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "ephemeris/satellites/sincos.h"
+#include "ephemeris/satellites/turns.h"
 
 namespace solsys::satellites {
 

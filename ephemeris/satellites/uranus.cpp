@@ -11,7 +11,6 @@ namespace solsys::satellites {
 namespace {
 
 constexpr double kEpoch = 2444239.5;
-constexpr double kGustAuKm = 149597870.0;
 
 // The theory's order: Miranda, Ariel, Umbriel, Titania, Oberon. Mean longitudes [rad, rad/day],
 // pericentres and nodes [rad, degrees per year of 365.25 days], as arguments of the series; and
@@ -85,7 +84,7 @@ int gust_state(int moon, Instant t, State& state) {
     const ElementSums sums = sum_series(kSeries[moon - 1], days);
 
     const double n = constants.n0 + sums.size.c;
-    const double gm = gm_in_au(kUranusGm + constants.gm, kGustAuKm);
+    const double gm = gm_in_au(kUranusGm + constants.gm, kUranianAuKm);
     State in_equator;
     const int code = state_of({.a = std::cbrt(gm / (n * n)),
                                .n = n,

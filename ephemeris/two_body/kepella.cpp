@@ -14,12 +14,6 @@ constexpr double kTiny = 1.7763568394002505e-15;  // 2^-49: tolerance [rad] and 
 constexpr int kPasses = 1000;
 constexpr int kNoConvergence = -1000;
 
-// Both by the fast sine; the cosine is within 1e-8 near its zeros.
-SinCos sine_first(double x) {
-    const double s = fm_sin(x);
-    return {s, cos_from_sin(x, s)};
-}
-
 struct Iterated {
     double E;
     int passes;  // or kNoConvergence
@@ -56,18 +50,18 @@ int KepElla(const double elements[6], double mu, double out[6]) {
     const auto [E, passes] = steffensen(e, M);
     if (passes == kNoConvergence) return kNoConvergence;
 
-    const auto [sin_E, cos_E] = sine_first(E);
+    const auto [sin_E, cos_E] = fast_sincos_by_sine(E);
     const double r_over_a = 1 - e * cos_E;
     const double r = a * r_over_a;
     const double cos_nu = (cos_E - e) / r_over_a;
     const double sin_nu = std::sqrt(1 - e * e) * sin_E / r_over_a;
 
-    const auto [sin_peri, cos_peri] = sine_first(peri);
+    const auto [sin_peri, cos_peri] = fast_sincos_by_sine(peri);
     const double cos_u = cos_peri * cos_nu - sin_peri * sin_nu;
     const double sin_u = sin_peri * cos_nu + cos_peri * sin_nu;
 
-    const auto [sin_i, cos_i] = sine_first(i);
-    const auto [sin_node, cos_node] = sine_first(node);
+    const auto [sin_i, cos_i] = fast_sincos_by_sine(i);
+    const auto [sin_node, cos_node] = fast_sincos_by_sine(node);
     const OrbitPlane plane{cos_node, sin_node, cos_i, sin_i};
     const Vec3 radial = plane.radial(cos_u, sin_u);
     store(r * radial, out);

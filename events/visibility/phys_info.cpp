@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr double kSunGm = 0.00029591220828559115;  // au^3/day^2
-constexpr double kSunMass = 1.9891e30;             // kg
 constexpr double kAuPerDayInKmPerS = solsys::kAuKm / solsys::kSecondsPerDay;
 
 // Osculating semi-major axis [au]; negative when there is no ellipse.
@@ -46,7 +44,7 @@ bool CSWVisibility::GetPhysInfo(SSO_ID id, PHYSINFO* info) {
     const double radius_au = model.GetRadiEq(id) / solsys::kAuKm;
     if (gm > 0 && radius_au > 0)
         info->escape_velocity = std::sqrt(2 * gm / radius_au) * kAuPerDayInKmPerS;
-    if (gm > 0) info->mass = gm / kSunGm * kSunMass;
+    if (gm > 0) info->mass = gm / solsys::kSunGmOfMasses * solsys::kSunMassOfMasses;
 
     if (id.type == SSO_PLNT) {
         if (gm > 0) info->mass_ratio = model.GetGravity(SSO_ID(SSO_PLNT, 10)) / gm;

@@ -12,10 +12,9 @@ namespace {
 
 constexpr int kPluto = 9;
 
-// Obliquity of the ecliptic at J2000: the ecliptic of the elements to the equator.
-constexpr double kCosObliquity = 0.9174820637487279;
-constexpr double kSinObliquity = 0.3977771520580026;
-constexpr solsys::Mat3 kEquatorFromEcliptic = solsys::rotation_x(kCosObliquity, -kSinObliquity);
+// The J2000 ecliptic of the elements to the equator.
+constexpr solsys::Mat3 kEquatorFromEcliptic =
+    solsys::rotation_x(solsys::kCosObliquityOfElements, -solsys::kSinObliquityOfElements);
 
 // The reader of a library that has no catalogue beside it.
 class EmptyReader final : public DwarfPlanetsIO {

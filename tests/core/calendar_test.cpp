@@ -7,6 +7,7 @@
 #include <limits>
 #include <string>
 
+#include "core/calendar.h"
 #include "tests/support/csv.h"
 
 namespace {
@@ -70,8 +71,9 @@ TEST(Calendar, EveryDayFollowsTheOneBefore) {
             const Split s = split_of(d.year, d.month, d.day);
             ASSERT_TRUE(s.day == jd && s.fraction == 0.5) << jd;
         }
-        if (year == 1582 && month == 10 && day == 4) day = 14;  // the reform
         const int astronomical = year < 0 ? year + 1 : year;
+        ASSERT_EQ(solsys::civil_date(jd + 1), (solsys::CivilDate{astronomical, month, day}));
+        if (year == 1582 && month == 10 && day == 4) day = 14;  // the reform
         const bool gregorian = jd >= 2299160;
         const bool leap = astronomical % 4 == 0 &&
                           (!gregorian || astronomical % 100 != 0 || astronomical % 400 == 0);

@@ -5,7 +5,7 @@
 #include <map>
 #include <random>
 
-#include "ephemeris/satellites/sincos.h"
+#include "ephemeris/satellites/turns.h"
 #include "tests/ephemeris/satellites/satellite_fixture.h"
 
 using namespace solsys;
@@ -127,15 +127,15 @@ TEST(SinCos, AgreesWithExtendedPrecision) {
         std::uniform_real_distribution<double> arguments(-range, range);
         for (int k = 0; k < 20000; ++k) {
             const double x = arguments(random);
-            const satellites::SinCos value = satellites::sincos(x);
-            EXPECT_NEAR(value.s, static_cast<double>(std::sin(reduced(x))), 2.3e-16) << x;
-            EXPECT_NEAR(value.c, static_cast<double>(std::cos(reduced(x))), 2.3e-16) << x;
+            const SinCos value = sin_cos(x);
+            EXPECT_NEAR(value.sin, static_cast<double>(std::sin(reduced(x))), 2.3e-16) << x;
+            EXPECT_NEAR(value.cos, static_cast<double>(std::cos(reduced(x))), 2.3e-16) << x;
         }
     }
-    EXPECT_TRUE(std::isnan(satellites::sincos(NAN).s));
+    EXPECT_TRUE(std::isnan(sin_cos(NAN).sin));
     for (const double x : {1e9, -1e12, 1e15}) {
-        const satellites::SinCos value = satellites::sincos(x);
-        EXPECT_NEAR(std::hypot(value.s, value.c), 1, 0.5) << x;
+        const SinCos value = sin_cos(x);
+        EXPECT_NEAR(std::hypot(value.sin, value.cos), 1, 0.5) << x;
     }
 }
 

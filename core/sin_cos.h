@@ -5,19 +5,25 @@
 #pragma once
 
 #include <bit>
-#include <cstddef>
+#include <cmath>
 #include <cstdint>
 
-#include "core/constants.h"
-#include "core/linalg.h"
-
-namespace solsys::satellites {
+namespace solsys {
 
 struct SinCos {
-    double s, c;
+    double sin, cos;
+
+    // Those of the sum and of the opposite of angles.
+    friend constexpr SinCos operator+(SinCos a, SinCos b) {
+        return {a.sin * b.cos + a.cos * b.sin, a.cos * b.cos - a.sin * b.sin};
+    }
+    constexpr SinCos operator-() const { return {-sin, cos}; }
 };
 
-constexpr SinCos sincos(double x) {
+// By the standard library: any angle.
+inline SinCos library_sin_cos(double x) { return {std::sin(x), std::cos(x)}; }
+
+constexpr SinCos sin_cos(double x) {
     // pi/2 in three pieces; the first two have 33 significant bits, so that their products with
     // a quadrant number below 2^20 are exact.
     constexpr double kHalfPiHigh = 0x1.921fb544p+0;
@@ -61,17 +67,4 @@ constexpr SinCos sincos(double x) {
             std::bit_cast<double>(c ^ ((quadrant + 1) & 2) << 62)};
 }
 
-// Rotations of a vector (not of the frame) by a positive angle, as the theories give them.
-constexpr Mat3 turn_x(double angle) {
-    const SinCos a = sincos(angle);
-    return rotation_x(a.c, -a.s);
-}
-constexpr Mat3 turn_z(double angle) {
-    const SinCos a = sincos(angle);
-    return rotation_z(a.c, -a.s);
-}
-
-// From the J2000 ecliptic to the equator; obliquity of the IAU 1976 system.
-constexpr Mat3 kEquatorFromEcliptic = turn_x(84381.448 * kArcsec);
-
-}  // namespace solsys::satellites
+}  // namespace solsys
