@@ -81,7 +81,7 @@ double EncodeRightAscension(double angle) {
 }
 
 void DecodeRightAscension(double e, double* cosine, double* sine) {
-    const auto [c, s] = solsys::decode(e);
+    const auto [s, c] = solsys::decode(e);
     *cosine = c;
     *sine = s;
 }
