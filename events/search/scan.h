@@ -13,7 +13,7 @@
 
 namespace solsys::search {
 
-constexpr double kSecond = 1.1574074074074074e-05;  // day
+constexpr double kSecond = 1.1574074074074073e-05;  // day
 
 struct Sample {
     double t = 0;
@@ -87,6 +87,23 @@ Sample root(Function&& f, const Bracket& bracket, double t_tol) {
     };
     const double t = zeroin(bracket.a.t, bracket.b.t, remembered, t_tol);
     return {t, t == last.t ? last.f : remembered(t)};
+}
+
+// Root of f in a bracket, either end first, by halving it until |f| is at most f_tol or it is
+// no longer than t_tol. Takes the ends' values by their signs alone. The middle that came last.
+template <class Function>
+Sample bisection(Function&& f, Bracket x, double f_tol, double t_tol) {
+    constexpr int most_passes = 100;
+    Sample middle;
+    for (int pass = 0; pass < most_passes; ++pass) {
+        middle.t = x.a.t + (x.b.t - x.a.t) / 2;
+        middle.f = f(middle.t);
+        if (std::fabs(x.b.t - x.a.t) <= t_tol || std::fabs(middle.f) <= f_tol ||
+            std::isnan(middle.f))
+            break;
+        ((middle.f > 0) == (x.b.f > 0) ? x.b : x.a) = middle;
+    }
+    return middle;
 }
 
 // Root of f by false position, without safeguards: until |f| is below f_tol or the bracket no

@@ -12,6 +12,20 @@ namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
+// The model answers for an asteroid or a comet that it does not know with the Sun's place.
+bool is_known(CSWSolSys& model, const SSO_ID& id) {
+    double state[3];
+    switch (id.type) {
+        case SSO_ASTR:
+        case SSO_COMT:
+        case SSO_FAST:
+        case SSO_FCOM:
+            return model.GetVecCentre2K(id, 0, state);
+        default:
+            return true;
+    }
+}
+
 }  // namespace
 
 double& SkyAt::light_time(const SSO_ID& id) {
@@ -21,18 +35,21 @@ double& SkyAt::light_time(const SSO_ID& id) {
     return light_times_.back().days;
 }
 
-bool SkyAt::at(double jd_tt) {
-    if (!is_instant(jd_tt)) return false;
-    const Instant t = split(jd_tt);
-    model_.UpdateSys(t.day, t.fraction);
-    jd_ = jd_tt;
-    return true;
+bool SkyAt::at(double jd_tt) { return is_instant(jd_tt) && at(split(jd_tt)); }
+
+bool SkyAt::at(Instant tt) {
+    if (!is_instant(tt.jd())) return false;
+    model_.UpdateSys(tt.day, tt.fraction);
+    now_ = tt;
+    const OBSERVER& observer = model_.GetObserver();
+    double state[3];
+    return model_.GetHelVec2K(SSO_ID(observer.body_type, observer.body_number), 0, state);
 }
 
 std::optional<Place> SkyAt::apparent(const SSO_ID& id) {
     double& tau = light_time(id);
     double place[3];
-    if (!model_.GetRADecVis(id, place, tau)) {
+    if (!is_known(model_, id) || !model_.GetRADecVis(id, place, tau)) {
         tau = 0;
         return std::nullopt;
     }
@@ -44,7 +61,7 @@ std::optional<Place> SkyAt::apparent(const SSO_ID& id) {
 std::optional<SkyAt::Direction> SkyAt::direction(const SSO_ID& id) {
     double& tau = light_time(id);
     double u[4];
-    if (!model_.GetSSOVisVec2K(id, u, tau)) {
+    if (!is_known(model_, id) || !model_.GetSSOVisVec2K(id, u, tau)) {
         tau = 0;
         return std::nullopt;
     }
@@ -64,18 +81,22 @@ std::optional<Horizontal> SkyAt::horizontal(const SSO_ID& id) {
     return horizontal(*place);
 }
 
-double SkyAt::sine_of_altitude(const SSO_ID& id) {
+std::optional<Vec3> SkyAt::from_horizon(const SSO_ID& id) {
     const auto place = apparent(id);
-    if (!place) return kNone;
+    if (!place) return std::nullopt;
     double v[3] = {std::cos(place->dec) * std::cos(place->ra),
                    std::cos(place->dec) * std::sin(place->ra), std::sin(place->dec)};
     model_.VecFromRAToAzm(v, v);
-    return v[2] / norm(load(v));
+    return unit(load(v));
+}
+
+double SkyAt::sine_of_altitude(const SSO_ID& id) {
+    const auto v = from_horizon(id);
+    return v ? v->z : kNone;
 }
 
 double SkyAt::sidereal_time() const {
-    const Instant t = split(jd_);
-    return SiderialTime(true, t.day, t.fraction) + model_.GetObserver().location[1];
+    return SiderialTime(true, now_.day, now_.fraction) + model_.GetObserver().location[1];
 }
 
 double semidiameter(double radius_km, double distance_au) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "core/instant.h"
 #include "core/linalg.h"
 #include "solsys/solar_system.h"
 
@@ -30,11 +31,17 @@ class SkyAt {
   public:
     explicit SkyAt(CSWSolSys& model) : model_(model) {}
 
-    // Everything below then holds for this instant. False when the date is none.
+    // Everything below then holds for this instant. False when the date is none, or the
+    // observer's body cannot be computed there.
     bool at(double jd_tt);
-    [[nodiscard]] double jd_tt() const { return jd_; }
+    bool at(Instant tt);
 
+    // Asteroids and comets of no table, which the model shows at the Sun, are empty here.
     std::optional<Place> apparent(const SSO_ID& id);
+    // Both in one.
+    std::optional<Place> apparent(const SSO_ID& id, double jd_tt) {
+        return at(jd_tt) ? apparent(id) : std::nullopt;
+    }
     // J2000 equator, a unit vector (beyond the reach of light time: the geometric vector) and
     // the distance.
     struct Direction {
@@ -45,6 +52,8 @@ class SkyAt {
 
     [[nodiscard]] Horizontal horizontal(const Place& place) const;
     std::optional<Horizontal> horizontal(const SSO_ID& id);
+    // Unit vector north, west, zenith.
+    std::optional<Vec3> from_horizon(const SSO_ID& id);
     // Sine of the altitude of the centre.
     double sine_of_altitude(const SSO_ID& id);
 
@@ -63,7 +72,7 @@ class SkyAt {
         double days = 0;  // 0: none known
     };
     CSWSolSys& model_;
-    double jd_ = 0;
+    Instant now_{};
     std::vector<LightTime> light_times_;  // of the few objects of a search
 };
 

@@ -1,81 +1,63 @@
 // Culminations between two instants: by the hour angle, and of spacecraft by the altitude.
 #include <algorithm>
 #include <cmath>
-#include <utility>
+#include <limits>
 
+#include "events/search/scan.h"
 #include "events/visibility/hour_angle.h"
 #include "events/visibility/state.h"
 
-using solsys::visibility::Horizontal;
-using solsys::visibility::passage;
-using solsys::visibility::Track;
-using solsys::visibility::usable;
+using solsys::search::is_instant;
+using solsys::search::kSecond;
+using solsys::visibility::SkyAt;
 
 namespace {
 
-constexpr double kMinute = 0.0006944444444444445;   // day
-constexpr double kSecond = 1.1574074074074073e-05;  // day
-constexpr double kLongestSpan = 366;                // day, of a walk by minutes
+constexpr double kMinute = 0.0006944444444444445;  // day
+constexpr double kLongestSpan = 366;               // day, of a walk by minutes
 // Below any altitude.
 constexpr double kNoAltitude = -10.0;
 
-// The altitude, or what is below it, so that the extremum wanted is a maximum.
-struct Height {
-    Track& track;
-    double sense;  // 1 a maximum is wanted, -1 a minimum
-    bool at(double t, double& height) {
-        if (!track.at(t)) return false;
-        height = sense * track.horizontal().altitude;
-        return true;
-    }
-};
-
 bool wants_maximum(double hour_angle) { return std::cos(hour_angle) > 0; }
 
-// Maximum of the height between two instants around it, by golden sections.
-bool refine(Height& height, double a, double b, double& t, double& best) {
-    constexpr double golden = 0.6180339887498949;
-    double left = b - golden * (b - a), right = a + golden * (b - a);
-    double at_left = 0, at_right = 0;
-    if (!height.at(left, at_left) || !height.at(right, at_right)) return false;
-    while (b - a > kSecond) {
-        if (at_left >= at_right) {
-            b = right, right = left, at_right = at_left;
-            left = b - golden * (b - a);
-            if (!height.at(left, at_left)) return false;
-        } else {
-            a = left, left = right, at_left = at_right;
-            right = a + golden * (b - a);
-            if (!height.at(right, at_right)) return false;
-        }
-    }
-    t = a + (b - a) / 2;
-    return height.at(t, best);
+// The altitude times `sense` (1: a maximum is wanted, -1: a minimum), so that the extremum
+// wanted is a maximum.
+auto height_of(SkyAt& sky, const SSO_ID& id, double sense) {
+    return [&sky, id, sense](double t) {
+        const auto place = sky.apparent(id, t);
+        return place ? sense * sky.horizontal(*place).altitude
+                     : std::numeric_limits<double>::quiet_NaN();
+    };
 }
 
 }  // namespace
 
 bool CSWVisibility::GetCulmination(SSO_ID* id, double from, double to, double* time,
                                    double* altitude, double hourAngle) {
-    if (id == nullptr || !state_->model) return false;
+    if (id == nullptr || time == nullptr || altitude == nullptr || !state_->model) return false;
     if (id->type == SSO_FSCO || id->type == SSO_USCO)
         return GetCulmination4Spacecraft2(id, from, to, time, altitude, hourAngle);
-    if (!usable(from) || !usable(to) || !std::isfinite(hourAngle)) return false;
+    if (!is_instant(from) || !is_instant(to) || !std::isfinite(hourAngle)) return false;
 
-    Track track(*state_->model, *id);
+    SkyAt sky(*state_->model);
     const double start = from + (to - from) * (hourAngle > 0 ? 0.75 : 0.25);
-    const auto t = passage(track, start, hourAngle);
-    if (!t) return false;
-    *time = *t;
-    *altitude = track.horizontal().altitude;
-    return from <= *t && *t <= to;
+    // Sidereal time plus the angle given equals the right ascension: an hour angle of its
+    // negative.
+    const auto found = solsys::visibility::passage(sky, *id, start, -hourAngle);
+    if (!found) return false;
+    *time = found->time;
+    *altitude = sky.horizontal(found->place).altitude;
+    return from <= *time && *time <= to;
 }
 
 bool CSWVisibility::GetCulmination4Spacecraft(SSO_ID* id, double from, double to, double* time,
                                               double* altitude, double hourAngle) {
-    if (id == nullptr || !state_->model || !usable(from) || !usable(to)) return false;
-    Track track(*state_->model, *id);
-    Height height{track, hourAngle == 0 ? 1.0 : -1.0};
+    if (id == nullptr || time == nullptr || altitude == nullptr || !state_->model ||
+        !is_instant(from) || !is_instant(to))
+        return false;
+    SkyAt sky(*state_->model);
+    const double sense = hourAngle == 0 ? 1.0 : -1.0;
+    const auto height = height_of(sky, *id, sense);
 
     const bool backwards = hourAngle < 0;
     const double start = backwards ? to : from;
@@ -83,10 +65,9 @@ bool CSWVisibility::GetCulmination4Spacecraft(SSO_ID* id, double from, double to
     double t = start;
     double step = backwards ? -kMinute : kMinute;
     double previous = kNoAltitude;
-    double best = 0;
     while (std::fabs(step) > kSecond) {
-        double here = 0;
-        if (std::fabs(t - start) > span + kMinute || !height.at(t, here)) return false;
+        const double here = height(t);
+        if (std::fabs(t - start) > span + kMinute || std::isnan(here)) return false;
         if (here > previous) {
             previous = here;
             t += step;
@@ -97,36 +78,38 @@ bool CSWVisibility::GetCulmination4Spacecraft(SSO_ID* id, double from, double to
             previous = kNoAltitude;
         }
     }
-    if (!height.at(t, best)) return false;
+    const double best = height(t);
+    if (std::isnan(best)) return false;
     *time = t;
-    *altitude = height.sense * best;
+    *altitude = sense * best;
     return std::min(from, to) <= t && t <= std::max(from, to);
 }
 
 bool CSWVisibility::GetCulmination4Spacecraft2(SSO_ID* id, double from, double to, double* time,
                                                double* altitude, double hourAngle) {
-    if (id == nullptr || !state_->model || !usable(from) || !usable(to) || !(from < to))
+    using namespace solsys::search;
+    if (id == nullptr || time == nullptr || altitude == nullptr || !state_->model ||
+        !is_instant(from) || !is_instant(to) || !(from < to))
         return false;
-    Track track(*state_->model, *id);
-    Height height{track, wants_maximum(hourAngle) ? 1.0 : -1.0};
+    SkyAt sky(*state_->model);
+    const double sense = wants_maximum(hourAngle) ? 1.0 : -1.0;
+    const auto height = height_of(sky, *id, sense);
 
-    // Three instants a step apart: the middle one the highest is what is looked for.
-    const double step = hourAngle < 0 ? -kMinute : kMinute;
-    double t = hourAngle < 0 ? to : from;
-    double first = 0, second = 0;
-    if (!height.at(t, first) || !height.at(t += step, second)) return false;
-    const double span = std::min(to - from, kLongestSpan);
-    for (double passed = 2 * kMinute; passed <= span; passed += kMinute) {
-        double third = 0;
-        if (!height.at(t + step, third)) return false;
-        if (second >= first && second > third) {
-            double best = 0;
-            if (!refine(height, t - kMinute, t + kMinute, *time, best)) return false;
-            *altitude = height.sense * best;
-            return true;
-        }
-        t += step;
-        first = std::exchange(second, third);
-    }
-    return false;
+    // From the end that the walk starts from, in its direction, and a step beyond both ends.
+    const double origin = hourAngle < 0 ? to : from;
+    const double direction = hourAngle < 0 ? -1.0 : 1.0;
+    const double length = std::min(to - from, kLongestSpan);
+    const auto walked = [&](double x) { return height(origin + direction * x); };
+    Span walk{-kMinute, length + kMinute, -kMinute};
+    Sample top;
+    const bool none = scan_maxima(
+        walk, Control{}, walked, [](const Sample&) { return kMinute; },
+        [&](const Bracket& x) {
+            top = maximum(walked, x.a.t, x.b.t, 0.1 * kSecond);
+            return top.t < -kSecond || top.t > length + kSecond;
+        });
+    if (none) return false;
+    *time = std::clamp(origin + direction * top.t, from, to);
+    *altitude = sense * top.f;
+    return true;
 }

@@ -1,7 +1,7 @@
 // How an object looks at an instant.
-#include <cmath>
-
 #include "core/constants.h"
+#include "events/search/sky_at.h"
+#include "events/search/span.h"
 #include "events/visibility/state.h"
 #include "solsys/time_scales.h"
 
@@ -14,22 +14,26 @@ bool CSWVisibility::GetCurVisibility(OBSERVER* observer, tagCURVISIBILITY* v) {
     v->flag = 0;
     v->horizontal = 0;
     v->semidiameter = -1;
+    if (!solsys::search::is_instant(v->day + v->fraction)) return false;
 
     const double delta_t = ET_UT::Get(v->day, v->fraction);
     const double fraction = v->fraction + delta_t / solsys::kSecondsPerDay;
     model.SetTime(v->day, fraction, true);
     s.take_observer(observer);
-    model.UpdateSys(v->day, fraction);
-    double place[3];
-    if (!std::isfinite(v->fraction) || !model.GetRADecVis(id, place, 0.0)) return false;
-    v->distance = place[0];
-    v->ra = place[1];
-    v->dec = place[2];
+    solsys::search::SkyAt sky(model);
+    const auto place = sky.at({v->day, fraction}) ? sky.apparent(id) : std::nullopt;
+    if (!place) return false;
+    v->distance = place->distance;
+    v->ra = place->ra;
+    v->dec = place->dec;
     const double radius_km = model.GetRadiEq(id);
-    if (radius_km > 0) v->semidiameter = std::atan(radius_km / (place[0] * solsys::kAuKm));
+    if (radius_km > 0)
+        v->semidiameter = solsys::search::semidiameter(radius_km, place->distance);
     if (s.observer.kind == LOCATION_SURFACE) {
         v->horizontal = 1;
-        model.FromRAToAzm(false, &v->ra, &v->dec, &v->azimuth, &v->altitude);
+        const auto h = sky.horizontal(*place);
+        v->azimuth = h.azimuth;
+        v->altitude = h.altitude;
     }
     model.GetMagnitude(id, &v->magnitude);
     model.PhaseElongation(id, &v->phase_angle, &v->illuminated, &v->elongation, &v->bright_limb,

@@ -3,49 +3,60 @@
 #include <limits>
 
 #include "core/constants.h"
+#include "events/search/scan.h"
 #include "events/visibility/hour_angle.h"
 #include "events/visibility/state.h"
 
-using solsys::visibility::Horizontal;
-using solsys::visibility::Track;
-using solsys::visibility::usable;
+using solsys::search::is_instant;
+using namespace solsys::visibility;
 
 namespace {
 
-constexpr double kTolerance = 3.8580246913580246e-5;   // day: 3 1/3 s
+constexpr double kTolerance = 3.8580246913580246e-5;   // turn: 3 1/3 s
 constexpr double kSameAltitude = 9.69627362219072e-5;  // rad: 20 arcsec
+constexpr double kArcsec10 = 4.84813681109536e-05;     // rad
 constexpr int kMostFailures = 4;
 constexpr int kMostPasses = 1001;
 
-bool converge(Track& track, double elevation, double start, double& event_time, double& azimuth,
-              short sign) {
+// The hour angle wanted for a declination: where it never stands at the elevation, that of the
+// culmination nearest to it.
+struct Wanted {
+    double hour_angle = 0;
+    bool crosses = false;
+};
+Wanted nearest_hour_angle(double elevation, double lat, double dec) {
+    const auto level = level_hour_angle(elevation, lat, dec);
+    const bool too_high = !level.crosses && elevation >= at_hour_angle(0, dec, lat).altitude;
+    return {too_high ? 0.0 : level.hour_angle, level.crosses};
+}
+
+// The answer at an instant that the iteration came to.
+bool answer(SkyAt& sky, const SSO_ID& id, double t, double elevation, bool crosses,
+            double& event_time, double& azimuth) {
+    const auto place = sky.apparent(id, t);
+    if (!place) return false;
+    const Horizontal there = sky.horizontal(*place);
+    const bool reached = crosses || std::fabs(there.altitude - elevation) <= kSameAltitude;
+    event_time = reached ? t : 0.0;
+    azimuth = there.azimuth;
+    return true;
+}
+
+bool converge(SkyAt& sky, const SSO_ID& id, double elevation, double start, double& event_time,
+              double& azimuth, short sign) {
     double t = start;
-    double correction = 0;  // turns of the hour angle
+    double correction = 0;  // day
     double previous = std::numeric_limits<double>::infinity();
     int failures = 0;
     for (int pass = 0; pass < kMostPasses; ++pass) {
-        t += correction * solsys::visibility::kSolarPerSidereal;
-        if (!track.at(t)) return false;
-        const auto wanted =
-            solsys::visibility::level_hour_angle(elevation, track.latitude(), track.dec());
-        // Above all altitudes it reaches, the level is nearest at the upper culmination.
-        const double highest =
-            solsys::visibility::at_hour_angle(0, track.dec(), track.latitude()).altitude;
-        const double hour_angle =
-            !wanted.crosses && elevation >= highest ? 0.0 : wanted.hour_angle;
-        correction = solsys::visibility::wrapped(track.ra() - track.sidereal_time() -
-                                                 sign * hour_angle) /
-                     solsys::kTwoPi;
-        if (std::fabs(correction) <= kTolerance) {
-            t += correction * solsys::visibility::kSolarPerSidereal;
-            if (!track.at(t)) return false;
-            const Horizontal there = track.horizontal();
-            const bool reached =
-                wanted.crosses || std::fabs(there.altitude - elevation) <= kSameAltitude;
-            event_time = reached ? t : 0.0;
-            azimuth = there.azimuth;
-            return true;
-        }
+        t += correction;
+        const auto place = sky.apparent(id, t);
+        if (!place) return false;
+        const Wanted wanted = nearest_hour_angle(elevation, sky.latitude(), place->dec);
+        correction = time_to_hour_angle(sky, *place, -sign * wanted.hour_angle);
+        if (std::fabs(correction) <= kTolerance * kSolarPerSidereal)
+            return answer(sky, id, t + correction, elevation, wanted.crosses, event_time,
+                          azimuth);
         // The negation also counts what is not a number.
         if (!(std::fabs(correction) < std::fabs(previous)) && ++failures >= kMostFailures)
             return false;
@@ -55,23 +66,17 @@ bool converge(Track& track, double elevation, double start, double& event_time, 
 }
 
 // Spacecraft: the crossing of a monotonic stretch.
-bool bisect(Track& track, double elevation, double from, double to, double& event_time,
-            double& azimuth, short sign) {
-    constexpr int most_halvings = 60;
-    double low = from, high = to;
-    for (int i = 0; i < most_halvings; ++i) {
-        const double middle = low + (high - low) / 2;
-        if (middle > to || !track.at(middle)) return false;
-        const Horizontal there = track.horizontal();
-        if (std::fabs(there.altitude - elevation) <= solsys::visibility::kArcsec10) {
-            event_time = middle;
-            azimuth = there.azimuth;
-            return true;
-        }
-        const bool later = (there.altitude < elevation) == (sign > 0);
-        (later ? low : high) = middle;
-    }
-    return false;
+bool bisect(SkyAt& sky, const SSO_ID& id, double elevation, double from, double to,
+            double& event_time, double& azimuth, short sign) {
+    const auto above = [&](double t) {
+        const auto place = sky.apparent(id, t);
+        return place ? sky.horizontal(*place).altitude - elevation
+                     : std::numeric_limits<double>::quiet_NaN();
+    };
+    const double s = sign > 0 ? 1 : -1;
+    const auto found = solsys::search::bisection(above, {{from, -s}, {to, s}}, kArcsec10, 0);
+    if (!(std::fabs(found.f) <= kArcsec10)) return false;
+    return answer(sky, id, found.t, elevation, true, event_time, azimuth);
 }
 
 }  // namespace
@@ -79,21 +84,21 @@ bool bisect(Track& track, double elevation, double from, double to, double& even
 bool CSWVisibility::GetEventsTimeForElevation(SSO_ID* id, double elevation, double time,
                                               double& eventTime, double& azimuth, short sign) {
     eventTime = 0;
-    if (id == nullptr || !state_->model || !usable(time) || !std::isfinite(elevation))
+    if (id == nullptr || !state_->model || !is_instant(time) || !std::isfinite(elevation))
         return false;
-    Track track(*state_->model, *id);
-    return converge(track, elevation, time, eventTime, azimuth, sign);
+    SkyAt sky(*state_->model);
+    return converge(sky, *id, elevation, time, eventTime, azimuth, sign);
 }
 
 bool CSWVisibility::GetEventsTimeForElevation(SSO_ID* id, double elevation, double from,
                                               double to, double& eventTime, double& azimuth,
                                               short sign) {
     eventTime = 0;
-    if (id == nullptr || !state_->model || !usable(from) || !usable(to) ||
+    if (id == nullptr || !state_->model || !is_instant(from) || !is_instant(to) ||
         !std::isfinite(elevation))
         return false;
-    Track track(*state_->model, *id);
+    SkyAt sky(*state_->model);
     if (id->type == SSO_FSCO || id->type == SSO_USCO)
-        return bisect(track, elevation, from, to, eventTime, azimuth, sign);
-    return converge(track, elevation, sign > 0 ? from : to, eventTime, azimuth, sign);
+        return bisect(sky, *id, elevation, from, to, eventTime, azimuth, sign);
+    return converge(sky, *id, elevation, sign > 0 ? from : to, eventTime, azimuth, sign);
 }

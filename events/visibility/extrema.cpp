@@ -3,19 +3,23 @@
 #include <cmath>
 
 #include "core/constants.h"
-#include "events/visibility/altitude_rate.h"
+#include "events/search/scan.h"
+#include "events/visibility/altitude.h"
 #include "events/visibility/state.h"
 
-using solsys::visibility::AltitudeSine;
-using solsys::visibility::usable;
+using solsys::search::is_instant;
+using solsys::search::kSecond;
+using solsys::search::SkyAt;
+using solsys::visibility::altitude_rate;
+using solsys::visibility::sine_of_altitude;
 
 namespace {
 
-constexpr double kSecond = 1.1574074074074073e-5;      // day
 constexpr double kHalfSecond = 5.787037037037037e-06;  // day
 constexpr double kUserOrbit = 0.028935185185185185;    // day: 2500 s
 constexpr int kMostSteps = 1000000;
-constexpr int kMostExtrema = 100000;
+// Of one kind: about 40 years of days.
+constexpr int kMostExtrema = 30000;
 
 // The time in which a host's spacecraft would go round at the speed of its pericentre.
 double user_object_period(CSWSolSys& model, const SSO_ID& id) {
@@ -29,8 +33,9 @@ double user_object_period(CSWSolSys& model, const SSO_ID& id) {
     return std::isfinite(period) && period > 0 ? period : kUserOrbit;
 }
 
-// A step that misses no extremum [day]: half of the time after which the object stands over
-// the same place of the observer's body again, as short as that can be.
+// The step between looks at the rate [day]: half of the time after which the object stands over
+// the same place of the observer's body again, as short as that can be. Two extrema within a
+// step, as there are within a few degrees of a pole, are passed over together.
 double extremum_step(CSWSolSys& model, const SSO_ID& id) {
     const double period =
         id.type == SSO_USCO ? user_object_period(model, id) : model.GetOrbitalPeriod(id);
@@ -49,15 +54,26 @@ struct Extremum {
     double sine = 0;
 };
 
-Extremum next_extremum(CSWSolSys& model, AltitudeSine& altitude, const SSO_ID& id, double from,
-                       double span) {
-    if (!usable(from) || !usable(from + span)) return {};
+// The altitude of an object of the search.
+struct Altitude {
+    SkyAt sky;
+    SSO_ID id;
+    double step;
+    Altitude(CSWSolSys& model, const SSO_ID& object)
+        : sky(model), id(object), step(extremum_step(model, object)) {}
+    double rate(double t) { return altitude_rate(sky, id, t); }
+    double sine(double t) { return sine_of_altitude(sky, id, t); }
+};
+
+Extremum next_extremum(Altitude& altitude, double from, double span) {
+    if (!is_instant(from) || !is_instant(from + span)) return {};
     double rate = altitude.rate(from);
     if (rate == 0) {
         const int kind = altitude.rate(from + kHalfSecond) > 0 ? -1 : 1;
         return {kind, from, altitude.sine(from)};
     }
-    const double step = std::copysign(extremum_step(model, id), span);
+    const auto rate_at = [&](double t) { return altitude.rate(t); };
+    const double step = std::copysign(altitude.step, span);
     const double end = from + span;
     double t = from;
     for (int i = 0; i < kMostSteps && t != end; ++i) {
@@ -67,12 +83,9 @@ Extremum next_extremum(CSWSolSys& model, AltitudeSine& altitude, const SSO_ID& i
         const int kind = rate * step > 0 ? 1 : -1;  // as it is met going forward in time
         if (next_rate == 0) return {kind, next, altitude.sine(next)};
         if (rate * next_rate < 0) {
-            double a = t, b = next;
-            while (std::fabs(b - a) > kSecond) {
-                const double middle = a + (b - a) / 2;
-                (altitude.rate(middle) * rate > 0 ? a : b) = middle;
-            }
-            const double found = a + (b - a) / 2;
+            const double found =
+                solsys::search::bisection(rate_at, {{t, rate}, {next, next_rate}}, -1, kSecond)
+                    .t;
             return {kind, found, altitude.sine(found)};
         }
         t = next;
@@ -82,11 +95,10 @@ Extremum next_extremum(CSWSolSys& model, AltitudeSine& altitude, const SSO_ID& i
 }
 
 // The first extremum of a kind on the wanted side of a level.
-Extremum next_beyond(CSWSolSys& model, AltitudeSine& altitude, const SSO_ID& id, double from,
-                     double span, int kind, double level) {
+Extremum next_beyond(Altitude& altitude, double from, double span, int kind, double level) {
     const double end = from + span;
     for (int i = 0; i < kMostExtrema; ++i) {
-        const Extremum e = next_extremum(model, altitude, id, from, end - from);
+        const Extremum e = next_extremum(altitude, from, end - from);
         if (e.kind == 0 || (e.kind == kind && (e.sine - level) * kind > 0)) return e;
         from = e.time + std::copysign(kSecond, span);
         if ((end - from) * span <= 0) return {};
@@ -94,22 +106,31 @@ Extremum next_beyond(CSWSolSys& model, AltitudeSine& altitude, const SSO_ID& id,
     return {};
 }
 
-double crossing(AltitudeSine& altitude, double below, double above, double level) {
-    while (std::fabs(above - below) > kSecond) {
-        const double middle = below + (above - below) / 2;
-        (altitude.sine(middle) < level ? below : above) = middle;
+// The culmination above the level: the one before, when the object is up and past it; else the
+// next. The sine is compared with the angle itself.
+Extremum culmination_near(Altitude& altitude, double time, double span, double elevation) {
+    const double level = std::sin(elevation);
+    Extremum last{-1, time, 0};
+    if (!(altitude.sine(time) < elevation)) {
+        last = next_extremum(altitude, time, -span);
+        if (last.kind == 0 || (last.kind > 0 && last.sine > level)) return last;
     }
-    return below + (above - below) / 2;
+    const double from = last.time + kSecond;
+    return next_beyond(altitude, from, time + span - from, 1, level);
+}
+
+double crossing(Altitude& altitude, double below, double above, double level) {
+    const auto height = [&](double t) { return altitude.sine(t) - level; };
+    return solsys::search::bisection(height, {{below, -1}, {above, 1}}, -1, kSecond).t;
 }
 
 }  // namespace
 
 int CSWVisibility::FindObjSinAltMinMax(SSO_ID* id, double from, double span, double* time,
                                        double* value) {
-    if (id == nullptr || !state_->model) return 0;
-    CSWSolSys& model = *state_->model;
-    AltitudeSine altitude(model, *id);
-    const Extremum e = next_extremum(model, altitude, *id, from, span);
+    if (id == nullptr || time == nullptr || value == nullptr || !state_->model) return 0;
+    Altitude altitude(*state_->model, *id);
+    const Extremum e = next_extremum(altitude, from, span);
     if (e.kind == 0) return 0;
     *time = e.time;
     *value = e.sine;
@@ -118,41 +139,31 @@ int CSWVisibility::FindObjSinAltMinMax(SSO_ID* id, double from, double span, dou
 
 bool CSWVisibility::FindNearestRiseSetTimes(SSO_ID* id, double time, double span,
                                             double elevation, double* times, double* azimuths) {
-    if (id == nullptr || !state_->model || !usable(time) || !(span > 0) ||
-        !usable(time + span) || !usable(time - span) || !std::isfinite(elevation))
+    if (id == nullptr || times == nullptr || !state_->model || !is_instant(time) ||
+        !(span > 0) || !is_instant(time + span) || !is_instant(time - span) ||
+        !std::isfinite(elevation))
         return false;
-    CSWSolSys& model = *state_->model;
-    AltitudeSine altitude(model, *id);
+    Altitude altitude(*state_->model, *id);
     const double level = std::sin(elevation);
-
-    // The culmination: the one before, when the object is up and past it; else the next. The
-    // sine is compared with the angle itself.
-    Extremum last{-1, time, 0};
-    if (!(altitude.sine(time) < elevation)) {
-        last = next_extremum(model, altitude, *id, time, -span);
-        if (last.kind == 0) return false;
-    }
-    Extremum top = last;
-    if (!(last.kind > 0 && last.sine > level)) {
-        const double from = last.time + kSecond;
-        top = next_beyond(model, altitude, *id, from, time + span - from, 1, level);
-        if (top.kind == 0) return false;
-    }
-    const Extremum before = next_beyond(model, altitude, *id, top.time - kSecond,
+    const Extremum top = culmination_near(altitude, time, span, elevation);
+    if (top.kind == 0) return false;
+    const Extremum before = next_beyond(altitude, top.time - kSecond,
                                         -(top.time - kSecond - (time - span)), -1, level);
     if (before.kind == 0) return false;
-    const Extremum after =
-        next_beyond(model, altitude, *id, top.time + kSecond, span, -1, level);
+    const Extremum after = next_beyond(altitude, top.time + kSecond, span, -1, level);
     if (after.kind == 0) return false;
 
     times[0] = crossing(altitude, before.time, top.time, level);
     times[1] = top.time;
     times[2] = crossing(altitude, after.time, top.time, level);
     if (azimuths != nullptr) {
-        const auto or_full_turn = [](double a) { return std::isnan(a) ? solsys::kTwoPi : a; };
-        azimuths[0] = or_full_turn(altitude.azimuth(times[0]));
+        const auto azimuth_at = [&](double t) {
+            const double a = solsys::visibility::azimuth(altitude.sky, *id, t);
+            return std::isnan(a) ? solsys::kTwoPi : a;
+        };
+        azimuths[0] = azimuth_at(times[0]);
         azimuths[1] = std::asin(std::clamp(top.sine, -1.0, 1.0));
-        azimuths[2] = or_full_turn(altitude.azimuth(times[2]));
+        azimuths[2] = azimuth_at(times[2]);
     }
     return true;
 }

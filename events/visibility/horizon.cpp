@@ -2,9 +2,12 @@
 #include <algorithm>
 
 #include "core/constants.h"
+#include "events/search/span.h"
 #include "events/visibility/state.h"
 
-using solsys::visibility::et_from_ut;
+using solsys::search::is_instant;
+using solsys::search::split;
+using solsys::search::tt_from_ut;
 
 namespace {
 
@@ -16,7 +19,7 @@ const std::vector<SpherePoint>* CSWVisibility::GetHorizon(int day, double fracti
                                                           OBSERVER* observer, short count) {
     State& s = *state_;
     s.horizon.clear();
-    if (!s.model) return &s.horizon;
+    if (!s.model || !is_instant(day + fraction)) return &s.horizon;
     s.model->SetTime(day, fraction, true);
     s.take_observer(observer);
     for (int i = 0; i < count; ++i) {
@@ -34,29 +37,30 @@ const std::vector<SpherePoint>* CSWVisibility::GetHorizon(int day, double fracti
 int CSWVisibility::GetZenith(int day, double fraction, OBSERVER* observer, double* morning,
                              double* evening) {
     State& s = *state_;
+    if (morning == nullptr || evening == nullptr) return 0;
     std::fill(morning, morning + 4, kNone);
     std::fill(evening, evening + 4, kNone);
     if (!s.model) return 0;
 
-    const auto zenith = [&s](double jd_et, double* out) {
+    const auto zenith = [&s](double jd_tt, double* out) {
         const double azimuth = 0, altitude = solsys::kHalfPi;
-        const int whole = static_cast<int>(jd_et);
-        s.model->UpdateSys(whole, jd_et - whole);
+        const solsys::Instant t = split(jd_tt);
+        s.model->UpdateSys(t.day, t.fraction);
         s.model->FromAzmToRA(false, &azimuth, &altitude, out, out + 1);
     };
     const double start = day + fraction;
     InitSearch(start, start + 1, SSO_ID(SSO_PLNT, 10), observer);
     VISIBILITY sun;
     if (!SearchNext(&sun)) {
-        if (!solsys::visibility::usable(start)) return 0;
-        zenith(et_from_ut(start), morning);
+        if (!is_instant(start)) return 0;
+        zenith(tt_from_ut(start), morning);
         std::copy(morning, morning + 2, evening);
         return 0;
     }
     int crossed = 0;
     const auto show = [&](double time_ut, double* out) {
         if (time_ut == 0) return;
-        zenith(et_from_ut(time_ut), out);
+        zenith(tt_from_ut(time_ut), out);
         if (time_ut != sun.transit) ++crossed;
     };
     show(sun.dawn, morning);
@@ -66,8 +70,9 @@ int CSWVisibility::GetZenith(int day, double fraction, OBSERVER* observer, doubl
     return crossed;
 }
 
-void CSWVisibility::GetMtrxEq_Ec(int day, double fraction, double* matrix) {
-    if (!state_->model) return;
+bool CSWVisibility::GetMtrxEq_Ec(int day, double fraction, double* matrix) {
+    if (matrix == nullptr || !state_->model || !is_instant(day + fraction)) return false;
     state_->model->SetTime(day, fraction, true);
     std::copy_n(state_->model->GetMtrxEqCur_EclCur(), 9, matrix);
+    return true;
 }

@@ -1,64 +1,63 @@
 #include "events/visibility/hour_angle.h"
 
 #include <cmath>
+#include <limits>
 
 #include "core/constants.h"
+#include "events/search/scan.h"
 
 namespace solsys::visibility {
 namespace {
 
-constexpr double kTolerance = 1.1574074074074075e-4;  // day: 10 s
-constexpr double kRefined = 0.1 / kSecondsPerDay;     // day: what may remain
-constexpr int kMostPasses = 1001;
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kRefined = 0.1 / kSecondsPerDay;  // day: what may remain
+
+// A passage: no correction above 10 s is the last. The first one leaves a tenth of itself for
+// an object that moves as fast as the Moon does.
+constexpr search::Rest kPassage{1.1574074074074075e-4, kRefined, 0.1, 1001};
 // Near a level that is barely reached the crossing converges too slowly to be of use; the
 // bracket serves then.
-constexpr int kMostCrossingPasses = 30;
-// What a first correction leaves behind, of itself, for an object that moves as fast as the
-// Moon does.
-constexpr double kFirstRatio = 0.1;
+constexpr search::Rest kCrossing{kPassage.tolerance, kRefined, kPassage.first_ratio, 30};
 
-// Whether what remains after the last correction is small: corrections shrink by an even ratio.
-bool settled(double correction, double previous) {
-    const double c = std::fabs(correction);
-    if (c <= kRefined) return true;
-    if (c > kTolerance) return false;
-    const double ratio = previous != 0 ? c / std::fabs(previous) : kFirstRatio;
-    return c * ratio <= kRefined * (1 - ratio);
-}
-
-// Moves `t` until the hour angle is the one that `wanted` gives for the place at `t`.
+// Moves `t` until the hour angle is the one that `wanted` gives for the place at `t`; the place
+// is that of the last look.
 template <class Wanted>
-bool walk(Track& track, double& t, int most, Wanted&& wanted) {
-    double previous = 0;
-    for (int pass = 0; pass < most; ++pass) {
-        if (!track.at(t)) return false;
-        const double ahead = wrapped(track.ra() + wanted() - track.sidereal_time());
-        const double correction = ahead / kTwoPi * kSolarPerSidereal;
-        if (!std::isfinite(correction)) return false;
-        t += correction;
-        if (settled(correction, previous)) return true;
-        previous = correction;
-    }
-    return false;
-}
-
-// Height of the centre above the level.
-double above(const Track& track, const Level& level) {
-    return track.horizontal().altitude - level.of_centre(track);
+std::optional<Place> walk(SkyAt& sky, const SSO_ID& id, double& t, const search::Rest& rest,
+                          Wanted&& wanted) {
+    std::optional<Place> place;
+    const auto correction = [&](double jd) {
+        place = sky.apparent(id, jd);
+        return place ? time_to_hour_angle(sky, *place, wanted(*place)) : kNone;
+    };
+    if (!search::settle(correction, t, rest)) return std::nullopt;
+    return place;
 }
 
 // The crossing between an instant below the level and one above it.
-std::optional<Crossing> bracketed(Track& track, const Level& level, double below,
-                                  double higher) {
-    while (std::fabs(higher - below) > kRefined) {
-        const double middle = below + (higher - below) / 2;
-        if (!track.at(middle)) return std::nullopt;
-        (above(track, level) < 0 ? below : higher) = middle;
-    }
-    return Crossing{higher, true, track.horizontal()};
+std::optional<Crossing> between(SkyAt& sky, const Target& target, const Level& level,
+                                double below, double above) {
+    const auto height = [&](double t) {
+        const auto place = sky.apparent(target.id, t);
+        if (!place) return kNone;
+        return sky.horizontal(*place).altitude - level.of_centre(target, *place);
+    };
+    const auto found = search::bisection(height, {{below, -1}, {above, 1}}, -1, kRefined);
+    const auto there = sky.horizontal(target.id);
+    if (std::isnan(found.f) || !there) return std::nullopt;
+    return Crossing{found.t, true, *there};
 }
 
 }  // namespace
+
+Horizontal at_hour_angle(double hour_angle, double dec, double lat) {
+    const double north =
+        std::sin(dec) * std::cos(lat) - std::cos(dec) * std::sin(lat) * std::cos(hour_angle);
+    const double west = std::cos(dec) * std::sin(hour_angle);
+    const double up =
+        std::sin(dec) * std::sin(lat) + std::cos(dec) * std::cos(lat) * std::cos(hour_angle);
+    const double azimuth = std::atan2(-west, north);
+    return {azimuth < 0 ? azimuth + kTwoPi : azimuth, std::atan2(up, std::hypot(north, west))};
+}
 
 LevelHourAngle level_hour_angle(double level, double lat, double dec) {
     const double ratio =
@@ -68,37 +67,42 @@ LevelHourAngle level_hour_angle(double level, double lat, double dec) {
     return {std::acos(ratio), true};
 }
 
-std::optional<double> passage(Track& track, double start, double hour_angle) {
-    double t = start;
-    if (!walk(track, t, kMostPasses, [=] { return hour_angle; })) return std::nullopt;
-    return t;
+double time_to_hour_angle(const SkyAt& sky, const Place& place, double hour_angle) {
+    double ahead = std::remainder(place.ra + hour_angle - sky.sidereal_time(), kTwoPi);
+    if (ahead <= -kPi) ahead += kTwoPi;
+    return ahead / kTwoPi * kSolarPerSidereal;
 }
 
-std::optional<Crossing> level_crossing(Track& track, const Level& level, Side side,
-                                       double transit, double transit_dec,
-                                       double transit_level) {
-    const double sense = static_cast<double>(side);
-    const double lat = track.latitude();
-    LevelHourAngle wanted = level_hour_angle(transit_level, lat, transit_dec);
-    const double start = transit + sense * wanted.hour_angle / kTwoPi;
-
+std::optional<Passage> passage(SkyAt& sky, const SSO_ID& id, double start, double hour_angle) {
     double t = start;
-    bool found = walk(track, t, kMostCrossingPasses, [&] {
-        wanted = level_hour_angle(level.of_centre(track), lat, track.dec());
+    const auto place = walk(sky, id, t, kPassage, [=](const Place&) { return hour_angle; });
+    if (!place) return std::nullopt;
+    return Passage{t, *place};
+}
+
+std::optional<Crossing> level_crossing(SkyAt& sky, const Target& target, const Level& level,
+                                       Side side, const Passage& transit) {
+    const double sense = static_cast<double>(side);
+    const double lat = sky.latitude();
+    LevelHourAngle wanted =
+        level_hour_angle(level.of_centre(target, transit.place), lat, transit.place.dec);
+    double t = transit.time + sense * wanted.hour_angle / kTwoPi;
+    auto last = walk(sky, target.id, t, kCrossing, [&](const Place& place) {
+        wanted = level_hour_angle(level.of_centre(target, place), lat, place.dec);
         return sense * wanted.hour_angle;
     });
-    if (found && wanted.crosses) {
-        return Crossing{t, true, at_hour_angle(sense * wanted.hour_angle, track.dec(), lat)};
+    if (last && wanted.crosses) {
+        return Crossing{t, true, at_hour_angle(sense * wanted.hour_angle, last->dec, lat)};
     }
-    if (!found) {
-        t = transit + sense * 0.5;
-        found = walk(track, t, kMostCrossingPasses, [=] { return sense * kPi; });
-        if (!found) return std::nullopt;
+    if (!last) {
+        t = transit.time + sense * 0.5;
+        last = walk(sky, target.id, t, kCrossing, [=](const Place&) { return sense * kPi; });
+        if (!last) return std::nullopt;
     }
     // Above the level at the lower culmination, or else it crosses on the way, however little.
-    const Horizontal lowest = at_hour_angle(sense * kPi, track.dec(), lat);
-    if (lowest.altitude >= level.of_centre(track)) return Crossing{t, false, lowest};
-    return bracketed(track, level, t, transit);
+    const Horizontal lowest = at_hour_angle(sense * kPi, last->dec, lat);
+    if (lowest.altitude >= level.of_centre(target, *last)) return Crossing{t, false, lowest};
+    return between(sky, target, level, t, transit.time);
 }
 
 }  // namespace solsys::visibility

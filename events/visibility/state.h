@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "events/search/search_model.h"
-#include "events/visibility/track.h"
+#include "events/search/span.h"
 #include "solsys/visibility.h"
 
 struct CSWVisibility::State {
@@ -19,9 +19,9 @@ struct CSWVisibility::State {
     [[nodiscard]] double height_km() const;
 
     solsys::search::SearchModel model;
-    double start = 0, end = 0;  // of the search [JD, dynamical]
-    double cursor = 0;          // where its next day is looked for
+    solsys::search::Span span;  // of the search; its cursor: where the next day is looked for
     std::vector<VISIBILITY> results;
+    std::vector<CROSSING> crossings;
     OBSERVER observer;        // the height of a surface observer in km
     SSO_ID id{-1, -1};        // all bits set: none
     std::uint16_t flags = 7;  // for the host's sake

@@ -8,9 +8,10 @@
 #include "events/visibility/day_step.h"
 #include "events/visibility/state.h"
 
-using solsys::visibility::et_from_ut;
-using solsys::visibility::Track;
-using solsys::visibility::usable;
+using solsys::search::is_instant;
+using solsys::search::SkyAt;
+using solsys::visibility::Day;
+using solsys::visibility::Target;
 
 namespace {
 
@@ -19,9 +20,11 @@ bool well_formed(const OBSERVER& observer) {
                        [](double x) { return std::isfinite(x); });
 }
 
-// Whether the model has anything to compute the object from. Asteroids and comets may be held
-// for the host without being in a table.
-bool may_be_computed(const CSWSolSys& model, const SSO_ID& id) {
+// Whether the model has anything to compute the object from at its instant. Asteroids and
+// comets are asked for a place: they may be held or integrated for the host without being in a
+// table.
+bool may_be_computed(CSWSolSys& model, const SSO_ID& id) {
+    double state[3];
     switch (id.type) {
         case SSO_PLNT:
         case SSO_MOON:
@@ -32,7 +35,9 @@ bool may_be_computed(const CSWSolSys& model, const SSO_ID& id) {
         case SSO_COMT:
         case SSO_FAST:
         case SSO_FCOM:
-            return true;
+        case SSO_FSCO:
+        case SSO_TLE:
+            return model.GetVecCentre2K(id, 0, state);
         default:
             return model.GetStar(id) != nullptr;
     }
@@ -78,15 +83,15 @@ void CSWVisibility::InitSearch(double start, double end, SSO_ID id, OBSERVER* ob
     State& s = *state_;
     s.id = id;
     s.results.clear();
+    s.crossings.clear();
     s.flags = 7;
     s.first_rise_set = true;
-    s.start = s.end = s.cursor = 0;
+    s.span = {};
     if (!s.model) return;
-    if (usable(start) && usable(end)) {
-        s.start = s.cursor = et_from_ut(start);
-        s.end = et_from_ut(end);
-        const int day = static_cast<int>(s.cursor);
-        s.model->SetTime(day, s.cursor - day, true);
+    if (is_instant(start) && is_instant(end)) {
+        s.span = solsys::search::span_of_ut(start, end);
+        const solsys::Instant t = solsys::search::split(s.span.start);
+        s.model->SetTime(t.day, t.fraction, true);
     }
     s.take_observer(observer);
 }
@@ -94,20 +99,30 @@ void CSWVisibility::InitSearch(double start, double end, SSO_ID id, OBSERVER* ob
 bool CSWVisibility::SearchNext(VISIBILITY* day) {
     State& s = *state_;
     if (day == nullptr) return false;
-    *day = VISIBILITY{};
-    day->type = s.id.type;
-    day->number = s.id.number;
+    const auto begin = [&] {
+        *day = VISIBILITY{};
+        day->type = s.id.type;
+        day->number = s.id.number;
+    };
+    begin();
     if (!s.model || !may_be_computed(*s.model, s.id) ||
         orbits_observers_body(*s.model, s.id, s.observer)) {
         return false;
     }
     s.place_observer();
-    Track track(*s.model, s.id);
-    while (s.cursor < s.end) {
-        if (day_step(track, s.height_km(), s.cursor, *day)) return true;
-        *day = VISIBILITY{};
-        day->type = s.id.type;
-        day->number = s.id.number;
+    SkyAt sky(*s.model);
+    const Target target(*s.model, s.id);
+    while (!s.span.over()) {
+        switch (day_step(sky, target, s.height_km(), s.span.cursor, *day)) {
+            case Day::kUp:
+                return true;
+            case Day::kNotUp:
+                break;
+            case Day::kUnknown:
+                s.span.cursor = solsys::visibility::next_computable(sky, s.span);
+                break;
+        }
+        begin();
     }
     return false;
 }

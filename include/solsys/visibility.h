@@ -70,6 +70,13 @@ struct VISIBILITY {
     double sunset = 0;         ///< the Sun [JD UT]
 };
 
+/// A passage through an altitude, as `SearchCrossings` finds it.
+struct CROSSING {
+    double time = 0;         ///< [JD UT]
+    double azimuth = 0;      ///< of the object's centre there [rad], from north through east
+    std::int32_t sense = 0;  ///< 1 rising, -1 setting
+};
+
 /// One day of the object, from one lower culmination to the next. Rising and setting are at
 /// -34 arcmin for every object.
 struct RISESETDAY {
@@ -264,7 +271,7 @@ class SOLSYS_API CSWVisibility : public CSWAstrEv_dll {
     int GetZenith(int day, double fraction, OBSERVER* observer, double* morning,
                   double* evening);
     /// Moves the model and answers its matrix from the equator to the ecliptic of date.
-    void GetMtrxEq_Ec(int day, double fraction, double* matrix);
+    bool GetMtrxEq_Ec(int day, double fraction, double* matrix);
 
     /// Brief data of planets and moons at the model's instant; all -1, and false, for others.
     bool GetPhysInfo(SSO_ID id, PHYSINFO* info);
