@@ -1,12 +1,8 @@
 // The life of a conjunction search.
 #include "solsys/conjunctions.h"
 
-#include <cmath>
-
-#include "core/constants.h"
 #include "events/conjunctions/state.h"
 #include "solsys/platform.h"
-#include "solsys/time_scales.h"
 
 CSWConjunc::CSWConjunc(CSWSolSys* model) : state_(std::make_unique<State>(model)) {}
 
@@ -24,18 +20,21 @@ CSWConjunc::~CSWConjunc() {
 void CSWConjunc::InitSearch(double start, double end, std::vector<SSO_ID>* objects,
                             double limit, bool ecliptic) {
     State& s = *state_;
-    s.stopped = false;
+    s.control.reset();
     s.observer = OBSERVER{};
     s.observer.body_type = SSO_PLNT;
     s.observer.body_number = 3;
-    const double delta_t = ET_UT::Get(0, start) / solsys::kSecondsPerDay;
-    s.start = s.cursor = start + delta_t;
-    s.end = end + delta_t;
+    s.span = {};
+    const bool valid = solsys::search::is_instant(start) && solsys::search::is_instant(end);
+    if (valid) {
+        const double delta_t = solsys::search::delta_t(start);
+        s.span = {start + delta_t, end + delta_t, start + delta_t};
+    }
     s.request = objects;
     s.limit = limit;
     s.ecliptic = ecliptic;
     if (s.model) {
-        s.model->SetTime(0, s.start, true);
+        if (valid) s.model->SetTime(0, s.span.start, true);
         s.model->SetObserver(&s.observer);
     }
     s.results.clear();
@@ -43,15 +42,15 @@ void CSWConjunc::InitSearch(double start, double end, std::vector<SSO_ID>* objec
 
 bool CSWConjunc::SearchNext(CONJUN* event) {
     State& s = *state_;
-    if (event == nullptr || !s.model || s.request == nullptr || !std::isfinite(s.end)) {
+    if (event == nullptr || !s.model || s.request == nullptr || s.request->size() < 2) {
         return false;
     }
     CONJUN found;
-    const bool any = s.request->size() == 2  ? s.next_of_pair(found)
-                     : s.request->size() > 2 ? s.next_of_group(found)
-                                             : false;
-    if (any) *event = found;
-    return any;
+    if (!(s.request->size() == 2 ? s.next_of_pair(found) : s.next_of_group(found))) {
+        return false;
+    }
+    *event = found;
+    return true;
 }
 
 int CSWConjunc::SearchAll() {
@@ -64,4 +63,9 @@ int CSWConjunc::SearchAll() {
 
 const std::vector<CONJUN>& CSWConjunc::GetResults() const { return state_->results; }
 
-void CSWConjunc::Stop() { state_->stopped = true; }
+void CSWConjunc::Stop() { state_->control.stop(); }
+
+void CSWConjunc::SetProgressHandler(void (*progress)(double fraction, void* context),
+                                    void* context) {
+    state_->control.on_progress(progress, context);
+}

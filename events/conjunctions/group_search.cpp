@@ -6,7 +6,6 @@
 #include "core/linalg.h"
 #include "events/conjunctions/state.h"
 #include "solsys/platform.h"
-#include "solsys/time_scales.h"
 #include "solsys/toolkit.h"
 
 using solsys::Vec3;
@@ -64,18 +63,17 @@ bool CSWConjunc::State::next_of_group(CONJUN& event) {
     std::vector<Place> places(request->size());
     bool first = true;
     double previous = solsys::kTwoPi;
-    while (runs()) {
-        const double now = cursor;
+    while (!span.over() && control.go_on(span)) {
+        const double now = span.cursor;
         float radius = 0;
         if (!radius_at(*model, *request, now, places, radius)) return false;
         PrintDebugString("%f <=> %f\n", now, static_cast<double>(radius));
         const double r = radius;
-        cursor += kStep;
-        if (!(cursor > now)) return false;  // a step that is lost in the date's rounding
+        span.cursor += kStep;
         if (r >= previous || r > kHalfTurn || first) {
             first = false;
         } else if (r < limit) {
-            event.time = now + ET_UT::Get(0, now) / solsys::kSecondsPerDay;
+            event.time = now + solsys::search::delta_t(now);
             event.separation = r;
             return true;
         }

@@ -4,9 +4,11 @@
 
 #include "core/constants.h"
 #include "events/conjunctions/state.h"
-#include "solsys/time_scales.h"
+#include "events/search/scan.h"
 
 using solsys::conjunctions::Pair;
+using solsys::search::Bracket;
+using solsys::search::Sample;
 
 namespace {
 
@@ -17,27 +19,6 @@ constexpr double kTolerance = solsys::kArcsec;
 constexpr double kMoonTolerance = 10 * solsys::kArcsec;
 constexpr double kShortest = 1.1574074074074074e-06;  // day: 0.1 s
 constexpr double kAfterEvent = 0.1;                   // day
-constexpr int kMaxPasses = 1000;
-
-struct Sample {
-    double t, f;
-};
-
-// False position between two samples of opposite signs. The last sample: where |f| is below the
-// tolerance, or the bracket too short. Time -1 when the signs agree.
-template <class Function>
-Sample false_position(Function&& f, Sample a, Sample b, double tolerance) {
-    if (a.f * b.f > 0) return {-1, a.f};
-    Sample s{-1, a.f};
-    for (int pass = 0; pass < kMaxPasses; ++pass) {
-        s.t = (a.f * b.t - b.f * a.t) / (a.f - b.f);
-        s.f = f(s.t);
-        if (!(std::fabs(s.f) >= tolerance)) break;
-        (a.f * s.f > 0 ? a : b) = s;
-        if (std::fabs(b.t - a.t) <= kShortest) break;
-    }
-    return s;
-}
 
 }  // namespace
 
@@ -48,27 +29,28 @@ bool CSWConjunc::State::next_of_pair(CONJUN& event) {
     const double step = pair.has_moon() ? kMoonStep : kStep;
     const double tolerance = pair.has_moon() ? kMoonTolerance : kTolerance;
     const auto f = [&](double t) { return difference(*model, pair, ecliptic, t); };
+    if (span.over()) return false;
 
-    Sample a{cursor, runs() ? f(cursor) : 0};
+    Sample a{span.cursor, f(span.cursor)};
     double days = step;
-    while (a.t < end && !stopped && std::isfinite(a.f)) {
-        Sample b{std::min(a.t + days, end), 0};
-        if (!(b.t > a.t)) break;  // a step that is lost in the date's rounding
+    while (!span.over() && control.go_on(span) && std::isfinite(a.f)) {
+        Sample b{solsys::search::next_instant(span, a.t, days), 0};
         b.f = f(b.t);
         if (a.f * b.f < 0) {
-            const Sample root = false_position(f, a, b, tolerance);
+            const Sample root =
+                solsys::search::false_position(f, Bracket{a, b}, tolerance, kShortest);
             if (root.t > 0 && std::fabs(root.f) < tolerance) {
-                event.time = root.t - ET_UT::Get(0, root.t) / solsys::kSecondsPerDay;
+                event.time = solsys::search::ut_from_tt(root.t);
                 event.separation = separation(*model, pair);
                 event.type1 = asked1.type, event.number1 = asked1.number;
                 event.type2 = asked2.type, event.number2 = asked2.number;
-                cursor = std::min(root.t + kAfterEvent, end);
+                span.cursor = std::min(root.t + kAfterEvent, span.end);
                 return true;
             }
         }
         days = std::fabs(b.f) < kNear ? 0.1 * step : step;
         a = b;
-        cursor = a.t;
+        span.cursor = a.t;
     }
     return false;
 }

@@ -1,11 +1,12 @@
 // The inside of CSWConjunc.
 #pragma once
 
-#include <atomic>
 #include <vector>
 
 #include "events/conjunctions/pair.h"
-#include "events/search_model.h"
+#include "events/search/control.h"
+#include "events/search/search_model.h"
+#include "events/search/span.h"
 #include "solsys/conjunctions.h"
 
 struct CSWConjunc::State {
@@ -13,16 +14,14 @@ struct CSWConjunc::State {
 
     bool next_of_pair(CONJUN& event);
     bool next_of_group(CONJUN& event);
-    [[nodiscard]] bool runs() const { return !stopped && cursor < end; }
 
-    solsys::SearchModel model;
+    solsys::search::SearchModel model;
     bool owns;  // the model, were it only one that could not be initialised
-    double start = 0, end = 0;
-    double cursor = 0;  // where the search goes on [JD, dynamical], as its ends
+    solsys::search::Span span;
+    solsys::search::Control control;
     std::vector<SSO_ID>* request = nullptr;
     double limit = 0;
     bool ecliptic = false;
     std::vector<CONJUN> results;
     OBSERVER observer;  // the Earth's centre, from InitSearch on
-    std::atomic<bool> stopped{false};
 };

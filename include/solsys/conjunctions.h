@@ -83,6 +83,8 @@ class SOLSYS_API CSWConjunc : public CSWAstrEv_dll {
 
     /// Ends the running search at its next step; `InitSearch` clears it. From any thread.
     void Stop();
+    /// Calls a function once a step with the fraction done, 0 to 1; null for none.
+    void SetProgressHandler(void (*progress)(double fraction, void* context), void* context);
 
   private:
     struct SOLSYS_LOCAL State;

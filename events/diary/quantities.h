@@ -1,0 +1,54 @@
+// The functions of time whose zeros are events. All take JD TT.
+#pragma once
+
+#include <cmath>
+
+#include "core/constants.h"
+#include "events/diary/geocentric_sky.h"
+
+namespace solsys::diary {
+
+enum class Circle { kEquator, kEcliptic };
+
+inline const Mat3& frame(const GeocentricSky& sky, Circle circle) {
+    return circle == Circle::kEquator ? sky.equator() : sky.ecliptic();
+}
+
+// Sine and cosine of the first longitude (or right ascension) less the second.
+struct Difference {
+    double sine, cosine;
+};
+inline Difference difference(const Mat3& of_date, Vec3 first, Vec3 second) {
+    const Vec3 a = of_date * first;
+    const Vec3 b = of_date * second;
+    const double scale = 1 / std::sqrt((a.x * a.x + a.y * a.y) * (b.x * b.x + b.y * b.y));
+    return {scale * (a.y * b.x - a.x * b.y), scale * (a.x * b.x + a.y * b.y)};
+}
+
+inline Difference difference_at(GeocentricSky& sky, const Target& first, const Target& second,
+                                Circle circle, double t) {
+    sky.at(t);
+    return difference(frame(sky, circle), sky.apparent(first).direction,
+                      sky.apparent(second).direction);
+}
+
+inline double longitude_at(GeocentricSky& sky, const Target& target, Circle circle, double t) {
+    sky.at(t);
+    const Vec3 v = frame(sky, circle) * sky.apparent(target).direction;
+    return std::atan2(v.y, v.x);
+}
+
+inline double angle_between(Vec3 a, Vec3 b) { return std::atan2(norm(cross(a, b)), dot(a, b)); }
+
+// Derivative of a function of time by the central difference of fourth order over h days.
+// `minus` takes the difference of two values (angles: without whole turns).
+template <class Function, class Minus>
+double rate(const Function& f, double t, double h, const Minus& minus) {
+    const double outer = minus(f(t + 2 * h), f(t - 2 * h));
+    const double inner = minus(f(t + h), f(t - h));
+    return (8 * inner - outer) / (12 * h);
+}
+inline double turn(double a, double b) { return std::remainder(a - b, kTwoPi); }
+inline double plain(double a, double b) { return a - b; }
+
+}  // namespace solsys::diary

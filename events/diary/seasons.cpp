@@ -1,0 +1,68 @@
+// Equinoxes, solstices, and the Earth's perihelion and aphelion.
+#include <cmath>
+
+#include "core/constants.h"
+#include "events/diary/quantities.h"
+#include "events/diary/state.h"
+
+using solsys::kHalfPi;
+using solsys::diary::GeocentricSky;
+
+namespace {
+
+constexpr double kSunRate = 0.017202;  // rad/day: mean motion
+constexpr double kSettled = 1e-7;      // day
+constexpr int kMostSteps = 20;
+
+double solar_longitude(GeocentricSky& sky, double t) {
+    return longitude_at(sky, {solsys::diary::kSun}, solsys::diary::Circle::kEcliptic, t);
+}
+
+// The instant near t at which the Sun, which moves by 0.0166 to 0.0178 rad a day, has a
+// longitude: each step leaves at most a thirtieth of the error. NaN when it cannot be computed.
+double instant_of(GeocentricSky& sky, double longitude, double t) {
+    for (int step = 0; step < kMostSteps; ++step) {
+        const double days =
+            solsys::diary::turn(longitude, solar_longitude(sky, t)) / kSunRate;
+        t += days;
+        if (!(std::fabs(days) > kSettled)) break;
+    }
+    return t;
+}
+
+}  // namespace
+
+// The longitude only grows: one season follows another, none can be missed.
+bool CSkyDiaryEvents::State::find_seasons() {
+    GeocentricSky sky(*model);
+    const double at_start = solar_longitude(sky, span.start);
+    auto quarter = static_cast<int>(std::floor(at_start / kHalfPi));
+    solsys::search::Span walk = span;
+    walk.cursor += solsys::diary::turn(quarter * kHalfPi, at_start) / kSunRate;
+    while (!walk.over() && control.go_on(walk)) {
+        const double t = instant_of(sky, quarter * kHalfPi, walk.cursor);
+        if (!std::isfinite(t)) return true;
+        const int season = ((quarter % 4) + 4) % 4;
+        if (within(t) && !add(t, SKYEVENT_MARCH_EQUINOX + season, sun_detail(sky, t)))
+            return false;
+        walk.cursor = t + kHalfPi / kSunRate;
+        ++quarter;
+    }
+    return !control.stopped();
+}
+
+// Zeros of r . dr/dt. Its second derivative: e n^3 a^2 of the orbit and the Moon's pull on the
+// Earth, whose monthly wobble of 3.1e-5 au is too small to make a second zero.
+bool CSkyDiaryEvents::State::find_earth_apsides() {
+    constexpr double bound = 1.5e-6;      // au^2/day^3
+    constexpr double amplitude = 2.8e-4;  // au^2/day: e n a^2
+    GeocentricSky sky(*model);
+    const auto radial = [&sky](double t) {
+        sky.at_in_same_frames(t);
+        return dot(sky.earth().r, sky.earth().v);
+    };
+    return zeros(radial, bound, amplitude, [&](double t, bool rises) {
+        return add(t, rises ? SKYEVENT_EARTH_PERIHELION : SKYEVENT_EARTH_APHELION,
+                   sun_detail(sky, t));
+    });
+}

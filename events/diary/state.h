@@ -1,0 +1,89 @@
+// The inside of CSkyDiaryEvents.
+#pragma once
+
+#include <cmath>
+
+#include "events/diary/geocentric_sky.h"
+#include "events/search/control.h"
+#include "events/search/crossings.h"
+#include "events/search/results.h"
+#include "events/search/search_model.h"
+#include "events/search/span.h"
+#include "solsys/diary.h"
+
+struct CSkyDiaryEvents::State {
+    explicit State(CSWSolSys* borrowed) : model(borrowed) {}
+
+    // Before every search: whether there is anything to search, and the geocentric observer.
+    bool ready();
+    [[nodiscard]] int count() const { return results.count(); }
+    [[nodiscard]] bool within(double jd_tt) const {
+        return jd_tt >= span.start && jd_tt < span.end;
+    }
+
+    // Appends an event at a dynamical time, with a copy of its record, and hands it on. False
+    // when the search is to end.
+    template <class Detail>
+    bool add(double jd_tt, std::int32_t kind, const Detail& detail);
+
+    // All zeros of f in the span widened by so many days at either end, each as
+    // found(t, whether f rises). `amplitude` is the usual size of f. False when stopped.
+    template <class Function, class Found>
+    bool zeros(const Function& f, double bound, double amplitude, const Found& found,
+               double widened = 0);
+
+    // Azimuth and altitude for the site at an instant; leaves the model geocentric.
+    void horizontal(const solsys::diary::Target& target, double jd_tt, double& azimuth,
+                    double& altitude);
+    OBSERVER site_in_au() const;
+
+    SKYEVENT_SUN sun_detail(solsys::diary::GeocentricSky& sky, double jd_tt);
+    SKYEVENT_BODY body_detail(solsys::diary::GeocentricSky& sky, double jd_tt,
+                              const solsys::diary::Target& first,
+                              const solsys::diary::Target* second);
+
+    bool find_seasons();
+    bool find_earth_apsides();
+    bool find_inner(const SSO_ID& planet);
+    bool find_outer(const SSO_ID& planet);
+    bool find_phases();
+    bool find_moon_apsides();
+    bool find_conjunctions(const solsys::diary::Target& first,
+                           const solsys::diary::Target& second, std::int32_t kind);
+    bool find_showers();
+    bool fill_shower(SHOWER& shower);
+
+    solsys::search::SearchModel model;
+    solsys::search::Control control;
+    solsys::search::Span span;
+    solsys::search::Results<SkyEvent, SkyEventCallback, &SkyEventCallback::OnEvent> results;
+    OBSERVER geocentre;
+    OBSERVER site;
+    bool has_site = false;
+    bool local = false;
+    bool show_conjunctions = false;
+};
+
+namespace solsys::diary {
+// A copy of an event with a copy of its record.
+SkyEvent* copy_of(const SkyEvent& event);
+void free_detail(const SkyEvent& event);
+}  // namespace solsys::diary
+
+template <class Detail>
+bool CSkyDiaryEvents::State::add(double jd_tt, std::int32_t kind, const Detail& detail) {
+    const SkyEvent event{solsys::search::ut_from_tt(jd_tt), kind, new Detail(detail)};
+    return results.add(event, control, solsys::diary::copy_of);
+}
+
+template <class Function, class Found>
+bool CSkyDiaryEvents::State::zeros(const Function& f, double bound, double amplitude,
+                                   const Found& found, double widened) {
+    solsys::search::Span walk{span.start - widened, span.end + widened, span.start - widened};
+    // Between two samples of this size a zero is excluded over somewhat more than this.
+    const double step = std::sqrt(3 * amplitude / bound);
+    return crossings(walk, control, f, bound, step, [&](const solsys::search::Bracket& x) {
+        const double t = solsys::search::root(f, x, 0.1 * solsys::search::kSecond).t;
+        return (widened == 0 && !within(t)) || found(t, x.a.f < 0);
+    });
+}
