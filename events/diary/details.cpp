@@ -3,10 +3,11 @@
 
 #include "core/spherical.h"
 #include "events/diary/quantities.h"
-#include "events/diary/state.h"
+#include "events/diary/search.h"
 
 using solsys::Vec3;
 using solsys::diary::Apparent;
+using solsys::diary::Diary;
 using solsys::diary::GeocentricSky;
 using solsys::diary::Target;
 
@@ -19,6 +20,7 @@ double position_angle(const solsys::Mat3& equator, Vec3 from, Vec3 of) {
     return solsys::longitude_of(b.z - a.z * dot(a, b), a.x * b.y - a.y * b.x);
 }
 
+// The model's frames and observer have to belong to its instant.
 double magnitude_of(CSWSolSys& model, const Target& target) {
     const StarObject* star = target.star;
     if (star == nullptr) star = model.GetStar(target.id);
@@ -32,14 +34,13 @@ double magnitude_of(CSWSolSys& model, const Target& target) {
 
 }  // namespace
 
-OBSERVER CSkyDiaryEvents::State::site_in_au() const {
+OBSERVER Diary::site_in_au() const {
     OBSERVER in_au = site;
     if (in_au.kind == LOCATION_SURFACE) in_au.location[0] /= solsys::kAuKm;
     return in_au;
 }
 
-void CSkyDiaryEvents::State::horizontal(const Target& target, double jd_tt, double& azimuth,
-                                        double& altitude) {
+void Diary::horizontal(const Target& target, double jd_tt, double& azimuth, double& altitude) {
     if (!local || !has_site) return;
     const OBSERVER observer = site_in_au();
     const solsys::Instant t = solsys::search::split(jd_tt);
@@ -55,7 +56,7 @@ void CSkyDiaryEvents::State::horizontal(const Target& target, double jd_tt, doub
     model->UpdateSys(t.day, t.fraction);
 }
 
-SKYEVENT_SUN CSkyDiaryEvents::State::sun_detail(GeocentricSky& sky, double jd_tt) {
+SKYEVENT_SUN Diary::sun_detail(GeocentricSky& sky, double jd_tt) {
     sky.at(jd_tt);
     const Vec3 sun = sky.ecliptic() * sky.sun().direction;
     SKYEVENT_SUN detail;
@@ -65,8 +66,10 @@ SKYEVENT_SUN CSkyDiaryEvents::State::sun_detail(GeocentricSky& sky, double jd_tt
     return detail;
 }
 
-SKYEVENT_BODY CSkyDiaryEvents::State::body_detail(GeocentricSky& sky, double jd_tt,
-                                                  const Target& first, const Target* second) {
+SKYEVENT_BODY Diary::body_detail(GeocentricSky& sky, double jd_tt, const Target& first,
+                                 const Target* second) {
+    const solsys::Instant t = solsys::search::split(jd_tt);
+    model->UpdateSys(t.day, t.fraction);
     sky.at(jd_tt);
     SKYEVENT_BODY detail;
     detail.type1 = first.id.type, detail.number1 = first.id.number;
@@ -74,7 +77,8 @@ SKYEVENT_BODY CSkyDiaryEvents::State::body_detail(GeocentricSky& sky, double jd_
     const Apparent sun = sky.sun();
     detail.distance = body.distance;
     const double east =
-        difference(sky.ecliptic(), body.direction, sun.direction).sine < 0 ? -1.0 : 1.0;
+        solsys::diary::difference(sky.ecliptic(), body.direction, sun.direction).sine < 0 ? -1.0
+                                                                                          : 1.0;
     detail.elongation = east * solsys::diary::angle_between(body.direction, sun.direction);
     if (second != nullptr) {
         detail.type2 = second->id.type, detail.number2 = second->id.number;

@@ -1,13 +1,20 @@
 // The life of a diary, its list, and the order of its searches.
 #include "solsys/diary.h"
 
-#include "core/constants.h"
-#include "events/diary/state.h"
+#include <algorithm>
+#include <type_traits>
+#include <vector>
+
+#include "events/diary/search.h"
 #include "solsys/conjunctions.h"
 
 using solsys::diary::Target;
 
 namespace {
+
+// Beyond any ephemeris [JD]: what is asked for outside is not walked through.
+constexpr double kFirst = -4e6;
+constexpr double kLast = 9e6;
 
 constexpr int kPlanets[] = {1, 2, 4, 5, 6, 7, 8, 9};
 
@@ -51,7 +58,7 @@ void FreeSkyEvent(SkyEvent* event) {
     delete event;
 }
 
-bool CSkyDiaryEvents::State::ready() {
+bool solsys::diary::Diary::ready() {
     if (!model || control.stopped() || span.over()) return false;
     model->SetObserver(&geocentre);
     return true;
@@ -69,10 +76,10 @@ void CSkyDiaryEvents::InitSearch(OBSERVER* site, double start, double end, bool 
     State& s = *state_;
     s.local = local;
     s.control.reset();
-    s.span = solsys::search::span_of_ut(start, end);
+    s.span = solsys::search::span_of_ut(std::max(start, kFirst), std::min(end, kLast));
     ResListReset();
     if (s.model) {
-        if (solsys::search::is_instant(start)) s.model->SetTime(0, s.span.start, true);
+        if (!s.span.over()) s.model->SetTime(0, s.span.start, true);
         s.model->SetObserver(&s.geocentre);
     }
     s.has_site = site != nullptr;

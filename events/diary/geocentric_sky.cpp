@@ -5,6 +5,8 @@
 
 #include "core/constants.h"
 #include "events/search/span.h"
+#include "frames/nutation.h"
+#include "frames/precession.h"
 #include "solsys/star_place.h"
 
 namespace solsys::diary {
@@ -36,15 +38,11 @@ bool is_body(std::int32_t type) {
 }  // namespace
 
 void GeocentricSky::at(double jd_tt) {
-    const Instant t = search::split(jd_tt);
-    model_.UpdateSys(t.day, t.fraction);
-    take_frames();
     at_in_same_frames(jd_tt);
-}
-
-void GeocentricSky::take_frames() {
-    equator_ = load_matrix(model_.GetMtrxEq2K_EqCur());
-    ecliptic_ = load_matrix(model_.GetMtrxEqCur_EclCur()) * equator_;
+    const Instant t = search::split(jd_tt);
+    const NutationAngles nutation = nutation_iau1980_by_recurrence(t);
+    equator_ = nutation_matrix(nutation) * precession_matrix(kJ2000, t);
+    ecliptic_ = rotate_x(nutation.true_obliquity()) * equator_;
 }
 
 void GeocentricSky::at_in_same_frames(double jd_tt) {
@@ -89,9 +87,10 @@ Apparent GeocentricSky::apparent(const Target& target) {
         const StarObject* star =
             target.star != nullptr ? target.star : model_.GetStar(target.id);
         if (star == nullptr) return {{kNone, kNone, kNone}, kNone};
-        double v[3];
-        model_.GetRADecVisStar(star, nullptr, v, false);
-        return {unit(load(v)), norm(load(v))};
+        const double years = days_since_j2000(search::split(jd_)) / kDaysPerJulianYear;
+        const StarPlace place =
+            star_place(*star, years, {earth_.r, beta_, reciprocal_lorentz_});
+        return {unit(place.vector), place.distance};
     }
     if (target.id == kSun) return sun();
     double& tau = light_time(target.id);

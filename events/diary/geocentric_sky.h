@@ -1,5 +1,5 @@
-// Apparent places from the Earth's centre, smooth enough to be differentiated: the light time is
-// converged to rounding, where the model's own iteration stops at 2e-6 day.
+// Apparent places from the Earth's centre, smooth enough to be differentiated: the light time
+// is converged to rounding, where the model's own iteration stops at 2e-6 day.
 #pragma once
 
 #include <cstdint>
@@ -26,8 +26,7 @@ inline const SSO_ID kSun{SSO_PLNT, 10};
 inline const SSO_ID kEarth{SSO_PLNT, 3};
 inline const SSO_ID kMoon{SSO_MOON, 301};
 
-// Moves a model from instant to instant (JD TT). The model's observer has to be the Earth's
-// centre.
+// Moves a model from instant to instant (JD TT), without its frames and its observer.
 class GeocentricSky {
   public:
     explicit GeocentricSky(CSWSolSys& model) : model_(model) {}
@@ -50,7 +49,6 @@ class GeocentricSky {
     [[nodiscard]] CSWSolSys& model() const { return model_; }
 
   private:
-    void take_frames();
     State retarded(const SSO_ID& id, double light_time);
     double& light_time(const SSO_ID& id);
 
@@ -65,7 +63,8 @@ class GeocentricSky {
     double reciprocal_lorentz_ = 1;
     Mat3 equator_ = kIdentity;
     Mat3 ecliptic_ = kIdentity;
-    std::vector<LightTime> light_times_;  // of the few bodies of a search, from the last instant
+    std::vector<LightTime>
+        light_times_;  // of the few bodies of a search, from the last instant
 };
 
 }  // namespace solsys::diary

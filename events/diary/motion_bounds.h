@@ -7,11 +7,11 @@ namespace solsys::diary {
 
 // Bounds on derivatives of a body's geocentric apparent place, per day.
 struct MotionBounds {
-    double ra1, ra2, ra3;        // of the right ascension [rad]
-    double lon1, lon2, lon3;     // of the ecliptic longitude [rad]
-    double distance3;            // third, of the light-time distance [au]
-    double cosine3;              // third, of the cosine of the angle from the Sun
-    double radial2;              // second, of r . dr/dt, heliocentric [au^2/day]
+    double ra1, ra2, ra3;     // of the right ascension [rad]
+    double lon1, lon2, lon3;  // of the ecliptic longitude [rad]
+    double distance3;         // third, of the light-time distance [au]
+    double cosine3;           // third, of the cosine of the angle from the Sun
+    double radial2;           // second, of r . dr/dt, heliocentric [au^2/day]
 };
 
 // Half as much again as the largest values met from 1600 to 2200. A star's follow from its

@@ -3,10 +3,11 @@
 
 #include "events/diary/motion_bounds.h"
 #include "events/diary/quantities.h"
-#include "events/diary/state.h"
+#include "events/diary/search.h"
 #include "events/diary/transit.h"
 
 using solsys::diary::Circle;
+using solsys::diary::Diary;
 using solsys::diary::GeocentricSky;
 using solsys::diary::MotionBounds;
 using solsys::diary::Target;
@@ -23,13 +24,13 @@ constexpr double kMagnitudeRate = 0.01;      // mag/day
 
 // One planet's search: the functions of time and what their zeros are.
 struct PlanetSearch {
-    CSkyDiaryEvents::State& s;
+    Diary& s;
     GeocentricSky sky;
     Target planet;
     MotionBounds b;
     Target sun{solsys::diary::kSun};
 
-    PlanetSearch(CSkyDiaryEvents::State& state, const SSO_ID& id)
+    PlanetSearch(Diary& state, const SSO_ID& id)
         : s(state), sky(*state.model), planet{id}, b(solsys::diary::bounds_of(planet)) {}
 
     [[nodiscard]] double difference_bound() const {
@@ -46,9 +47,8 @@ struct PlanetSearch {
         const auto sine = [this](double t) {
             return difference_at(sky, planet, sun, Circle::kEcliptic, t).sine;
         };
-        return s.zeros(sine, difference_bound(), 1, [&](double t, bool) {
-            return add(t, kind(t), true);
-        });
+        return s.zeros(sine, difference_bound(), 1,
+                       [&](double t, bool) { return add(t, kind(t), true); });
     }
 
     bool quadratures() {
@@ -75,10 +75,9 @@ struct PlanetSearch {
         return s.zeros(cosine_rate, b.cosine3, 0.2 * b.lon1, [&](double t, bool rises) {
             if (!rises) return true;
             const bool east = difference_at(sky, planet, sun, Circle::kEcliptic, t).sine > 0;
-            return add(t,
-                       east ? SKYEVENT_GREATEST_ELONGATION_EAST
-                            : SKYEVENT_GREATEST_ELONGATION_WEST,
-                       true);
+            return add(
+                t, east ? SKYEVENT_GREATEST_ELONGATION_EAST : SKYEVENT_GREATEST_ELONGATION_WEST,
+                true);
         });
     }
 
@@ -93,10 +92,10 @@ struct PlanetSearch {
                        0.2 * (equator ? b.ra1 : b.lon1), [&](double t, bool rises) {
                            SKYEVENT_BODY detail = s.body_detail(sky, t, planet, nullptr);
                            detail.in_longitude = equator ? 0 : 1;
-                           return s.add(
-                               t,
-                               rises ? SKYEVENT_STATIONARY_DIRECT : SKYEVENT_STATIONARY_RETROGRADE,
-                               detail);
+                           return s.add(t,
+                                        rises ? SKYEVENT_STATIONARY_DIRECT
+                                              : SKYEVENT_STATIONARY_RETROGRADE,
+                                        detail);
                        });
     }
 
@@ -108,13 +107,12 @@ struct PlanetSearch {
         };
         // The usual size: what the bound gives over a twentieth of a revolution.
         const double period = s.model->GetOrbitalPeriod(planet.id);
-        return s.zeros(radial, b.radial2, b.radial2 * period * period / 4000,
-                       [&](double t, bool rises) {
-                           SKYEVENT_BODY detail = s.body_detail(sky, t, planet, nullptr);
-                           detail.distance = norm(sky.heliocentric(planet.id).r);
-                           return s.add(t, rises ? SKYEVENT_PERIHELION : SKYEVENT_APHELION,
-                                        detail);
-                       });
+        return s.zeros(
+            radial, b.radial2, b.radial2 * period * period / 4000, [&](double t, bool rises) {
+                SKYEVENT_BODY detail = s.body_detail(sky, t, planet, nullptr);
+                detail.distance = norm(sky.heliocentric(planet.id).r);
+                return s.add(t, rises ? SKYEVENT_PERIHELION : SKYEVENT_APHELION, detail);
+            });
     }
 
     bool distances() {
@@ -195,7 +193,7 @@ struct PlanetSearch {
 
 }  // namespace
 
-bool CSkyDiaryEvents::State::find_inner(const SSO_ID& id) {
+bool Diary::find_inner(const SSO_ID& id) {
     PlanetSearch search(*this, id);
     return search.with_sun([&search](double t) {
         return search.beyond_sun(t) ? SKYEVENT_SUPERIOR_CONJUNCTION
@@ -206,11 +204,11 @@ bool CSkyDiaryEvents::State::find_inner(const SSO_ID& id) {
            search.transits();
 }
 
-bool CSkyDiaryEvents::State::find_outer(const SSO_ID& id) {
+bool Diary::find_outer(const SSO_ID& id) {
     PlanetSearch search(*this, id);
     return search.with_sun([&search](double t) {
         return difference_at(search.sky, search.planet, search.sun, Circle::kEcliptic, t)
-                               .cosine < 0
+                           .cosine < 0
                    ? SKYEVENT_OPPOSITION
                    : SKYEVENT_CONJUNCTION;
     }) && search.quadratures() &&

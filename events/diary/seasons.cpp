@@ -3,9 +3,10 @@
 
 #include "core/constants.h"
 #include "events/diary/quantities.h"
-#include "events/diary/state.h"
+#include "events/diary/search.h"
 
 using solsys::kHalfPi;
+using solsys::diary::Diary;
 using solsys::diary::GeocentricSky;
 
 namespace {
@@ -22,8 +23,7 @@ double solar_longitude(GeocentricSky& sky, double t) {
 // longitude: each step leaves at most a thirtieth of the error. NaN when it cannot be computed.
 double instant_of(GeocentricSky& sky, double longitude, double t) {
     for (int step = 0; step < kMostSteps; ++step) {
-        const double days =
-            solsys::diary::turn(longitude, solar_longitude(sky, t)) / kSunRate;
+        const double days = solsys::diary::turn(longitude, solar_longitude(sky, t)) / kSunRate;
         t += days;
         if (!(std::fabs(days) > kSettled)) break;
     }
@@ -33,7 +33,7 @@ double instant_of(GeocentricSky& sky, double longitude, double t) {
 }  // namespace
 
 // The longitude only grows: one season follows another, none can be missed.
-bool CSkyDiaryEvents::State::find_seasons() {
+bool Diary::find_seasons() {
     GeocentricSky sky(*model);
     const double at_start = solar_longitude(sky, span.start);
     auto quarter = static_cast<int>(std::floor(at_start / kHalfPi));
@@ -53,7 +53,7 @@ bool CSkyDiaryEvents::State::find_seasons() {
 
 // Zeros of r . dr/dt. Its second derivative: e n^3 a^2 of the orbit and the Moon's pull on the
 // Earth, whose monthly wobble of 3.1e-5 au is too small to make a second zero.
-bool CSkyDiaryEvents::State::find_earth_apsides() {
+bool Diary::find_earth_apsides() {
     constexpr double bound = 1.5e-6;      // au^2/day^3
     constexpr double amplitude = 2.8e-4;  // au^2/day: e n a^2
     GeocentricSky sky(*model);

@@ -13,7 +13,7 @@ namespace {
 constexpr double kSunRadius = 959.63 * kArcsec;  // at 1 au (Auwers 1891)
 constexpr double kLongest = 0.6;                 // day: half a transit takes less
 constexpr double kPrecision = 0.1 * search::kSecond;
-constexpr double kFarAway = 0.02;  // rad at conjunction: no transit comes of it
+constexpr double kFarAway = 0.02;   // rad at conjunction: no transit comes of it
 constexpr double kRateStep = 0.02;  // day
 
 struct Disks {
@@ -46,7 +46,7 @@ Transit transit_near(GeocentricSky& sky, const SSO_ID& planet, double conjunctio
     const search::Bracket around{sample(closing, conjunction - kLongest),
                                  sample(closing, conjunction + kLongest)};
     if (!changes_sign(around)) return transit;
-    transit.greatest = root(closing, around, kPrecision).t;
+    transit.greatest = search::root(closing, around, kPrecision).t;
     const Disks least = disks_at(sky, planet, transit.greatest);
     transit.exists = least.separation < least.sun + least.planet;
     if (!transit.exists) return transit;
@@ -61,8 +61,8 @@ Transit transit_near(GeocentricSky& sky, const SSO_ID& planet, double conjunctio
         const search::Sample outside =
             sample(gap, transit.greatest + (i < 2 ? -kLongest : kLongest));
         if (greatest.f >= 0 || outside.f < 0) continue;
-        transit.contact[i] = (i < 2 ? root(gap, {outside, greatest}, kPrecision)
-                                    : root(gap, {greatest, outside}, kPrecision))
+        transit.contact[i] = (i < 2 ? search::root(gap, {outside, greatest}, kPrecision)
+                                    : search::root(gap, {greatest, outside}, kPrecision))
                                  .t;
     }
     return transit;

@@ -7,8 +7,8 @@ namespace solsys::diary {
 
 struct Transit {
     bool exists = false;
-    double greatest = 0;      // least angle of the centres [JD TT]
-    double contact[4] = {};   // exterior, interior; interior, exterior [JD TT]; 0: none
+    double greatest = 0;     // least angle of the centres [JD TT]
+    double contact[4] = {};  // exterior, interior; interior, exterior [JD TT]; 0: none
 };
 
 // The transit about an inferior conjunction, to 0.1 s.

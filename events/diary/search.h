@@ -11,8 +11,10 @@
 #include "events/search/span.h"
 #include "solsys/diary.h"
 
-struct CSkyDiaryEvents::State {
-    explicit State(CSWSolSys* borrowed) : model(borrowed) {}
+namespace solsys::diary {
+
+struct Diary {
+    explicit Diary(CSWSolSys* borrowed) : model(borrowed) {}
 
     // Before every search: whether there is anything to search, and the geocentric observer.
     bool ready();
@@ -33,14 +35,12 @@ struct CSkyDiaryEvents::State {
                double widened = 0);
 
     // Azimuth and altitude for the site at an instant; leaves the model geocentric.
-    void horizontal(const solsys::diary::Target& target, double jd_tt, double& azimuth,
-                    double& altitude);
+    void horizontal(const Target& target, double jd_tt, double& azimuth, double& altitude);
     OBSERVER site_in_au() const;
 
-    SKYEVENT_SUN sun_detail(solsys::diary::GeocentricSky& sky, double jd_tt);
-    SKYEVENT_BODY body_detail(solsys::diary::GeocentricSky& sky, double jd_tt,
-                              const solsys::diary::Target& first,
-                              const solsys::diary::Target* second);
+    SKYEVENT_SUN sun_detail(GeocentricSky& sky, double jd_tt);
+    SKYEVENT_BODY body_detail(GeocentricSky& sky, double jd_tt, const Target& first,
+                              const Target* second);
 
     bool find_seasons();
     bool find_earth_apsides();
@@ -48,15 +48,14 @@ struct CSkyDiaryEvents::State {
     bool find_outer(const SSO_ID& planet);
     bool find_phases();
     bool find_moon_apsides();
-    bool find_conjunctions(const solsys::diary::Target& first,
-                           const solsys::diary::Target& second, std::int32_t kind);
+    bool find_conjunctions(const Target& first, const Target& second, std::int32_t kind);
     bool find_showers();
     bool fill_shower(SHOWER& shower);
 
-    solsys::search::SearchModel model;
-    solsys::search::Control control;
-    solsys::search::Span span;
-    solsys::search::Results<SkyEvent, SkyEventCallback, &SkyEventCallback::OnEvent> results;
+    search::SearchModel model;
+    search::Control control;
+    search::Span span;
+    search::Results<SkyEvent, SkyEventCallback, &SkyEventCallback::OnEvent> results;
     OBSERVER geocentre;
     OBSERVER site;
     bool has_site = false;
@@ -64,26 +63,30 @@ struct CSkyDiaryEvents::State {
     bool show_conjunctions = false;
 };
 
-namespace solsys::diary {
 // A copy of an event with a copy of its record.
 SkyEvent* copy_of(const SkyEvent& event);
 void free_detail(const SkyEvent& event);
-}  // namespace solsys::diary
 
 template <class Detail>
-bool CSkyDiaryEvents::State::add(double jd_tt, std::int32_t kind, const Detail& detail) {
-    const SkyEvent event{solsys::search::ut_from_tt(jd_tt), kind, new Detail(detail)};
-    return results.add(event, control, solsys::diary::copy_of);
+bool Diary::add(double jd_tt, std::int32_t kind, const Detail& detail) {
+    const SkyEvent event{search::ut_from_tt(jd_tt), kind, new Detail(detail)};
+    return results.add(event, control, copy_of);
 }
 
 template <class Function, class Found>
-bool CSkyDiaryEvents::State::zeros(const Function& f, double bound, double amplitude,
-                                   const Found& found, double widened) {
-    solsys::search::Span walk{span.start - widened, span.end + widened, span.start - widened};
+bool Diary::zeros(const Function& f, double bound, double amplitude, const Found& found,
+                  double widened) {
+    search::Span walk{span.start - widened, span.end + widened, span.start - widened};
     // Between two samples of this size a zero is excluded over somewhat more than this.
     const double step = std::sqrt(3 * amplitude / bound);
-    return crossings(walk, control, f, bound, step, [&](const solsys::search::Bracket& x) {
-        const double t = solsys::search::root(f, x, 0.1 * solsys::search::kSecond).t;
+    return crossings(walk, control, f, bound, step, [&](const search::Bracket& x) {
+        const double t = search::root(f, x, 0.1 * search::kSecond).t;
         return (widened == 0 && !within(t)) || found(t, x.a.f < 0);
     });
 }
+
+}  // namespace solsys::diary
+
+struct CSkyDiaryEvents::State : solsys::diary::Diary {
+    using Diary::Diary;
+};

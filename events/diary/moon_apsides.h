@@ -1,0 +1,43 @@
+// The Moon's perigees and apogees.
+#pragma once
+
+#include <deque>
+#include <limits>
+
+#include "events/diary/geocentric_sky.h"
+#include "events/search/control.h"
+
+namespace solsys::diary {
+
+struct Apsis {
+    double t = 0;  // JD TT
+    bool perigee = false;
+};
+
+// The apsides about instants that only grow: extremes of the geometric distance of the centres.
+class ApsisWalk {
+  public:
+    ApsisWalk(CSWSolSys& model, double start);
+
+    // Days from t to the nearest perigee and to the nearest apogee; infinite where there is
+    // none to be computed.
+    struct Nearest {
+        double perigee = std::numeric_limits<double>::infinity();
+        double apogee = std::numeric_limits<double>::infinity();
+    };
+    Nearest nearest(double t);
+
+  private:
+    CSWSolSys& model_;
+    search::Control control_;
+    double known_to_;
+    std::deque<Apsis> apsides_;  // within a month or so of the last instant
+};
+
+// Rate of the distance of the centres of Moon and Earth [au/day].
+double moon_distance_rate(CSWSolSys& model, double t);
+// Bound on the second derivative of it, and its usual size.
+constexpr double kMoonDistance3 = 5.6e-6;   // au/day^3
+constexpr double kMoonDistanceRate = 2e-5;  // au/day
+
+}  // namespace solsys::diary
