@@ -37,15 +37,16 @@ bool Diary::find_seasons() {
     GeocentricSky sky(*model);
     const double at_start = solar_longitude(sky, span.start);
     auto quarter = static_cast<int>(std::floor(at_start / kHalfPi));
+    double guess = span.start + solsys::diary::turn(quarter * kHalfPi, at_start) / kSunRate;
     solsys::search::Span walk = span;
-    walk.cursor += solsys::diary::turn(quarter * kHalfPi, at_start) / kSunRate;
-    while (!walk.over() && control.go_on(walk)) {
-        const double t = instant_of(sky, quarter * kHalfPi, walk.cursor);
-        if (!std::isfinite(t)) return true;
+    while (control.go_on(walk)) {
+        const double t = instant_of(sky, quarter * kHalfPi, guess);
+        if (!(t < span.end)) break;
         const int season = ((quarter % 4) + 4) % 4;
         if (within(t) && !add(t, SKYEVENT_MARCH_EQUINOX + season, sun_detail(sky, t)))
             return false;
-        walk.cursor = t + kHalfPi / kSunRate;
+        walk.cursor = t;
+        guess = t + kHalfPi / kSunRate;
         ++quarter;
     }
     return !control.stopped();
