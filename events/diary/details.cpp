@@ -1,7 +1,7 @@
 // The records that tell an event.
 #include <cmath>
 
-#include "core/spherical.h"
+#include "core/angles.h"
 #include "events/diary/quantities.h"
 #include "events/diary/search.h"
 
@@ -12,13 +12,6 @@ using solsys::diary::GeocentricSky;
 using solsys::diary::Target;
 
 namespace {
-
-// Direction of `of` from `from` [rad], from north through east; equator of date.
-double position_angle(const solsys::Mat3& equator, Vec3 from, Vec3 of) {
-    const Vec3 a = equator * from;
-    const Vec3 b = equator * of;
-    return solsys::longitude_of(b.z - a.z * dot(a, b), a.x * b.y - a.y * b.x);
-}
 
 // The model's frames and observer have to belong to its instant.
 double magnitude_of(CSWSolSys& model, const Target& target) {
@@ -79,19 +72,19 @@ SKYEVENT_BODY Diary::body_detail(GeocentricSky& sky, double jd_tt, const Target&
     const double east =
         solsys::diary::difference(sky.ecliptic(), body.direction, sun.direction).sine < 0 ? -1.0
                                                                                           : 1.0;
-    detail.elongation = east * solsys::diary::angle_between(body.direction, sun.direction);
+    detail.elongation = east * solsys::separation(body.direction, sun.direction);
     if (second != nullptr) {
         detail.type2 = second->id.type, detail.number2 = second->id.number;
         const Vec3 other = sky.apparent(*second).direction;
-        detail.separation = solsys::diary::angle_between(body.direction, other);
-        detail.position_angle = position_angle(sky.equator(), other, body.direction);
+        detail.separation = solsys::separation(body.direction, other);
+        detail.position_angle =
+            solsys::position_angle(sky.equator() * other, sky.equator() * body.direction);
         detail.magnitude2 = magnitude_of(*model, *second);
     }
     detail.magnitude = magnitude_of(*model, first);
     const Vec3 of_date = sky.equator() * body.direction;
-    const solsys::Spherical place = solsys::to_spherical(of_date, norm(of_date));
-    detail.constellation =
-        static_cast<unsigned char>(model->RADecInConstell(place.lon, place.lat));
+    detail.constellation = static_cast<unsigned char>(model->RADecInConstell(
+        solsys::longitude_of(of_date.x, of_date.y), solsys::latitude_of(of_date)));
     horizontal(first, jd_tt, detail.azimuth, detail.altitude);
     return detail;
 }

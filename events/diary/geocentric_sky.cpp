@@ -5,8 +5,8 @@
 
 #include "core/constants.h"
 #include "events/search/span.h"
+#include "frames/iau2006_precession.h"
 #include "frames/nutation.h"
-#include "frames/precession.h"
 #include "solsys/star_place.h"
 
 namespace solsys::diary {
@@ -41,8 +41,9 @@ void GeocentricSky::at(double jd_tt) {
     at_in_same_frames(jd_tt);
     const Instant t = search::split(jd_tt);
     const NutationAngles nutation = nutation_iau1980_by_recurrence(t);
-    equator_ = nutation_matrix(nutation) * precession_matrix(kJ2000, t);
-    ecliptic_ = rotate_x(nutation.true_obliquity()) * equator_;
+    const FukushimaWilliams precession = fukushima_williams(t);
+    equator_ = equator_from_gcrs(precession, nutation.d_psi, nutation.d_epsilon);
+    ecliptic_ = rotate_x(precession.epsilon + nutation.d_epsilon) * equator_;
 }
 
 void GeocentricSky::at_in_same_frames(double jd_tt) {

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "core/constants.h"
 #include "events/diary/quantities.h"
 #include "events/diary/search.h"
 #include "events/search/crossings.h"

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "core/constants.h"
+#include "core/angles.h"
 #include "events/diary/geocentric_sky.h"
 
 namespace solsys::diary {
@@ -38,8 +38,6 @@ inline double longitude_at(GeocentricSky& sky, const Target& target, Circle circ
     return std::atan2(v.y, v.x);
 }
 
-inline double angle_between(Vec3 a, Vec3 b) { return std::atan2(norm(cross(a, b)), dot(a, b)); }
-
 // Derivative of a function of time by the central difference of fourth order over h days.
 // `minus` takes the difference of two values (angles: without whole turns).
 template <class Function, class Minus>
@@ -48,7 +46,7 @@ double rate(const Function& f, double t, double h, const Minus& minus) {
     const double inner = minus(f(t + h), f(t - h));
     return (8 * inner - outer) / (12 * h);
 }
-inline double turn(double a, double b) { return std::remainder(a - b, kTwoPi); }
+inline double turn(double a, double b) { return wrap_half_turn(a - b); }
 inline double plain(double a, double b) { return a - b; }
 
 }  // namespace solsys::diary

@@ -4,11 +4,10 @@
 #include <cstring>
 #include <iterator>
 
+#include "core/calendar.h"
 #include "core/constants.h"
-#include "core/spherical.h"
 #include "events/diary/quantities.h"
 #include "events/diary/search.h"
-#include "solsys/calendar.h"
 #include "solsys/magnitudes.h"
 
 using solsys::kDegree;
@@ -54,25 +53,19 @@ double instant_of(GeocentricSky& sky, double longitude, double t) {
 }
 
 double new_year_of(int year) {
-    int number = 0;
-    double fraction = 0;
-    DJ(&number, &fraction, static_cast<short>(year), 1, 1, 0, 0, 0.0);
-    return number + fraction;
+    return static_cast<double>(solsys::day_number({year, 1, 1})) - 0.5;
 }
 
 int year_of(double jd) {
-    short year = 0, month = 0, day = 0, hour = 0, minute = 0;
-    double day_fraction = 0, second = 0;
-    const solsys::Instant t = solsys::search::split(jd);
-    JD(t.day, t.fraction, &year, &month, &day, &day_fraction, &hour, &minute, &second);
-    return year;
+    return static_cast<int>(
+        solsys::civil_date(static_cast<std::int64_t>(std::floor(jd + 0.5))).year);
 }
 
 // The Moon's illuminated fraction: the cosine of the angle at the Moon.
 double moon_illuminated(GeocentricSky& sky, double t) {
     sky.at_in_same_frames(t);
     const Vec3 moon = sky.heliocentric(solsys::diary::kMoon).r;
-    return calcVisibleDiskPart(solsys::diary::angle_between(-moon, sky.earth().r - moon));
+    return calcVisibleDiskPart(solsys::separation(-moon, sky.earth().r - moon));
 }
 
 // Degrees from one longitude back to an earlier one.
@@ -115,8 +108,7 @@ bool Diary::fill_shower(SHOWER& shower) {
     const auto* row =
         std::find_if(std::begin(kShowers), std::end(kShowers),
                      [&shower](const Row& r) { return r.number == shower.number; });
-    if (row == std::end(kShowers) || shower.year == 0 || std::abs(shower.year) > 20000)
-        return false;
+    if (row == std::end(kShowers) || std::abs(shower.year) > 20000) return false;
     GeocentricSky sky(*model);
     // The first maximum of the calendar year.
     const double new_year = solsys::search::tt_from_ut(new_year_of(shower.year));

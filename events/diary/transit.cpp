@@ -25,7 +25,7 @@ Disks disks_at(GeocentricSky& sky, const SSO_ID& planet, double t) {
     const Apparent body = sky.apparent({planet});
     const Apparent sun = sky.sun();
     const double radius = sky.model().GetRadiEq(planet) / kAuKm;
-    return {angle_between(body.direction, sun.direction), std::asin(kSunRadius / sun.distance),
+    return {separation(body.direction, sun.direction), std::asin(kSunRadius / sun.distance),
             std::asin(radius / body.distance)};
 }
 

@@ -143,7 +143,7 @@ struct SKYEVENT_BODY {
 /// visual meteor showers (International Meteor Organization, 2024), J2000.0, at the maximum.
 struct SHOWER {
     std::int32_t number = 0;  ///< of the IAU Meteor Data Center, given
-    std::int32_t year = 0;    ///< of the maximum, given
+    std::int32_t year = 0;    ///< of the maximum, given; astronomical (0 is 1 BC)
     double start = 0;         ///< activity begins [JD UT], good to a day
     double peak = 0;          ///< [JD UT]
     double end = 0;           ///< activity ends [JD UT], good to a day

@@ -44,12 +44,13 @@ void search_for(CSkyDiaryEvents& diary, int kind, int number) {
 // minutes in the recorded ones (their distances are rounded to 1e-10 au), to an hour where the
 // barycentres of DE405 and DE431 differ in a flat extreme.
 double tolerance(int kind, int number, Source source) {
-    if (kind <= 4) return source == Source::kDe405 ? 8 : 16;  // precessions: 0.3 arcsec/century
-    if (kind <= 6) return 150;
+    if (kind <= 4) return source == Source::kDe405 ? 1 : 4;
+    if (kind <= 6) return source == Source::kDe405 ? 150 : 400;
     if (kind <= 10) return source == Source::kDe405 ? 0.2 : 2;
     if (kind == 15 || kind == 16) return number <= 4 ? 2 : 40;
     if (kind == 17) return 900;  // another law of magnitudes
-    if (kind == 18 || kind == 19) return number <= 4 ? 150 : 7200;
+    if (kind == 18 || kind == 19)
+        return number <= 4 ? 150 : source == Source::kDe405 ? 7200 : 25000;
     return number == 301 ? 5 : 6;
 }
 
