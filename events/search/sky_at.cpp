@@ -26,6 +26,15 @@ bool is_known(CSWSolSys& model, const SSO_ID& id) {
     }
 }
 
+// Light times below this are no guess [day]: the model takes one that is within 2e-6 day, and
+// on the Moon, which goes with the Earth, that much is up to 2.7 arcsec. A planet's 0.02.
+constexpr double kNoGuess = 1e-4;
+
+double carried(double distance_au) {
+    const double days = distance_au * kLightDayPerAu;
+    return days > kNoGuess ? days : 0.0;
+}
+
 }  // namespace
 
 double& SkyAt::light_time(const SSO_ID& id) {
@@ -53,19 +62,25 @@ std::optional<Place> SkyAt::apparent(const SSO_ID& id) {
         tau = 0;
         return std::nullopt;
     }
-    tau = place[0] * kLightDayPerAu;
+    tau = carried(place[0]);
     if (!std::isfinite(place[1]) || !std::isfinite(place[2])) return std::nullopt;
     return Place{place[0], place[1], place[2]};
 }
 
 std::optional<SkyAt::Direction> SkyAt::direction(const SSO_ID& id) {
+    if (const StarObject* star = model_.GetStar(id)) {
+        double place[3];
+        double vector[3];
+        model_.GetRADecVisStar(star, place, vector, false);
+        return Direction{unit(load(vector)), place[0]};
+    }
     double& tau = light_time(id);
     double u[4];
     if (!is_known(model_, id) || !model_.GetSSOVisVec2K(id, u, tau)) {
         tau = 0;
         return std::nullopt;
     }
-    tau = u[3] * kLightDayPerAu;
+    tau = carried(u[3]);
     return Direction{load(u), u[3]};
 }
 

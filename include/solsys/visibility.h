@@ -209,6 +209,27 @@ class SOLSYS_API CSWVisibility : public CSWAstrEv_dll {
     /// The list of the last `SearchVisibility`; valid until the next search.
     const std::vector<VISIBILITY>& GetResults() const;
 
+    /// Every passage of the object of `InitSearch` through an elevation in the whole interval
+    /// into a list of its own (`GetCrossings`); the cursor of `SearchNext` stays where it is.
+    ///
+    /// \param[in] elevation   altitude without refraction [rad]: -0.0098902 for the horizon
+    /// with
+    ///                        standard refraction; a site at height h metres sees 0.0353
+    ///                        degrees times sqrt(h) further down.
+    /// \param[in] upperLimb   true: of the upper limb, where the object's radius is known (the
+    ///                        Sun and the Moon rise so); false: of the centre.
+    /// \return how many the list holds; 0 for an elevation that is not finite, an object that
+    ///         cannot be computed, and an observer who is not on the surface of the Earth.
+    ///
+    /// None is missed, at any latitude: the second derivative of the sine of the altitude is
+    /// bounded, and an interval is left only when the bound says what is in it. Two passages
+    /// less than a second apart are taken for none. Instants agree to 0.1 s with the altitudes
+    /// that the model gives: each minute of a year sampled at 14 latitudes from pole to pole,
+    /// heights 0 and 3 km, ten bodies and three stars shows the same passages.
+    int SearchCrossings(double elevation, bool upperLimb);
+    /// The list of the last `SearchCrossings`, in order of time; valid until the next search.
+    const std::vector<CROSSING>& GetCrossings() const;
+
     /// Days of the object of `InitSearch` in the interval of the record, with the first
     /// moonrise and moonset in it and the Sun's events about its transit in it. Days are
     /// appended to the record's list. Each call goes on after the last day that the one before

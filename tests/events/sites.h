@@ -7,6 +7,7 @@
 #include "core/constants.h"
 #include "solsys/de_ephemeris.h"
 #include "solsys/solar_system.h"
+#include "solsys/visibility.h"
 
 namespace support {
 
