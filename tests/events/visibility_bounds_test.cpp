@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "solsys/earth_orientation.h"
 #include "solsys/visibility.h"
 #include "tests/events/sites.h"
 
@@ -131,6 +132,126 @@ TEST(Objects, ThatAreUnknownOrGoRoundTheObserverHaveNoDays) {
     visibility.FreeRiseSetVector(nullptr);
     visibility.InitSearch(kStart, kStart + 1, SSO_ID(SSO_PLNT, 10), nullptr);
     EXPECT_GE(visibility.SearchVisibility(), 1);
+}
+
+TEST(Destinations, ThatAreNullAreRefused) {
+    const auto model = support::de405_model();
+    CSWVisibility v(model.get());
+    OBSERVER site = support::site(50, 0);
+    SSO_ID sun(SSO_PLNT, 10);
+    double x = 0;
+    EXPECT_FALSE(v.GetCulmination(&sun, kStart, kStart + 1, nullptr, &x, 0));
+    EXPECT_FALSE(v.GetCulmination(&sun, kStart, kStart + 1, &x, nullptr, 0));
+    EXPECT_FALSE(v.GetCulmination4Spacecraft(&sun, kStart, kStart + 1, nullptr, nullptr, 0));
+    EXPECT_FALSE(v.GetCulmination4Spacecraft2(&sun, kStart, kStart + 1, nullptr, nullptr, 0));
+    EXPECT_EQ(v.FindObjSinAltMinMax(&sun, kStart, 1, nullptr, &x), 0);
+    EXPECT_EQ(v.FindObjSinAltMinMax(&sun, kStart, 1, &x, nullptr), 0);
+    EXPECT_FALSE(v.FindNearestRiseSetTimes(&sun, kStart, 2, 0, nullptr, nullptr));
+    EXPECT_EQ(v.GetZenith(2453371, 0.5, &site, nullptr, &x), 0);
+    EXPECT_FALSE(v.GetMtrxEq_Ec(2453371, 0.5, nullptr));
+    EXPECT_FALSE(v.GetCurVisibility(&site, nullptr));
+    EXPECT_FALSE(v.GetBrief_OI(2453371, 0.5, sun, nullptr));
+}
+
+// What is in no table, or in none at that instant, is not shown at the Sun, and what cannot be
+// computed not at another instant.
+TEST(CurrentView, RefusesWhatTheModelCannotCompute) {
+    DE_Ephemeris::clear();
+    CSWSolSys model;
+    model.InitSys("");
+    support::add_objects(model);
+    CSWVisibility v(&model);
+    OBSERVER site = support::site(50, 0);
+    const auto seen = [&](const SSO_ID& id, int day, double fraction) {
+        tagCURVISIBILITY now;
+        now.type = id.type, now.number = id.number;
+        now.day = day, now.fraction = fraction;
+        return v.GetCurVisibility(&site, &now);
+    };
+    const SSO_ID sirius(SSO_STAR, support::kSirius), sun(SSO_PLNT, 10);
+    for (const std::int32_t type :
+         {SSO_ASTR, SSO_COMT, SSO_FAST, SSO_FCOM, SSO_FSCO, SSO_TLE}) {
+        const SSO_ID unknown(type, 4321);
+        EXPECT_FALSE(seen(unknown, 2453371, 0.5));
+        BRIEF_INFO info;
+        EXPECT_FALSE(v.GetBrief_OI(2453371, 0.5, unknown, &info));
+        v.InitSearch(kStart, kStart + 1e8, unknown, &site);
+        EXPECT_EQ(v.SearchVisibility(), 0);
+    }
+    EXPECT_TRUE(seen(SSO_ID(SSO_ASTR, support::kCeres), 2453371, 0.5));
+    tagAster_SPH_5 held{};
+    held.number = 4321;
+    held.e = 0.1F, held.a = 2.5;
+    held.P[0] = held.Q[1] = 1;
+    model.HoldAsteroid(&held);
+    EXPECT_TRUE(seen(SSO_ID(SSO_ASTR, 4321), 2453371, 0.5));
+
+    EXPECT_TRUE(seen(sirius, 2453371, 0.5));
+    for (const SSO_ID& id : {sirius, sun}) {
+        EXPECT_FALSE(seen(id, 2459000, 1e300));
+        EXPECT_FALSE(seen(id, 2459000, kNaN));
+        EXPECT_FALSE(seen(id, 3474000, 0));  // beyond the theories the Earth has no place
+    }
+    double matrix[9];
+    EXPECT_TRUE(v.GetHorizon(2459000, 1e300, &site, 4)->empty());
+    EXPECT_FALSE(v.GetMtrxEq_Ec(2459000, 1e300, matrix));
+
+    // Spans that go on for ever end where the theories do.
+    v.InitSearch(2816795 - 30, 1e9, sun, &site);
+    EXPECT_NEAR(v.SearchVisibility(), 30, 1);
+    v.InitSearch(-1e9, 625295 + 30, sun, &site);
+    EXPECT_NEAR(v.SearchVisibility(), 30, 1);
+    double times[3];
+    SSO_ID target = sun;
+    EXPECT_FALSE(v.FindNearestRiseSetTimes(&target, 2816795 - 30, 1e8, 1.5, times, nullptr));
+}
+
+// Sidereal time plus the angle asked for is the right ascension.
+TEST(Culmination, AtAGeneralHourAngle) {
+    const auto model = support::de405_model();
+    CSWVisibility v(model.get());
+    const OBSERVER site = support::for_model(support::site(50, 20));
+    model->SetObserver(&site);
+    SSO_ID jupiter(SSO_PLNT, 5);
+    for (const double angle : {0.5, -1.0, 2.5}) {
+        double time = 0, altitude = 0, place[3];
+        v.GetCulmination(&jupiter, kStart, kStart + 1, &time, &altitude, angle);
+        const int day = static_cast<int>(time);
+        model->UpdateSys(day, time - day);
+        model->GetRADecVis(jupiter, place, 0);
+        const double sidereal = SiderialTime(true, day, time - day) + 20 * solsys::kDegree;
+        EXPECT_NEAR(std::remainder(sidereal + angle - place[1], solsys::kTwoPi), 0, 1e-5);
+    }
+}
+
+// Maxima of a satellite's altitude close to either end of the interval, from either end.
+TEST(Culmination, OfASpacecraftCloseToAnEnd) {
+    const auto model = support::de405_model();
+    UserObjectRecord record;
+    record.epoch_day = 2453371;
+    const double v = 7.5044 * 86400 / solsys::kAuKm;
+    record.state[0] = 7078.0 / solsys::kAuKm;
+    record.state[4] = v / 2, record.state[5] = v * std::sqrt(0.75);
+    ASSERT_TRUE(model->AddUserObject(7, record));
+    const OBSERVER site = support::for_model(support::site(50, 20));
+    model->SetObserver(&site);
+    CSWVisibility visibility(model.get());
+    SSO_ID craft(SSO_USCO, 7);
+    double top = 0, highest = 0, time = 0, altitude = 0;
+    ASSERT_TRUE(
+        visibility.GetCulmination4Spacecraft2(&craft, kStart, kStart + 0.2, &top, &highest, 0));
+    constexpr double second = 1 / 86400.0;
+    for (const double aside : {3, 20, 40, 59}) {
+        for (const double angle : {0.0, -6.28318530717958}) {
+            ASSERT_TRUE(visibility.GetCulmination4Spacecraft2(
+                &craft, top - aside * second, top + 0.02, &time, &altitude, angle));
+            EXPECT_NEAR(time, top, second);
+            ASSERT_TRUE(visibility.GetCulmination4Spacecraft2(
+                &craft, top - 0.02, top + aside * second, &time, &altitude, angle));
+            EXPECT_NEAR(time, top, second);
+            EXPECT_NEAR(altitude, highest, 1e-6);
+        }
+    }
 }
 
 }  // namespace
