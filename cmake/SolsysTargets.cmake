@@ -22,6 +22,12 @@ endif()
 # The object library of one folder of the core: every source below it.
 function(solsys_add_folder folder)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+  # What differs between systems stands in a folder for each.
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "/posix/")
+  else()
+    list(FILTER sources EXCLUDE REGEX "/windows/")
+  endif()
   if(NOT sources)
     return()
   endif()

@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr double kLargestRadians = 1e306;
+
 enum Mode : short { kUnsigned = 0, kLongitude = 1, kLatitude = 2, kHours = 3, kClock = 4 };
 
 struct Signed {
@@ -58,6 +60,8 @@ int Rad2GMS(double radians, GMSAngle* record, short mode) {
         *record = {0, 0, 0.0F, '+'};
         return 0;
     }
+    // What would overflow in degrees is brought into a turn before.
+    if (std::fabs(radians) > kLargestRadians) radians = std::fmod(radians, solsys::kTwoPi);
     const Signed angle = shown(std::fmod(radians * solsys::kDegreesPerRadian, 360), mode);
 
     const double value = angle.value + 5e-8;  // so that whole seconds are not cut to 59.99...

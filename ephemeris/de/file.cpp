@@ -1,6 +1,7 @@
 // Choosing, mapping and replacing the process's DE file.
 #include "platform/file.h"
 
+#include <memory>
 #include <mutex>
 #include <new>
 #include <string>
@@ -16,7 +17,17 @@ constinit OpenDeFile de_file;
 
 namespace {
 
-constexpr std::uint32_t kReplaceWait = 100000;  // microseconds: evaluations end within it
+// What is published, and who may look at it or change it: for the length of a pointer's copy.
+std::mutex published_mutex;
+std::shared_ptr<DeFile> published;
+
+void publish(std::shared_ptr<DeFile> file) {
+    const std::lock_guard lock(published_mutex);
+    published.swap(file);
+    de_file.generation.fetch_add(1, std::memory_order_release);
+}
+
+constexpr std::uint32_t kReplaceWait = 100000;  // microseconds: most evaluations end within it
 
 // Opening, clearing and replacing from several threads take turns; evaluations never wait here.
 std::mutex de_file_mutex;
@@ -76,24 +87,24 @@ bool map_file(const std::string& path) {
     if (mapping.size() / static_cast<std::int64_t>(sizeof(double)) / header->ncoeff < count + 2)
         return false;
 
-    de_file.mapping = std::move(mapping);
-    de_file.records = static_cast<const double*>(de_file.mapping.data());
-    de_file.time_range[0] = header->start_jd;
-    de_file.time_range[1] = header->end_jd;
+    auto file = std::make_shared<DeFile>();
+    file->mapping = std::move(mapping);
+    file->records = static_cast<const double*>(file->mapping.data());
     const double recorded = static_cast<double>(count) * header->span;
-    de_file.last_jd = recorded < header->end_jd - header->start_jd ? header->start_jd + recorded
-                                                                   : header->end_jd;
-    de_file.count = count;
-    de_file.per_span = 1.0 / header->span;
-    de_file.per_au = 1.0 / header->au_km;
-    de_file.moon_share = 1.0 / (header->emrat + 1.0);
-    de_file.header = std::move(*header);
-    ++de_file.generation;
+    file->last_jd = recorded < header->end_jd - header->start_jd ? header->start_jd + recorded
+                                                                 : header->end_jd;
+    file->count = count;
+    file->per_span = 1.0 / header->span;
+    file->per_au = 1.0 / header->au_km;
+    file->moon_share = 1.0 / (header->emrat + 1.0);
+    file->header = std::move(*header);
+    de_file.time_range[0] = file->header.start_jd;
+    de_file.time_range[1] = file->header.end_jd;
+    publish(std::move(file));
     return true;
 }
 
 bool open_file(const char* path) {
-    if (de_file.records != nullptr) return true;
     try {
         return map_file(choose_file(path != nullptr ? path : ""));
     } catch (const std::bad_alloc&) {
@@ -101,34 +112,48 @@ bool open_file(const char* path) {
     }
 }
 
-void close_file() {
-    if (de_file.records == nullptr) return;
-    de_file.records = nullptr;
-    ++de_file.generation;
-    de_file.mapping.unmap();
+}  // namespace
+
+std::shared_ptr<const DeFile> current_de_file() {
+    const std::lock_guard lock(published_mutex);
+    return published;
 }
 
-}  // namespace
+bool de_file_is_open() { return current_de_file() != nullptr; }
+
 }  // namespace solsys
 
 bool DE_Ephemeris::open(const char* path) {
     const std::lock_guard lock(solsys::de_file_mutex);
-    return solsys::open_file(path);
+    return solsys::de_file_is_open() || solsys::open_file(path);
 }
 
 void DE_Ephemeris::clear() {
-    const std::lock_guard lock(solsys::de_file_mutex);
-    solsys::close_file();
+    using namespace solsys;
+    const std::lock_guard lock(de_file_mutex);
+    std::shared_ptr<DeFile> file;
+    {
+        const std::lock_guard look(published_mutex);
+        file = published;
+    }
+    if (file == nullptr) return;
+    publish(nullptr);
+    // Evaluations are over, so nobody reads; states that still own the file learn from the
+    // generation that it is gone.
+    file->mapping.unmap();
 }
 
 double* DE_Ephemeris::getTimeRange() { return solsys::de_file.time_range; }
 
 bool DE_Ephemeris::replaceEphemeris(const char* path) {
-    const std::lock_guard lock(solsys::de_file_mutex);
-    solsys::de_file.replacing = true;
-    solsys::sleep_microseconds(solsys::kReplaceWait);
-    solsys::close_file();
-    const bool opened = solsys::open_file(path);
-    solsys::de_file.replacing = false;
+    using namespace solsys;
+    const std::lock_guard lock(de_file_mutex);
+    de_file.replacing.store(true, std::memory_order_release);
+    sleep_microseconds(kReplaceWait);
+    // The new file takes the place of the old one in one step; evaluations that are still under
+    // way keep the old one mapped.
+    const bool opened = open_file(path);
+    if (!opened) publish(nullptr);
+    de_file.replacing.store(false, std::memory_order_release);
     return opened;
 }

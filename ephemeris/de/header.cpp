@@ -9,6 +9,7 @@
 #include <optional>
 #include <string_view>
 
+#include "core/constants.h"
 #include "ephemeris/de/open_file.h"
 #include "platform/file.h"
 
@@ -25,8 +26,8 @@ constexpr std::int64_t kFurtherNames = 2856;
 constexpr std::int32_t kNamesInPlace = 400;
 constexpr std::int64_t kNameSize = 6;
 
-constexpr double kAu = 149597870.7;       // km
 constexpr double kAuTolerance = 0.1;      // km; every DE differs by less
+constexpr double kLeastSpan = 1e-3;       // day; those in use are of 8 days at least
 constexpr int kEvaluatedRows = 11;        // Mercury to the Sun
 constexpr std::int32_t kMaxTerms = 20;    // room for polynomials in DE_EvalState
 constexpr std::int32_t kRecordDates = 2;  // doubles before the first coefficient
@@ -99,9 +100,9 @@ bool read_fields(const ReadFile& file, DEHeader& header) {
 // Divisors and dates. Comparisons are put so that a NaN fails them.
 bool numbers_usable(const DEHeader& header) {
     return std::isfinite(header.start_jd) && std::isfinite(header.end_jd) &&
-           std::isfinite(header.span) && header.span > 0 && header.end_jd > header.start_jd &&
-           std::fabs(header.au_km - kAu) <= kAuTolerance && std::isfinite(header.emrat) &&
-           header.emrat > 0;
+           std::isfinite(header.span) && header.span >= kLeastSpan &&
+           header.end_jd > header.start_jd && std::fabs(header.au_km - kAuKm) <= kAuTolerance &&
+           std::isfinite(header.emrat) && header.emrat > 0;
 }
 
 // Doubles per record, from the length of the file: two header records and one per whole span.

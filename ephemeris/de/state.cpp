@@ -1,4 +1,6 @@
 // States of bodies from the open DE file.
+#include "ephemeris/de/state.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,81 +12,147 @@ namespace solsys {
 namespace {
 
 constexpr double kSameInstant = 1e-8;          // day
+constexpr double kNever = -1e38;               // Julian date
 constexpr std::uint32_t kReplacePoll = 50000;  // microseconds
 constexpr short kEarth = 3, kMoon = 10, kSun = 11;
 constexpr int kHeaderRecords = 2;
 
-// Number of the record of a record time. The end of the file's span belongs to the last record.
-std::int64_t record_number(double record_time) {
-    return std::min(static_cast<std::int64_t>(record_time), de_file.count - 1);
+// The file that a state evaluates: the open one, of which the state becomes an owner. Null when
+// there is none. What the state has of another file goes.
+const DeFile* file_of(DE_EvalState& state) {
+    while (de_file.replacing.load(std::memory_order_acquire)) {
+        state = DE_EvalState{};
+        sleep_microseconds(kReplacePoll);
+    }
+    const std::uint32_t generation = de_file.generation.load(std::memory_order_acquire);
+    if (state.generation != generation) {
+        state = DE_EvalState{};
+        state.file = current_de_file();
+        state.generation = generation;
+    }
+    return static_cast<const DeFile*>(state.file.get());
 }
 
-double position_in_record(double record_time) {
-    const double within = record_time - static_cast<double>(record_number(record_time));
+// Number of the record of a record time. The end of the file's span belongs to the last record.
+std::int64_t record_number(const DeFile& file, double record_time) {
+    return std::min(static_cast<std::int64_t>(record_time), file.count - 1);
+}
+
+double position_in_record(const DeFile& file, double record_time) {
+    const double within = record_time - static_cast<double>(record_number(file, record_time));
     return within <= 1.0 ? within : 1.0;  // rounding of the reciprocal of the span
 }
 
-void evaluate(DE_EvalState& state, int row, double within, bool velocity, double* out) {
-    const auto& [offset, terms, subs] = de_file.header.pointers[row - 1];
+void evaluate(const DeFile& file, DE_EvalState& state, int row, double within, bool velocity,
+              double* out) {
+    const auto& [offset, terms, subs] = file.header.pointers[row - 1];
     evaluate_series(state, state.record + (offset - 1), terms, subs, within, velocity,
-                    {de_file.per_span, de_file.per_au}, out);
+                    {file.per_span, file.per_au}, out);
 }
 
-// A state cached for one instant: its values, when they are for, and how much of them.
-void refresh(DE_EvalState& state, int row, double t, double within, bool velocity,
-             double& cached_time, std::int32_t& cached_level, double* cached) {
-    const std::int32_t level = velocity ? 1 : 0;
-    if (std::fabs(t - cached_time) <= kSameInstant && cached_level >= level) return;
-    evaluate(state, row, within, velocity, cached);
-    cached_time = t;
-    cached_level = level;
+// Body less Sun, and for the Earth less the Moon's share: the file has the centre of mass of
+// the Earth and the Moon. `sun` and `moon` make the two states that the caller keeps.
+template <class Sun, class Moon>
+void combine(const DeFile& file, DE_EvalState& state, short body, double within, bool velocity,
+             Sun sun, Moon moon, double* out) {
+    sun();
+    evaluate(file, state, body, within, velocity, out);
+    if (body >= kMoon) return;
+    const int count = velocity ? 6 : 3;
+    for (int i = 0; i < count; ++i) out[i] -= state.sun[i];
+    if (body == kEarth) {
+        moon();
+        for (int i = 0; i < count; ++i) out[i] -= state.moon[i] * file.moon_share;
+    }
+}
+
+// Days of a split instant from the start of the file to the start of a record, and from there
+// to the instant; the whole days of both are subtracted exactly.
+double days_into_record(const DeFile& file, Instant t, std::int64_t record) {
+    const double start_day = std::floor(file.header.start_jd);
+    const double start_fraction = file.header.start_jd - start_day;
+    const double record_start = static_cast<double>(record) * file.header.span;
+    return ((t.day - start_day) - record_start) + (t.fraction - start_fraction);
 }
 
 }  // namespace
+
+int de_state(DE_EvalState& state, Instant t, short body, bool velocity, double* out) {
+    const DeFile* file = file_of(state);
+    if (file == nullptr || body < 1 || body > kSun) return -1;
+    const double jd = t.jd();
+    if (!(jd >= file->header.start_jd && jd <= file->last_jd)) return -1;  // NaN too
+
+    // The sum says which record it is, unless it rounds across the start of one.
+    std::int64_t record = record_number(*file, (jd - file->header.start_jd) * file->per_span);
+    double within = days_into_record(*file, t, record) * file->per_span;
+    if (within < 0 && record > 0) {
+        within = days_into_record(*file, t, --record) * file->per_span;
+    }
+    within = std::clamp(within, 0.0, 1.0);
+    state.record_time = static_cast<double>(record) + within;
+    state.record = file->records + (record + kHeaderRecords) * file->header.ncoeff;
+
+    const auto kept = [&](DE_EvalState::Exact& exact, short row, double& cached_time,
+                          std::int32_t& cached_level, double* cached) {
+        const std::int32_t level = velocity ? 1 : 0;
+        if (exact.record == state.record && exact.within == within && cached_level >= level)
+            return;
+        evaluate(*file, state, row, within, velocity, cached);
+        exact = {state.record, within};
+        cached_time = kNever;
+        cached_level = level;
+    };
+    combine(
+        *file, state, body, within, velocity,
+        [&] { kept(state.exact_sun, kSun, state.sun_time, state.sun_level, state.sun); },
+        [&] { kept(state.exact_moon, kMoon, state.moon_time, state.moon_level, state.moon); },
+        out);
+    return 0;
+}
+
 }  // namespace solsys
 
 int DE_Ephemeris::getState(DE_EvalState& state, int day, double fraction, short body,
                            short velocities, double* out) {
     using namespace solsys;
-    while (de_file.replacing.load(std::memory_order_acquire)) {
-        state = DE_EvalState{};
-        sleep_microseconds(kReplacePoll);
-    }
-    if (de_file.records == nullptr || body < 1 || body > kSun) return -1;
+    const DeFile* file = file_of(state);
+    if (file == nullptr || body < 1 || body > kSun) return -1;
     const double t = day + fraction;
-    if (!(t >= de_file.header.start_jd && t <= de_file.last_jd)) return -1;  // NaN too
+    if (!(t >= file->header.start_jd && t <= file->last_jd)) return -1;  // NaN too
 
-    if (state.generation != de_file.generation) {
-        state = DE_EvalState{};
-        state.generation = de_file.generation;
-    }
-    state.record_time = (t - de_file.header.start_jd) * de_file.per_span;
-    state.record = de_file.records +
-                   (record_number(state.record_time) + kHeaderRecords) * de_file.header.ncoeff;
-    const double within = position_in_record(state.record_time);
+    state.record_time = (t - file->header.start_jd) * file->per_span;
+    state.record = file->records + (record_number(*file, state.record_time) + kHeaderRecords) *
+                                       file->header.ncoeff;
+    const double within = position_in_record(*file, state.record_time);
     const bool velocity = velocities != 0;
 
-    refresh(state, kSun, t, within, velocity, state.sun_time, state.sun_level, state.sun);
-    evaluate(state, body, within, velocity, out);
-    if (body >= kMoon) return 0;
-
-    const int count = velocity ? 6 : 3;
-    for (int i = 0; i < count; ++i) out[i] -= state.sun[i];
-    if (body == kEarth) {
-        // The file has the centre of mass of the Earth and the Moon.
-        refresh(state, kMoon, t, within, velocity, state.moon_time, state.moon_level,
-                state.moon);
-        for (int i = 0; i < count; ++i) out[i] -= state.moon[i] * de_file.moon_share;
-    }
+    const auto kept = [&](DE_EvalState::Exact& exact, short row, double& cached_time,
+                          std::int32_t& cached_level, double* cached) {
+        const std::int32_t level = velocity ? 1 : 0;
+        if (std::fabs(t - cached_time) <= kSameInstant && cached_level >= level) return;
+        evaluate(*file, state, row, within, velocity, cached);
+        exact = {};
+        cached_time = t;
+        cached_level = level;
+    };
+    combine(
+        *file, state, body, within, velocity,
+        [&] { kept(state.exact_sun, kSun, state.sun_time, state.sun_level, state.sun); },
+        [&] { kept(state.exact_moon, kMoon, state.moon_time, state.moon_level, state.moon); },
+        out);
     return 0;
 }
 
 void DE_Ephemeris::interpolate(DE_EvalState& state, const double* coefficients, int ncoef,
                                int nsub, int velocities, double* out) {
     using namespace solsys;
-    if (ncoef < 2 || ncoef > 20 || nsub < 1 || !(state.record_time >= 0) ||
-        state.record_time > static_cast<double>(de_file.count))
+    const double record_time = state.record_time;
+    const DeFile* file = file_of(state);
+    state.record_time = record_time;
+    if (file == nullptr || ncoef < 2 || ncoef > 20 || nsub < 1 || !(record_time >= 0) ||
+        record_time > static_cast<double>(file->count))
         return;
-    evaluate_series(state, coefficients, ncoef, nsub, position_in_record(state.record_time),
-                    velocities != 0, {de_file.per_span, de_file.per_au}, out);
+    evaluate_series(state, coefficients, ncoef, nsub, position_in_record(*file, record_time),
+                    velocities != 0, {file->per_span, file->per_au}, out);
 }

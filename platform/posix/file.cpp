@@ -1,4 +1,3 @@
-#ifndef _WIN32
 #include "platform/file.h"
 
 #include <dirent.h>
@@ -66,4 +65,3 @@ bool ReadFile::read(std::int64_t offset, void* bytes, std::size_t size) const {
 }
 
 }  // namespace solsys
-#endif

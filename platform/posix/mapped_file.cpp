@@ -1,4 +1,3 @@
-#ifndef _WIN32
 #include "platform/mapped_file.h"
 
 #include <fcntl.h>
@@ -47,4 +46,3 @@ void MappedFile::unmap() {
 }
 
 }  // namespace solsys
-#endif

@@ -1,4 +1,3 @@
-#ifndef _WIN32
 #include "platform/system.h"
 
 #include <pwd.h>
@@ -23,4 +22,3 @@ std::string system_data_folder() {
 }
 
 }  // namespace solsys
-#endif

@@ -1,4 +1,3 @@
-#ifdef _WIN32
 #include "platform/file.h"
 
 #include <windows.h>
@@ -79,4 +78,3 @@ bool ReadFile::read(std::int64_t offset, void* bytes, std::size_t size) const {
 }
 
 }  // namespace solsys
-#endif

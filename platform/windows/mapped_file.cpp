@@ -1,4 +1,3 @@
-#ifdef _WIN32
 #include "platform/mapped_file.h"
 
 #include <windows.h>
@@ -47,4 +46,3 @@ void MappedFile::unmap() {
 }
 
 }  // namespace solsys
-#endif

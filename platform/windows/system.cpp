@@ -1,4 +1,3 @@
-#ifdef _WIN32
 #include "platform/system.h"
 
 #include <windows.h>
@@ -20,4 +19,3 @@ std::string system_data_folder() {
 }
 
 }  // namespace solsys
-#endif

@@ -1,4 +1,3 @@
-#ifdef _WIN32
 #include "platform/windows/wide_text.h"
 
 #include <windows.h>
@@ -33,4 +32,3 @@ std::optional<std::string> utf8_from_utf16(const std::wstring& text) {
 }
 
 }  // namespace solsys
-#endif

@@ -4,12 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <thread>
 
 #include "tests/support/de_file_writer.h"
 #include "tests/support/shared_de_file.h"
@@ -145,31 +142,6 @@ TEST_F(DeFile, NothingOfAReplacedFileIsServed) {
 
     EXPECT_FALSE(DE_Ephemeris::replaceEphemeris((folder_ / "missing").c_str()));
     EXPECT_EQ(sun_x(state), -1);
-}
-
-// Threads that evaluate during replacements see one file or the other, never a mixture, and no
-// closed mapping.
-TEST_F(DeFile, EvaluationsWaitForAReplacement) {
-    const std::string files[] = {folder_.write("first", file_with(2, 1e6)),
-                                 folder_.write("second", file_with(3, 3e6))};
-    ASSERT_TRUE(DE_Ephemeris::open(files[0].c_str()));
-    std::atomic<bool> stop{false};
-    std::atomic<int> seen[3] = {};  // the first, the second, neither
-    std::thread reader([&] {
-        DE_EvalState state;
-        while (!stop) {
-            const double x = sun_x(state);
-            ++seen[std::fabs(x - 1e6) < 1e-6 ? 0 : std::fabs(x - 3e6) < 1e-6 ? 1 : 2];
-            std::this_thread::sleep_for(std::chrono::microseconds(100));
-        }
-    });
-    for (int n = 1; n <= 4; ++n) {
-        EXPECT_TRUE(DE_Ephemeris::replaceEphemeris(files[n % 2].c_str()));
-        std::this_thread::sleep_for(std::chrono::milliseconds(80));
-    }
-    stop = true;
-    reader.join();
-    EXPECT_TRUE(seen[0] > 0 && seen[1] > 0 && seen[2] == 0) << seen[2];
 }
 
 // 64-bit record addresses: the last record of a sparse file of 5 GB.

@@ -1,0 +1,16 @@
+// States from the open DE file with the instant in two parts.
+#pragma once
+
+#include "core/instant.h"
+#include "solsys/de_ephemeris.h"
+
+namespace solsys {
+
+// As DE_Ephemeris::getState, by the same bodies and codes, but day and fraction are never
+// added: the place in the record keeps the digits of the fraction, where the sum of both
+// resolves 40 microseconds (the Moon 4e-11 au, Mercury 2e-11 au). For batches, numerical
+// integration and the modern reduction. A state may serve both forms in turn; neither takes up
+// what the other cached of the Sun and the Moon.
+int de_state(DE_EvalState& state, Instant t, short body, bool velocity, double* out);
+
+}  // namespace solsys
