@@ -36,18 +36,29 @@ constexpr MoonPerturbationRow kPerturbedDistance[] = {
 #include "elpmpp02_pert_distance.inc"
 };
 
-// Longitude and latitude in radians, the distance in au.
-constexpr std::array<MoonCoordinate, 3> kCoordinates{{
+// Longitude and latitude in radians, the distance in au. Longitude and distance have their
+// arguments in common; those of the latitude are others, with odd multiples of F.
+constexpr std::array<MoonCoordinate, 2> kInPlane{{
     {kMainLongitude, kPerturbedLongitude, false, kArcsec},
-    {kMainLatitude, kPerturbedLatitude, false, kArcsec},
     {kMainDistance, kPerturbedDistance, true, elpmpp02::kDistanceScale / kAuKm},
 }};
-constexpr std::size_t kTermCount = kCoordinates[0].count_selected() +
-                                   kCoordinates[1].count_selected() +
-                                   kCoordinates[2].count_selected();
-constexpr auto kTerms = moon_terms<kTermCount>(kCoordinates, std::span(kArguments).subspan(1));
-constexpr auto kPacked = pack_series<4, kTerms>();
-constexpr SeriesView kSeries = kPacked.view();
+constexpr std::array<MoonCoordinate, 1> kOutOfPlane{
+    {{kMainLatitude, kPerturbedLatitude, false, kArcsec}}};
+
+template <const auto& kCoordinates>
+struct MoonTable {
+    static constexpr std::size_t kTermCount = [] {
+        std::size_t count = 0;
+        for (const MoonCoordinate& coordinate : kCoordinates)
+            count += coordinate.count_selected();
+        return count;
+    }();
+    static constexpr auto kTerms =
+        moon_terms<kTermCount>(kCoordinates, std::span(kArguments).subspan(1));
+    static constexpr auto kPacked = pack_series<4, kTerms>();
+};
+constexpr SeriesView kLongitudeAndDistance = MoonTable<kInPlane>::kPacked.view();
+constexpr SeriesView kLatitude = MoonTable<kOutOfPlane>::kPacked.view();
 
 // P and Q of the pole of the moving ecliptic, T^1 to T^5, T in Julian centuries. Laskar 1986,
 // Astron. Astrophys. 157, 59.
@@ -95,11 +106,12 @@ State elpmpp02_moon(double days, bool with_velocity) {
     const double t = days / kDaysPerJulianCentury;
 
     // Longitude and latitude on the mean ecliptic of date, and the distance.
-    const State series = sum_series(kSeries, t, with_velocity);
+    const SeriesSum in_plane = sum_series(kLongitudeAndDistance, t, with_velocity);
+    const SeriesSum out_of_plane = sum_series(kLatitude, t, with_velocity);
     const Rated w1 = mean_longitude(t);
-    const double v = w1.value + series.r.x;
-    const double u = series.r.y;
-    const double r = series.r.z;
+    const double v = w1.value + in_plane.value[0];
+    const double u = out_of_plane.value[0];
+    const double r = in_plane.value[1];
     const double cos_v = std::cos(v), sin_v = std::sin(v);
     const double cos_u = std::cos(u), sin_u = std::sin(u);
     const Vec3 of_date = r * Vec3{cos_v * cos_u, sin_v * cos_u, sin_u};
@@ -115,9 +127,9 @@ State elpmpp02_moon(double days, bool with_velocity) {
     State moon{j2000_from_date * of_date, {0, 0, 0}};
 
     if (with_velocity) {
-        const double v_rate = w1.rate + series.v.x;
-        const double u_rate = series.v.y;
-        const double r_rate = series.v.z;
+        const double v_rate = w1.rate + in_plane.rate[0];
+        const double u_rate = out_of_plane.rate[0];
+        const double r_rate = in_plane.rate[1];
         const Vec3 of_date_rate = (r_rate / r) * of_date +
                                   (r * v_rate) * Vec3{-sin_v * cos_u, cos_v * cos_u, 0} +
                                   (r * u_rate) * Vec3{-cos_v * sin_u, -sin_v * sin_u, cos_u};

@@ -1,6 +1,6 @@
 // The terms of ELP/MPP02 in the form the kernel sums, computed while compiling: amplitudes
 // corrected for the constants fitted to DE405, the combinations of the arguments joined into
-// one polynomial per term, sines and cosine pairs turned into one cosine.
+// one polynomial per term.
 #pragma once
 
 #include <array>
@@ -72,34 +72,6 @@ constexpr double kFB5 = 2 * kAlpha / (3 * kM) * kFB1;
 
 constexpr long double kArcsecPerTurn = 1296000;
 
-// Newton's method from above; good to the last bit or two. 0 for x = 0.
-constexpr long double square_root(long double x) {
-    if (x == 0) return 0;
-    long double root = x > 1 ? x : 1;
-    for (;;) {
-        const long double next = (root + x / root) / 2;
-        if (next >= root) return root;
-        root = next;
-    }
-}
-
-// The angle of the direction (x, y) [turn], -1/2 to 1/2. Half angles, by
-// tan(a / 2) = tan a / (1 + sqrt(1 + tan^2 a)), until the power series of the arc tangent
-// converges at once.
-constexpr long double direction_turns(long double y, long double x) {
-    constexpr long double kTurn = 6.28318530717958647692528676655900577L;
-    const long double size = square_root(x * x + y * y);
-    if (size == 0) return 0;
-    long double tangent = y / (size + (x < 0 ? -x : x));
-    for (int i = 0; i < 3; ++i) tangent /= 1 + square_root(1 + tangent * tangent);
-    // |tangent| < 0.1: ten terms leave 1e-22.
-    long double series = 0;
-    for (int k = 9; k >= 0; --k)
-        series = (k % 2 ? -1.0L : 1.0L) / (2 * k + 1) + series * tangent * tangent;
-    const long double angle = 16 * tangent * series / kTurn;
-    return x >= 0 ? angle : (y < 0 ? -0.5L : 0.5L) - angle;
-}
-
 // The combination of `arguments` by `multiples`, in turns, its constant part reduced.
 constexpr std::array<long double, 5> combination(std::span<const MoonArgument> arguments,
                                                  std::span<const int> multiples) {
@@ -112,16 +84,18 @@ constexpr std::array<long double, 5> combination(std::span<const MoonArgument> a
     return c;
 }
 
-constexpr MoonTerm make_term(int coordinate, int power, long double amplitude,
-                             long double shift, const std::array<long double, 5>& c) {
-    long double phase = c[0] + shift;
-    phase -= static_cast<long double>(static_cast<long long>(phase));
-    return {coordinate,
-            power,
-            static_cast<double>(amplitude),
-            static_cast<double>(phase),
-            {static_cast<double>(c[1]), static_cast<double>(c[2]), static_cast<double>(c[3]),
-             static_cast<double>(c[4])}};
+// T^power (s sin a + c cos a), a the argument of `turns`.
+constexpr MoonTerm make_term(int coordinate, int power, double s, double c,
+                             const std::array<long double, 5>& turns) {
+    const long double phase =
+        turns[0] - static_cast<long double>(static_cast<long long>(turns[0]));
+    return forwards<4>({coordinate,
+                        power,
+                        c,
+                        s,
+                        {static_cast<double>(phase), static_cast<double>(turns[1]),
+                         static_cast<double>(turns[2]), static_cast<double>(turns[3]),
+                         static_cast<double>(turns[4])}});
 }
 
 }  // namespace elpmpp02
@@ -141,35 +115,31 @@ struct MoonCoordinate {
     }
 };
 
-// All selected terms of longitude, latitude and distance; `arguments` are those of the
-// perturbations, in the order of their columns.
+// All selected terms of some coordinates; `arguments` are those of the perturbations, in the
+// order of their columns.
 template <std::size_t kCount>
-constexpr std::array<MoonTerm, kCount> moon_terms(
-    const std::array<MoonCoordinate, 3>& coordinates, std::span<const MoonArgument> arguments) {
+constexpr std::array<MoonTerm, kCount> moon_terms(std::span<const MoonCoordinate> coordinates,
+                                                  std::span<const MoonArgument> arguments) {
     using namespace elpmpp02;
     std::array<MoonTerm, kCount> terms{};
     std::size_t i = 0;
-    for (int coordinate = 0; coordinate < 3; ++coordinate) {
-        const MoonCoordinate& tables = coordinates[static_cast<std::size_t>(coordinate)];
-        const double unit = tables.unit;
+    for (std::size_t k = 0; k < coordinates.size(); ++k) {
+        const auto coordinate = static_cast<int>(k);
+        const MoonCoordinate& tables = coordinates[k];
         for (const MoonMainRow& row : tables.main) {
             if (row.weight < kMoonSelection) continue;
-            const double amplitude = (tables.is_distance ? kFA : 1.0) * row.a + kFB1 * row.b1 +
-                                     kFB2 * row.b2 + kFB3 * row.b3 + kFB4 * row.b4 +
-                                     kFB5 * row.b5;
+            const double amplitude =
+                tables.unit * ((tables.is_distance ? kFA : 1.0) * row.a + kFB1 * row.b1 +
+                               kFB2 * row.b2 + kFB3 * row.b3 + kFB4 * row.b4 + kFB5 * row.b5);
             const int multiples[]{row.d, row.f, row.l, row.lp};
-            // sin a = cos(a - 1/4 turn)
-            terms[i++] =
-                make_term(coordinate, 0, amplitude * unit, tables.is_distance ? 0.0L : -0.25L,
-                          combination(arguments, multiples));
+            terms[i++] = make_term(coordinate, 0, tables.is_distance ? 0 : amplitude,
+                                   tables.is_distance ? amplitude : 0,
+                                   combination(arguments, multiples));
         }
         for (const MoonPerturbationRow& row : tables.perturbations) {
             if (row.weight < kMoonSelection) continue;
-            // s sin a + c cos a = A cos(a - p), where (c, s) = A (cos p, sin p)
-            const long double amplitude = square_root(row.s * row.s + row.c * row.c);
-            terms[i++] =
-                make_term(coordinate, row.t_power, amplitude * unit,
-                          -direction_turns(row.s, row.c), combination(arguments, row.multiple));
+            terms[i++] = make_term(coordinate, row.t_power, tables.unit * row.s,
+                                   tables.unit * row.c, combination(arguments, row.multiple));
         }
     }
     return terms;

@@ -1,6 +1,9 @@
-// The inner loop of the trigonometric series: three coordinates, each a sum over its rows of
-//     A t^n cos 2 pi (b + c1 t + ... + cd t^d),
-// compiled once for every x86-64 processor and once for those with AVX2.
+// The inner loop of the trigonometric series: up to three coordinates, each a sum over powers n
+// and arguments a of
+//     t^n (p cos 2 pi a(t) + q sin 2 pi a(t)),  a(t) = c0 + c1 t + ... + cd t^d,
+// compiled for every x86-64 processor, for those with AVX2 and for those with AVX-512.
+// Coordinates and powers share their arguments: the sine and the cosine of each are worked out
+// once.
 //
 // This header and the kernel's sources include nothing: a function shared with the rest of
 // the library must not be compiled for a processor that may not be there.
@@ -8,26 +11,33 @@
 
 namespace solsys {
 
-// Rows are summed in this many interleaved partial sums, whatever the width of the vectors, so
-// that every build gives the same bits.
-constexpr int kSeriesLanes = 4;
+// Arguments are worked through in blocks of this many interleaved lanes, whatever the width of
+// the vectors, so that every build gives the same bits.
+constexpr int kSeriesLanes = 8;
+// Blocks that go through both passes together (sines and cosines, then sums), so that what the
+// first leaves to the second stays in the nearest cache.
+constexpr int kSeriesChunk = 16;
 // Powers t^0 to t^5.
 constexpr int kSeriesPowers = 6;
 
-// A series packed for the loop. Blocks hold kSeriesLanes rows each: the amplitudes, then the
-// phases b [turn], then c1 to cd [turn per unit of t^k]. They follow each other by coordinate
-// and, within a coordinate, from the highest power of t to the lowest; short ones are padded
-// with rows of zeros.
+// A series packed for the loop. Arguments are sorted by the highest power of t that they occur
+// with, falling: those that occur with t^n or more are the first blocks[n] blocks.
 struct SeriesView {
-    const double* blocks;
-    int degree;  // of the arguments: 1 or 4
-    int block_count[3][kSeriesPowers];
+    // By block: c0 of its lanes, then c1, to cd [turn per unit of t^k].
+    const double* arguments;
+    // By chunk, within a chunk by power, within a power by block, within a block by coordinate:
+    // p of the lanes, then q. What does not occur is zero.
+    const double* weights;
+    int degree;       // of the arguments: 1 or 4
+    int coordinates;  // 1 to 3
+    int blocks[kSeriesPowers];
 };
 
-// Sums of the three coordinates at t and, unless `rate` is null, their derivatives by t. The
-// sums are the same bits with and without rates, and from both builds. Arguments up to 1e9
-// turns; beyond, or for a t that is not finite, the sums are meaningless.
-void sum_series_baseline(const SeriesView& series, double t, double sum[3], double* rate);
-void sum_series_avx2(const SeriesView& series, double t, double sum[3], double* rate);
+// Sums of the coordinates at t and, unless `rate` is null, their derivatives by t. The sums are
+// the same bits with and without rates, and from every build. Arguments up to 1e9 turns;
+// beyond, or for a t that is not finite, the sums are meaningless.
+void sum_series_baseline(const SeriesView& series, double t, double* sum, double* rate);
+void sum_series_avx2(const SeriesView& series, double t, double* sum, double* rate);
+void sum_series_avx512(const SeriesView& series, double t, double* sum, double* rate);
 
 }  // namespace solsys

@@ -1,7 +1,7 @@
-// The body of the kernel, included by series_kernel_baseline.cpp and series_kernel_avx2.cpp.
+// The body of the kernel, included by series_kernel_baseline.cpp, _avx2.cpp and _avx512.cpp.
 //
 // Plain loops over kSeriesLanes elements, each short enough for the compiler to turn it into
-// vector instructions; choices are minima and maxima, never branches.
+// vector instructions; nothing branches on a value.
 #include "ephemeris/analytic/series_kernel.h"
 
 namespace solsys {
@@ -10,8 +10,9 @@ namespace {
 constexpr int kLanes = kSeriesLanes;
 constexpr double kTurn = 6.28318530717958647692;  // rad
 
-inline double smaller(double a, double b) { return a < b ? a : b; }
-inline double larger(double a, double b) { return a > b ? a : b; }
+struct Lanes {
+    double at[kLanes];
+};
 
 // The nearest whole number, |x| < 2^51: adding 1.5 * 2^52 leaves no room for a fraction.
 inline double nearest(double x) {
@@ -19,86 +20,153 @@ inline double nearest(double x) {
     return (x + kShift) - kShift;
 }
 
-// sin 2 pi y for |y| <= 1/4, to 9e-17 and rounding. With u = 4 y, the expansion
+// sin pi x and cos pi x for |x| <= 1/2, x2 = x^2. With u = 2 x, the expansions
 //     sin(pi u / 2) = 2 sum (-1)^k J_{2k+1}(pi / 2) T_{2k+1}(u)
-// (Abramowitz & Stegun 9.1.45) up to T_15, written out in powers of y; the first term left out
-// is 2 J_17(pi / 2) = 9e-17.
-inline double sine_of_turns(double y) {
-    const double y2 = y * y;
-    const double y4 = y2 * y2;
-    const double a = 6.28318530717958038182 - 41.3417022403950768258 * y2;
-    const double b = 81.6052492750252875351 - 76.7058596473931460775 * y2;
-    const double c = 42.0586883024023833808 - 15.0944715540541356631 * y2;
-    const double d = 3.81699676081059334701 - 0.690933034270318414932 * y2;
-    return ((a + b * y4) + (c + d * y4) * (y4 * y4)) * y;
+//     cos(pi u / 2) = J_0(pi / 2) + 2 sum (-1)^k J_{2k}(pi / 2) T_{2k}(u)
+// (Abramowitz & Stegun 9.1.44 and 9.1.45) up to T_15 and T_16, written out in powers of x; the
+// first terms left out are 2 J_17(pi / 2) = 9e-17 and 2 J_18(pi / 2) = 4e-18.
+inline double sin_pi(double x, double x2) {
+    const double x4 = x2 * x2;
+    const double a = 3.14159265358979019091 - 5.16771278004938460322 * x2;
+    const double b = 2.55016403984454023547 - 0.59926452849525895373 * x2;
+    const double c = 0.0821458755906296550406 - 0.00737034743850299592924 * x2;
+    const double d = 0.00046594198740363688318 - 0.0000210856028524877445963 * x2;
+    return ((a + b * x4) + (c + d * x4) * (x4 * x4)) * x;
+}
+inline double cos_pi(double x2) {
+    const double x4 = x2 * x2;
+    const double a = 0.999999999999999996083 - 4.93480220054467677053 * x2;
+    const double b = 4.05871212641649727354 - 1.33526276884345586117 * x2;
+    const double c = 0.235330630129670611786 - 0.0258068887381775806807 * x2;
+    const double d = (0.0019295562780374169402 - 0.000104566567061745839002 * x2) +
+                     0.00000414957802705712042536 * x4;
+    return (a + b * x4) + (c + d * x4) * (x4 * x4);
 }
 
-// The same for cosine and sine of |x| <= 1/2 turn, folded into the first quadrants.
-inline double cosine(double x) { return sine_of_turns(smaller(0.25 - x, 0.25 + x)); }
-inline double sine(double x) { return sine_of_turns(smaller(0.5 - x, larger(x, -0.5 - x))); }
+// Cosines and sines of the arguments of a chunk and, if asked for, their derivatives by t over
+// 2 pi, each lane beside the others of its block.
+struct Chunk {
+    double cosine[kSeriesChunk * kLanes], sine[kSeriesChunk * kLanes];
+    double cosine_rate[kSeriesChunk * kLanes], sine_rate[kSeriesChunk * kLanes];
+};
 
 template <int kDegree, bool kWithRate>
-void sum_series(const SeriesView& series, double t, double* sum, double* rate) {
-    const double* row = series.blocks;
-    for (int coordinate = 0; coordinate < 3; ++coordinate) {
-        // Horner's scheme in t over the groups of rows with equal power: value is the sum so
-        // far, turning its derivative through the arguments (over -2 pi), power that through
-        // the powers of t.
-        double value[kLanes] = {};
-        double turning[kLanes] = {};
-        double power[kLanes] = {};
-        for (int n = kSeriesPowers - 1; n >= 0; --n) {
-            if constexpr (kWithRate) {
-                for (int i = 0; i < kLanes; ++i) power[i] = power[i] * t + value[i];
-                for (int i = 0; i < kLanes; ++i) turning[i] *= t;
-            }
-            for (int i = 0; i < kLanes; ++i) value[i] *= t;
-
-            for (int block = series.block_count[coordinate][n]; block > 0; --block) {
-                const double* amplitude = row;
-                const double* phase = row + kLanes;
-                const double* c1 = row + 2 * kLanes;
-                double x[kLanes];
-                if constexpr (kDegree == 1) {
-                    for (int i = 0; i < kLanes; ++i) x[i] = phase[i] + c1[i] * t;
-                } else {
-                    const double *c2 = c1 + kLanes, *c3 = c2 + kLanes, *c4 = c3 + kLanes;
-                    for (int i = 0; i < kLanes; ++i)
-                        x[i] = phase[i] + (c1[i] + (c2[i] + (c3[i] + c4[i] * t) * t) * t) * t;
-                }
-                for (int i = 0; i < kLanes; ++i) x[i] -= nearest(x[i]);
-                for (int i = 0; i < kLanes; ++i) value[i] += amplitude[i] * cosine(x[i]);
-                if constexpr (kWithRate && kDegree == 1) {
-                    for (int i = 0; i < kLanes; ++i)
-                        turning[i] += amplitude[i] * c1[i] * sine(x[i]);
-                } else if constexpr (kWithRate) {
-                    const double *c2 = c1 + kLanes, *c3 = c2 + kLanes, *c4 = c3 + kLanes;
-                    double speed[kLanes];
-                    for (int i = 0; i < kLanes; ++i)
-                        speed[i] = c1[i] + (2 * c2[i] + (3 * c3[i] + 4 * c4[i] * t) * t) * t;
-                    for (int i = 0; i < kLanes; ++i)
-                        turning[i] += amplitude[i] * speed[i] * sine(x[i]);
-                }
-                row += (2 + kDegree) * kLanes;
-            }
+inline void evaluate_arguments(const double* c, int blocks, double t, Chunk& chunk) {
+    for (int b = 0; b < blocks; ++b, c += (kDegree + 1) * kLanes) {
+        double x[kLanes], x2[kLanes], s[kLanes], half_cosine[kLanes];
+        const double *c1 = c + kLanes, *c2 = c1 + kLanes, *c3 = c2 + kLanes, *c4 = c3 + kLanes;
+        double* cosine = chunk.cosine + b * kLanes;
+        double* sine = chunk.sine + b * kLanes;
+        if constexpr (kDegree == 1) {
+            for (int i = 0; i < kLanes; ++i) x[i] = c[i] + c1[i] * t;
+        } else {
+            for (int i = 0; i < kLanes; ++i)
+                x[i] = c[i] + (c1[i] + (c2[i] + (c3[i] + c4[i] * t) * t) * t) * t;
         }
-        sum[coordinate] = (value[0] + value[2]) + (value[1] + value[3]);
+        // By the half angle: sin 2 a = 2 sin a cos a, cos 2 a = cos^2 a - sin^2 a.
+        for (int i = 0; i < kLanes; ++i) x[i] -= nearest(x[i]);
+        for (int i = 0; i < kLanes; ++i) x2[i] = x[i] * x[i];
+        for (int i = 0; i < kLanes; ++i) s[i] = sin_pi(x[i], x2[i]);
+        for (int i = 0; i < kLanes; ++i) half_cosine[i] = cos_pi(x2[i]);
+        for (int i = 0; i < kLanes; ++i) sine[i] = 2 * s[i] * half_cosine[i];
+        for (int i = 0; i < kLanes; ++i)
+            cosine[i] = (half_cosine[i] - s[i]) * (half_cosine[i] + s[i]);
         if constexpr (kWithRate) {
-            rate[coordinate] = ((power[0] + power[2]) + (power[1] + power[3])) -
-                               kTurn * ((turning[0] + turning[2]) + (turning[1] + turning[3]));
+            double speed[kLanes];
+            if constexpr (kDegree == 1) {
+                for (int i = 0; i < kLanes; ++i) speed[i] = c1[i];
+            } else {
+                for (int i = 0; i < kLanes; ++i)
+                    speed[i] = c1[i] + (2 * c2[i] + (3 * c3[i] + 4 * c4[i] * t) * t) * t;
+            }
+            for (int i = 0; i < kLanes; ++i)
+                chunk.cosine_rate[b * kLanes + i] = -speed[i] * sine[i];
+            for (int i = 0; i < kLanes; ++i)
+                chunk.sine_rate[b * kLanes + i] = speed[i] * cosine[i];
         }
     }
 }
 
-inline void sum_series_of_any_degree(const SeriesView& series, double t, double* sum,
-                                     double* rate) {
-    if (series.degree == 1) {
-        rate ? sum_series<1, true>(series, t, sum, rate)
-             : sum_series<1, false>(series, t, sum, rate);
-    } else {
-        rate ? sum_series<4, true>(series, t, sum, rate)
-             : sum_series<4, false>(series, t, sum, rate);
+inline void add_block(Lanes& sum, const double* weights, const double* cosine,
+                      const double* sine) {
+    for (int i = 0; i < kLanes; ++i)
+        sum.at[i] += weights[i] * cosine[i] + weights[kLanes + i] * sine[i];
+}
+
+// Adds what `blocks` blocks of one power give to the coordinates.
+template <int kCoordinates>
+inline void add_blocks(const double* weights, int blocks, const double* cosine,
+                       const double* sine, Lanes* total) {
+    constexpr int kY = kCoordinates > 1 ? 1 : 0, kZ = kCoordinates > 2 ? 2 : 0;
+    Lanes x = total[0], y = total[kY], z = total[kZ];
+    for (; blocks > 0; --blocks, cosine += kLanes, sine += kLanes) {
+        add_block(x, weights, cosine, sine);
+        if constexpr (kCoordinates > 1) add_block(y, weights + 2 * kLanes, cosine, sine);
+        if constexpr (kCoordinates > 2) add_block(z, weights + 4 * kLanes, cosine, sine);
+        weights += 2 * kLanes * kCoordinates;
     }
+    if constexpr (kCoordinates > 2) total[kZ] = z;
+    if constexpr (kCoordinates > 1) total[kY] = y;
+    total[0] = x;
+}
+
+inline double total(const Lanes& x) {
+    return ((x.at[0] + x.at[4]) + (x.at[2] + x.at[6])) +
+           ((x.at[1] + x.at[5]) + (x.at[3] + x.at[7]));
+}
+
+template <int kDegree, int kCoordinates, bool kWithRate>
+void sum_series(const SeriesView& series, double t, double* sum, double* rate) {
+    Lanes value[kSeriesPowers][kCoordinates] = {};
+    Lanes turning[kSeriesPowers][kCoordinates] = {};  // derivatives through the arguments
+    Chunk chunk;
+    const double* weights = series.weights;
+    for (int first = 0; first < series.blocks[0]; first += kSeriesChunk) {
+        const auto blocks_of = [&](int n) {
+            const int rest = series.blocks[n] - first;
+            return rest < kSeriesChunk ? rest : kSeriesChunk;
+        };
+        evaluate_arguments<kDegree, kWithRate>(
+            series.arguments + first * (kDegree + 1) * kLanes, blocks_of(0), t, chunk);
+        for (int n = 0; n < kSeriesPowers && blocks_of(n) > 0; ++n) {
+            add_blocks<kCoordinates>(weights, blocks_of(n), chunk.cosine, chunk.sine, value[n]);
+            if constexpr (kWithRate)
+                add_blocks<kCoordinates>(weights, blocks_of(n), chunk.cosine_rate,
+                                         chunk.sine_rate, turning[n]);
+            weights += blocks_of(n) * 2 * kLanes * kCoordinates;
+        }
+    }
+    // Horner's scheme in t: the value, and its derivatives through the powers and the
+    // arguments.
+    for (int k = 0; k < kCoordinates; ++k) {
+        double in_t = 0, by_power = 0, by_argument = 0;
+        for (int n = kSeriesPowers - 1; n >= 0; --n) {
+            by_power = by_power * t + in_t;
+            in_t = in_t * t + total(value[n][k]);
+            by_argument = by_argument * t + total(turning[n][k]);
+        }
+        sum[k] = in_t;
+        if constexpr (kWithRate) rate[k] = by_power + kTurn * by_argument;
+    }
+}
+
+template <int kDegree, int kCoordinates>
+void sum_series(const SeriesView& series, double t, double* sum, double* rate) {
+    rate ? sum_series<kDegree, kCoordinates, true>(series, t, sum, rate)
+         : sum_series<kDegree, kCoordinates, false>(series, t, sum, rate);
+}
+
+template <int kDegree>
+void sum_series(const SeriesView& series, double t, double* sum, double* rate) {
+    if (series.coordinates == 1) return sum_series<kDegree, 1>(series, t, sum, rate);
+    if (series.coordinates == 2) return sum_series<kDegree, 2>(series, t, sum, rate);
+    sum_series<kDegree, 3>(series, t, sum, rate);
+}
+
+inline void sum_series_of_any_shape(const SeriesView& series, double t, double* sum,
+                                    double* rate) {
+    series.degree == 1 ? sum_series<1>(series, t, sum, rate)
+                       : sum_series<4>(series, t, sum, rate);
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 
 namespace solsys {
 
-void sum_series_avx2(const SeriesView& series, double t, double sum[3], double* rate) {
-    sum_series_of_any_degree(series, t, sum, rate);
+void sum_series_avx2(const SeriesView& series, double t, double* sum, double* rate) {
+    sum_series_of_any_shape(series, t, sum, rate);
 }
 
 }  // namespace solsys

@@ -4,15 +4,17 @@
 
 namespace solsys {
 
-State sum_series(const SeriesView& series, double t, bool with_rate) {
-    double sum[3];
-    double rate[3] = {};
-    if (cpu_has_avx2()) {
-        sum_series_avx2(series, t, sum, with_rate ? rate : nullptr);
+SeriesSum sum_series(const SeriesView& series, double t, bool with_rate) {
+    SeriesSum sum;
+    double* rate = with_rate ? sum.rate : nullptr;
+    if (cpu_has_avx512()) {
+        sum_series_avx512(series, t, sum.value, rate);
+    } else if (cpu_has_avx2()) {
+        sum_series_avx2(series, t, sum.value, rate);
     } else {
-        sum_series_baseline(series, t, sum, with_rate ? rate : nullptr);
+        sum_series_baseline(series, t, sum.value, rate);
     }
-    return {load(sum), load(rate)};
+    return sum;
 }
 
 }  // namespace solsys

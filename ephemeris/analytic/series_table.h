@@ -1,80 +1,174 @@
 // Packs the terms of a trigonometric series for the kernel, while compiling.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
+#include "core/sin_cos.h"
 #include "ephemeris/analytic/series_kernel.h"
 
 namespace solsys {
 
-// amplitude * t^power * cos 2 pi (phase + c[0] t + c[1] t^2 + ...), one coordinate of three.
+// t^power (p cos 2 pi a + q sin 2 pi a) of one coordinate, a = c[0] + c[1] t + ... [turn].
 template <int kDegree>
 struct SeriesTerm {
-    int coordinate;  // 0 to 2
+    using Argument = std::array<double, kDegree + 1>;
+
+    int coordinate;  // from 0
     int power;       // 0 to kSeriesPowers - 1
-    double amplitude;
-    double phase;                   // turn
-    std::array<double, kDegree> c;  // turn per unit of t^k
+    double p, q;
+    Argument c;
 };
 
-// A packed series; `view` is what the kernel takes.
-template <int kDegree, std::size_t kBlocks>
-struct SeriesTable {
-    int block_count[3][kSeriesPowers];
-    std::array<double, kBlocks*(2 + kDegree) * kSeriesLanes> blocks;
+// amplitude * t^power * cos 2 pi (phase + frequency t), phase and frequency in radians and rad
+// per unit of t.
+constexpr SeriesTerm<1> cosine_term(int coordinate, int power, double amplitude, double phase,
+                                    double frequency) {
+    constexpr long double kTurn = 6.28318530717958647692528676655900577L;  // rad
+    const SinCos angle = sin_cos(phase);
+    return {coordinate,
+            power,
+            amplitude * angle.cos,
+            -amplitude * angle.sin,
+            {0, static_cast<double>(frequency / kTurn)}};
+}
 
-    [[nodiscard]] constexpr SeriesView view() const {
-        SeriesView v{blocks.data(), kDegree, {}};
-        for (int i = 0; i < 3; ++i)
-            for (int n = 0; n < kSeriesPowers; ++n) v.block_count[i][n] = block_count[i][n];
-        return v;
+// The same term with an argument whose first rate that is not zero is positive, so that an
+// argument and its opposite count as one.
+template <int kDegree>
+constexpr SeriesTerm<kDegree> forwards(SeriesTerm<kDegree> term) {
+    const auto rate =
+        std::find_if(term.c.begin() + 1, term.c.end(), [](double c) { return c != 0; });
+    if (rate == term.c.end() || *rate > 0) return term;
+    for (double& c : term.c) c = -c;
+    term.q = -term.q;
+    return term;
+}
+
+// The distinct arguments of some terms, sorted by the highest power of t they occur with.
+template <int kDegree, std::size_t kCount>
+struct SeriesArguments {
+    struct Entry {
+        typename SeriesTerm<kDegree>::Argument c{};
+        int highest = 0;
+    };
+    std::array<Entry, kCount> all{};
+    std::size_t count = 0;
+    std::size_t with_power[kSeriesPowers] = {};  // those of t^n or more
+    int coordinates = 0;
+    std::array<std::size_t, kCount> of_term{};  // argument of each term
+};
+
+template <int kDegree, std::size_t kCount>
+constexpr auto arguments_of(const std::array<SeriesTerm<kDegree>, kCount>& terms) {
+    SeriesArguments<kDegree, kCount> arguments;
+    std::array<std::size_t, kCount> order{};  // terms by argument, then by power
+    for (std::size_t i = 0; i < kCount; ++i) order[i] = i;
+    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        if (terms[a].c != terms[b].c) return terms[a].c < terms[b].c;
+        return terms[a].power != terms[b].power ? terms[a].power > terms[b].power : a < b;
+    });
+    for (std::size_t i = 0; i < kCount; ++i) {
+        const auto& term = terms[order[i]];
+        if (i == 0 || term.c != arguments.all[arguments.count - 1].c)
+            arguments.all[arguments.count++] = {term.c, term.power};
+        arguments.of_term[order[i]] = arguments.count - 1;
+        if (term.coordinate >= arguments.coordinates)
+            arguments.coordinates = term.coordinate + 1;
     }
-};
 
-// Rows of each coordinate and power in whole blocks.
-struct SeriesLayout {
-    int block_count[3][kSeriesPowers] = {};
-    std::size_t blocks = 0;
-};
-
-template <class Terms>
-constexpr SeriesLayout series_layout(const Terms& terms) {
-    SeriesLayout layout;
-    for (const auto& term : terms) ++layout.block_count[term.coordinate][term.power];
-    for (auto& coordinate : layout.block_count) {
-        for (int& count : coordinate) {
-            count = (count + kSeriesLanes - 1) / kSeriesLanes;
-            layout.blocks += static_cast<std::size_t>(count);
+    // Sorted by power; `place` is where each has gone.
+    std::array<std::size_t, kCount> place{};
+    auto sorted = arguments.all;
+    std::size_t next = 0;
+    for (int power = kSeriesPowers - 1; power >= 0; --power) {
+        for (std::size_t i = 0; i < arguments.count; ++i) {
+            if (arguments.all[i].highest != power) continue;
+            sorted[next] = arguments.all[i];
+            place[i] = next++;
         }
+        arguments.with_power[power] = next;
+    }
+    arguments.all = sorted;
+    for (std::size_t& argument : arguments.of_term) argument = place[argument];
+    return arguments;
+}
+
+// Sizes of a packed series.
+struct SeriesLayout {
+    int blocks[kSeriesPowers] = {};
+    std::size_t arguments = 0, weights = 0;  // doubles
+};
+
+template <int kDegree, std::size_t kCount>
+constexpr SeriesLayout layout_of(const SeriesArguments<kDegree, kCount>& arguments) {
+    SeriesLayout layout;
+    for (int n = 0; n < kSeriesPowers; ++n) {
+        const std::size_t blocks = (arguments.with_power[n] + kSeriesLanes - 1) / kSeriesLanes;
+        layout.blocks[n] = static_cast<int>(blocks);
+        layout.weights +=
+            blocks * kSeriesLanes * 2 * static_cast<std::size_t>(arguments.coordinates);
+        if (n == 0) layout.arguments = blocks * kSeriesLanes * (kDegree + 1);
     }
     return layout;
 }
 
-// The packed form of `kTerms`, a constexpr std::array of SeriesTerm<kDegree>.
+// A packed series; `view` is what the kernel takes.
+template <std::size_t kArguments, std::size_t kWeights>
+struct SeriesTable {
+    int degree, coordinates;
+    int blocks[kSeriesPowers];
+    std::array<double, kArguments> arguments;
+    std::array<double, kWeights> weights;
+
+    [[nodiscard]] constexpr SeriesView view() const {
+        SeriesView v{arguments.data(), weights.data(), degree, coordinates, {}};
+        for (int n = 0; n < kSeriesPowers; ++n) v.blocks[n] = blocks[n];
+        return v;
+    }
+};
+
+// Where the weights of block `block` at t^power begin, in blocks of one power and coordinates.
+constexpr std::size_t block_of_weights(const SeriesLayout& layout, int power, int block) {
+    const int chunk = block / kSeriesChunk;
+    std::size_t before = 0;
+    for (int n = 0; n < kSeriesPowers; ++n) {
+        before += static_cast<std::size_t>(std::min(layout.blocks[n], chunk * kSeriesChunk));
+        const int inside = std::clamp(layout.blocks[n] - chunk * kSeriesChunk, 0, kSeriesChunk);
+        if (n < power) before += static_cast<std::size_t>(inside);
+    }
+    return before + static_cast<std::size_t>(block % kSeriesChunk);
+}
+
+// The packed form of `kTerms`, a constexpr std::array of SeriesTerm<kDegree> with its arguments
+// `forwards`.
 template <int kDegree, const auto& kTerms>
 constexpr auto pack_series() {
-    constexpr SeriesLayout kLayout = series_layout(kTerms);
-    SeriesTable<kDegree, kLayout.blocks> table{};
-    std::size_t block = 0;  // first block of the group
-    for (int coordinate = 0; coordinate < 3; ++coordinate) {
-        for (int power = kSeriesPowers - 1; power >= 0; --power) {
-            std::size_t row = 0;
-            for (const SeriesTerm<kDegree>& term : kTerms) {
-                if (term.coordinate != coordinate || term.power != power) continue;
-                const std::size_t start =
-                    (block + row / kSeriesLanes) * (2 + kDegree) * kSeriesLanes;
-                double* cell = &table.blocks[start + row % kSeriesLanes];
-                cell[0] = term.amplitude;
-                cell[kSeriesLanes] = term.phase;
-                for (std::size_t k = 0; k < kDegree; ++k)
-                    cell[(2 + k) * kSeriesLanes] = term.c[k];
-                ++row;
-            }
-            const int count = kLayout.block_count[coordinate][power];
-            table.block_count[coordinate][power] = count;
-            block += static_cast<std::size_t>(count);
-        }
+    constexpr auto kDistinct = arguments_of(kTerms);
+    constexpr SeriesLayout kLayout = layout_of(kDistinct);
+    SeriesTable<kLayout.arguments, kLayout.weights> table{};
+    table.degree = kDegree;
+    table.coordinates = kDistinct.coordinates;
+    for (int n = 0; n < kSeriesPowers; ++n) table.blocks[n] = kLayout.blocks[n];
+
+    for (std::size_t i = 0; i < kDistinct.count; ++i)
+        for (std::size_t k = 0; k <= kDegree; ++k)
+            table.arguments[(i / kSeriesLanes * (kDegree + 1) + k) * kSeriesLanes +
+                            i % kSeriesLanes] = kDistinct.all[i].c[k];
+
+    const auto coordinates = static_cast<std::size_t>(kDistinct.coordinates);
+    for (std::size_t i = 0; i < kTerms.size(); ++i) {
+        const SeriesTerm<kDegree>& term = kTerms[i];
+        const std::size_t argument = kDistinct.of_term[i];
+        const std::size_t block =
+            block_of_weights(kLayout, term.power, static_cast<int>(argument / kSeriesLanes));
+        const std::size_t at =
+            (block * coordinates + static_cast<std::size_t>(term.coordinate)) * 2 *
+                kSeriesLanes +
+            argument % kSeriesLanes;
+        table.weights[at] += term.p;
+        table.weights[at + kSeriesLanes] += term.q;
     }
     return table;
 }

@@ -2,6 +2,7 @@
 #include "ephemeris/analytic/vsop87a.h"
 
 #include "core/constants.h"
+#include "core/linalg.h"
 #include "ephemeris/analytic/series_sum.h"
 #include "ephemeris/analytic/vsop87a_table.h"
 
@@ -51,9 +52,9 @@ constexpr Mat3 kEquatorFromEcliptic{{1.000000000000, 0.000000440360, -0.00000019
 constexpr double kDaysPerMillennium = 10 * kDaysPerJulianCentury;
 
 State evaluate(const SeriesView& series, double days, bool with_velocity) {
-    State s = sum_series(series, days / kDaysPerMillennium, with_velocity);
-    s.v = (1 / kDaysPerMillennium) * s.v;
-    return kEquatorFromEcliptic * s;
+    const SeriesSum sum = sum_series(series, days / kDaysPerMillennium, with_velocity);
+    return kEquatorFromEcliptic *
+           State{load(sum.value), (1 / kDaysPerMillennium) * load(sum.rate)};
 }
 
 }  // namespace

@@ -39,20 +39,16 @@ constexpr std::size_t count_selected(std::span<const Vsop87Row> rows,
     return count;
 }
 
-// The selected rows, angles in turns.
+// The selected rows.
 template <std::size_t kCount>
 constexpr std::array<SeriesTerm<1>, kCount> select_terms(std::span<const Vsop87Row> rows,
                                                          PlanetSelection selection) {
-    constexpr long double kTurn = 6.28318530717958647692528676655900577L;  // rad
     std::array<SeriesTerm<1>, kCount> terms{};
     std::size_t i = 0;
     for (const Vsop87Row& row : rows) {
         if (!selected(row, selection)) continue;
-        terms[i++] = {row.coordinate - 'x',
-                      row.t_power,
-                      row.amplitude,
-                      static_cast<double>(row.phase / kTurn),
-                      {static_cast<double>(row.frequency / kTurn)}};
+        terms[i++] = forwards(cosine_term(row.coordinate - 'x', row.t_power, row.amplitude,
+                                          row.phase, row.frequency));
     }
     return terms;
 }
