@@ -11,6 +11,7 @@
 #include "solsys/diary.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/earth_rotation.h"
+#include "solsys/eclipses.h"
 #include "solsys/element_records.h"
 #include "solsys/export.h"
 #include "solsys/integrator.h"

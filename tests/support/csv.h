@@ -24,6 +24,7 @@ inline std::vector<CsvRow> read_csv(const std::string& path) {
         CsvRow row;
         std::istringstream cells(line);
         for (std::string cell; std::getline(cells, cell, ',');) row.push_back(cell);
+        if (line.back() == ',') row.emplace_back();
         if (columns == 0) {
             columns = row.size();
             continue;
