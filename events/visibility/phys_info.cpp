@@ -23,14 +23,6 @@ double axis_about_sun(CSWSolSys& model, int planet) {
     return semi_major_axis(model.GetGravity(SSO_ID(SSO_PLNT, 10)), state);
 }
 
-double distance_from_earth(CSWSolSys& model, const SSO_ID& planet) {
-    double at[3];
-    double earth[3];
-    if (!model.GetHelVec2K(planet, 0, at) || !model.GetHelVec2K(SSO_ID(SSO_PLNT, 3), 0, earth))
-        return -1;
-    return std::hypot(at[0] - earth[0], at[1] - earth[1], at[2] - earth[2]);
-}
-
 }  // namespace
 
 bool CSWVisibility::GetPhysInfo(SSO_ID id, PHYSINFO* info) {
@@ -64,8 +56,10 @@ bool CSWVisibility::GetPhysInfo(SSO_ID id, PHYSINFO* info) {
     double state[6];
     if (model.GetVecCentre2K(id, 1, state)) {
         const double axis = semi_major_axis(model.GetParentGravity(id), state);
-        const double distance = distance_from_earth(model, SSO_ID(SSO_PLNT, primary));
-        if (axis > 0 && distance > 0) info->max_elongation = std::atan(axis / distance);
+        const double planet = axis_about_sun(model, primary);
+        const double earth = axis_about_sun(model, 3);
+        if (axis > 0 && planet > 0 && earth > 0 && planet != earth)
+            info->max_elongation = std::atan(axis / std::fabs(planet - earth));
     }
     return true;
 }

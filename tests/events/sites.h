@@ -7,6 +7,7 @@
 #include "core/constants.h"
 #include "solsys/de_ephemeris.h"
 #include "solsys/solar_system.h"
+#include "solsys/time_scales.h"
 #include "solsys/visibility.h"
 
 namespace support {
@@ -34,6 +35,27 @@ inline OBSERVER site(double latitude_deg, double longitude_deg, double height_km
 inline OBSERVER for_model(OBSERVER o) {
     o.location[0] /= solsys::kAuKm;
     return o;
+}
+
+// Apparent, seen directly from the model by no code of a search: at an instant of universal
+// time, or (`tt`) of dynamical time.
+struct View {
+    double azimuth = 0, altitude = 0, distance = 0;
+};
+inline View look(CSWSolSys& model, const OBSERVER& site, const SSO_ID& id, double jd,
+                 bool tt = false) {
+    int day = static_cast<int>(jd);
+    double fraction = jd - day;
+    if (!tt) ET_UT::UT2ET(jd, day, fraction);
+    const OBSERVER in_au = for_model(site);
+    model.SetObserver(&in_au);
+    model.UpdateSys(day, fraction);
+    double place[3];
+    View view;
+    if (!model.GetRADecVis(id, place, 0.0)) throw std::runtime_error("no place");
+    model.FromRAToAzm(false, &place[1], &place[2], &view.azimuth, &view.altitude);
+    view.distance = place[0];
+    return view;
 }
 
 constexpr std::int32_t kCeres = 1;
