@@ -56,3 +56,16 @@ function(solsys_csv_table folder csv columns)
     COMMENT "Table ${stem}")
   target_sources(solsys_${folder} PRIVATE ${out})
 endfunction()
+
+# The same as one string literal, tables/<stem>_text.inc, for lists that are searched as text.
+function(solsys_text_table folder csv columns)
+  get_filename_component(stem ${csv} NAME_WE)
+  set(out ${PROJECT_BINARY_DIR}/tables/${stem}_text.inc)
+  set(script ${PROJECT_SOURCE_DIR}/tools/csv_text.cmake)
+  add_custom_command(OUTPUT ${out} VERBATIM
+    DEPENDS ${PROJECT_SOURCE_DIR}/data/${csv} ${script}
+    COMMAND ${CMAKE_COMMAND} -DCSV=${PROJECT_SOURCE_DIR}/data/${csv} -DOUT=${out}
+            -DCOLUMNS=${columns} -P ${script}
+    COMMENT "Text table ${stem}")
+  target_sources(solsys_${folder} PRIVATE ${out})
+endfunction()

@@ -1,0 +1,57 @@
+#include "draw/label_layout.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace solsys::draw {
+namespace {
+
+constexpr double kGap = 4;
+constexpr double kStep = 12;
+
+}  // namespace
+
+LabelLayout::Box LabelLayout::box_of(Point middle, double width, double height) {
+    return {middle.x - width / 2, middle.y - height / 2, middle.x + width / 2,
+            middle.y + height / 2};
+}
+
+bool LabelLayout::free(const Box& box) const {
+    for (const double x : {box.left, box.right})
+        for (const double y : {box.top, box.bottom})
+            if (std::hypot(x - centre_.x, y - centre_.y) > radius_) return false;
+    return std::none_of(taken_.begin(), taken_.end(), [&](const Box& other) {
+        return box.left < other.right && other.left < box.right && box.top < other.bottom &&
+               other.top < box.bottom;
+    });
+}
+
+void LabelLayout::occupy(Point at, double radius) {
+    taken_.push_back(box_of(at, 2 * radius, 2 * radius));
+}
+
+std::optional<LabelLayout::Place> LabelLayout::beside(Point object, double radius, double width,
+                                                      double height, double reach) {
+    // Right and left first, then below and above, then the corners.
+    static constexpr double sides[][2] = {{1, 0}, {-1, 0}, {0, 1},  {0, -1},
+                                          {1, 1}, {1, -1}, {-1, 1}, {-1, -1}};
+    for (double away = 0; away <= reach; away += kStep) {
+        for (const auto& [sx, sy] : sides) {
+            const double corner = sx != 0 && sy != 0 ? 0.7 : 1.0;
+            const double gap = (radius + kGap + away) * corner;
+            const Point middle{object.x + sx * (gap + width / 2),
+                               object.y + sy * (gap + height / 2)};
+            if (at(middle, width, height)) return Place{middle, away > 0};
+        }
+    }
+    return std::nullopt;
+}
+
+bool LabelLayout::at(Point middle, double width, double height) {
+    const Box box = box_of(middle, width, height);
+    if (!free(box)) return false;
+    taken_.push_back(box);
+    return true;
+}
+
+}  // namespace solsys::draw

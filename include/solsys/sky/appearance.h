@@ -1,0 +1,38 @@
+/// \file
+/// How a body looks: how bright, how full, how large, and in which constellation.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "solsys/export.h"
+#include "solsys/sky/places.h"
+
+namespace solsys::sky {
+
+/// Empty is what is not known, or has no meaning for the body.
+struct Appearance {
+    std::optional<double> magnitude;  ///< visual
+    std::optional<double> phase_angle_deg;
+    std::optional<double> illuminated_fraction;
+    std::optional<double> elongation_deg;   ///< from the Sun, positive east of it
+    std::optional<double> bright_limb_deg;  ///< position angle, from north through east
+    std::optional<double> angular_diameter_arcsec;
+    std::string constellation;  ///< IAU abbreviation
+};
+/// At the model's instant, for its observer; `apparent` is the body's place there.
+SOLSYS_API Appearance appearance_of(Model& model, const Body& body, const Place& apparent);
+
+/// A constellation; `index` counts in the alphabetical order of the Latin names, -1 is none.
+struct Constellation {
+    int index = -1;
+    const char* name = "";          ///< "Bo\u00f6tes"
+    const char* abbreviation = "";  ///< "Boo"
+};
+/// That of a direction on the true equator of date; boundaries of Delporte 1930.
+SOLSYS_API Constellation constellation_at(const Model& model, double ra_deg, double dec_deg);
+/// By the abbreviation; index -1 for what is none.
+SOLSYS_API Constellation constellation_called(std::string_view abbreviation);
+
+}  // namespace solsys::sky

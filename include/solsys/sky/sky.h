@@ -1,0 +1,23 @@
+/// \file
+/// The typed layer: all its headers.
+///
+/// Where the classic interface (`solsys.h`) answers to the letter in split Julian dates,
+/// radians and output arguments, this one answers what an almanac prints, in types: instants,
+/// sites in degrees and metres, bodies by name, `std::optional` or `Result` instead of marks in
+/// numbers. Angles are degrees unless a name says otherwise, lengths say their unit.
+#pragma once
+
+#include "solsys/sky/appearance.h"
+#include "solsys/sky/body.h"
+#include "solsys/sky/chart.h"
+#include "solsys/sky/facts.h"
+#include "solsys/sky/instant.h"
+#include "solsys/sky/model.h"
+#include "solsys/sky/orbits.h"
+#include "solsys/sky/phases.h"
+#include "solsys/sky/places.h"
+#include "solsys/sky/result.h"
+#include "solsys/sky/satellites.h"
+#include "solsys/sky/site.h"
+#include "solsys/sky/year.h"
+#include "solsys/sky/zone.h"

@@ -1,0 +1,118 @@
+#include "solsys/sky/appearance.h"
+
+#include <cmath>
+#include <iterator>
+
+#include "sky/units.h"
+#include "solsys/magnitudes.h"
+
+namespace solsys::sky {
+namespace {
+
+constexpr double kFaintest = 60;  // what is fainter is one of the marks for "not known"
+
+struct Named {
+    int index;
+    const char* name;
+    const char* abbreviation;
+};
+constexpr Named kConstellations[] = {
+#include "constellation_names.inc"
+};
+
+// Saturn with its rings at their true tilt, which the law takes from positions along the axes
+// of the planet's equator.
+bool saturn_magnitude(CSWSolSys& model, float* magnitude) {
+    const SSO_ID saturn(SSO_PLNT, 6);
+    int day = 0;
+    double fraction = 0;
+    model.GetTime(&day, &fraction);
+    double to_equator[9];
+    double back[9];
+    double observer[6];
+    double position[3];
+    if (!model.GetMtrxEq2K_PlEq(saturn, day, fraction, to_equator, back) ||
+        !model.GetHelVec2K(saturn, 0, position))
+        return false;
+    model.GetObserverVec2K(observer);
+    const auto turned = [&](const double* in, double* out) {
+        for (int i = 0; i < 3; ++i)
+            out[i] = to_equator[3 * i] * in[0] + to_equator[3 * i + 1] * in[1] +
+                     to_equator[3 * i + 2] * in[2];
+    };
+    double observer_turned[3];
+    double position_turned[3];
+    turned(observer, observer_turned);
+    turned(position, position_turned);
+    return StarMagPlanet(observer_turned, 6, position_turned, magnitude) == 0;
+}
+
+std::optional<double> magnitude_of(CSWSolSys& model, const SSO_ID& id) {
+    float magnitude = 0;
+    const bool known = id == SSO_ID(SSO_PLNT, 6) ? saturn_magnitude(model, &magnitude)
+                                                 : model.GetMagnitude(id, &magnitude);
+    if (!known || !(magnitude < kFaintest)) return std::nullopt;
+    // To the digits that single precision holds.
+    return std::round(double{magnitude} * 1e4) / 1e4;
+}
+
+std::optional<double> star_magnitude(const StarObject& star) {
+    if (!(star.magnitude < kFaintest)) return std::nullopt;
+    return std::round(double{star.magnitude} * 1e4) / 1e4;
+}
+
+// Phase, elongation and apparent size of what the Sun lights.
+void add_phase(CSWSolSys& model, const SSO_ID& id, double distance_au, Appearance& looks) {
+    double phase = 0;
+    double elongation = 0;
+    double illuminated = 0;
+    double limb = 0;
+    if (model.PhaseElongation(id, &phase, &illuminated, &elongation, &limb, nullptr)) {
+        looks.phase_angle_deg = phase * kDegrees;
+        looks.illuminated_fraction = illuminated;
+        looks.elongation_deg = elongation * kDegrees;
+        looks.bright_limb_deg = limb * kDegrees;
+    }
+    // Of comets the library has a nominal nucleus only, which is not what is seen.
+    const double radius_au = id.type == SSO_COMT ? 0 : model.GetRadiEq(id) / kAuKm;
+    if (radius_au > 0 && radius_au < distance_au)
+        looks.angular_diameter_arcsec = 2 * std::asin(radius_au / distance_au) * kArcsec;
+}
+
+}  // namespace
+
+Appearance appearance_of(Model& model, const Body& body, const Place& apparent) {
+    Appearance looks;
+    if (apparent.distance_au == 0) return looks;  // the observer is at its centre
+    looks.constellation =
+        constellation_at(model, apparent.ra_deg, apparent.dec_deg).abbreviation;
+    if (const auto* star = std::get_if<StarObject>(&body.record)) {
+        looks.magnitude = star_magnitude(*star);
+        const Result<bool> known = model.add(body);
+        double elongation = 0;
+        if (known && model.classic().PhaseElongation(body.id, nullptr, nullptr, &elongation,
+                                                     nullptr, nullptr))
+            looks.elongation_deg = elongation * kDegrees;
+        return looks;
+    }
+    looks.magnitude = magnitude_of(model.classic(), body.id);
+    add_phase(model.classic(), body.id, apparent.distance_au, looks);
+    return looks;
+}
+
+Constellation constellation_at(const Model& model, double ra_deg, double dec_deg) {
+    const auto index = static_cast<unsigned char>(
+        model.classic().RADecInConstell(ra_deg / kDegrees, dec_deg / kDegrees));
+    if (index >= std::size(kConstellations)) return {};
+    const Named& found = kConstellations[index];
+    return {found.index, found.name, found.abbreviation};
+}
+
+Constellation constellation_called(std::string_view abbreviation) {
+    for (const Named& known : kConstellations)
+        if (known.abbreviation == abbreviation)
+            return {known.index, known.name, known.abbreviation};
+    return {};
+}
+
+}  // namespace solsys::sky
