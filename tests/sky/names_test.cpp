@@ -25,7 +25,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Asked{"delhi", "Delhi (IN)"}, Asked{"Edinburgh", "Edinburgh (GB)"},
                     Asked{"London, CA", "London (CA)"},
                     Asked{"Springfield, IL, US", "Springfield (US)"},
-                    Asked{"\u5317\u4eac", "Beijing (CN)"}, Asked{"Nowhere", ""}, Asked{"", ""}));
+                    Asked{"\u5317\u4eac", "Beijing (CN)"}, Asked{"Nowhere", ""},
+                    Asked{"", ""}));
 
 TEST(Cities, OfOneNameStandByPopulation) {
     const auto all = cities_called("Springfield");
