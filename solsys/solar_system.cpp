@@ -6,7 +6,7 @@
 #include <new>
 #include <optional>
 
-#include "ephemeris/analytic/analytic_theory.h"
+#include "ephemeris/planet_states.h"
 #include "frames/nutation.h"
 #include "frames/precession.h"
 #include "solsys/calendar.h"
@@ -26,10 +26,6 @@ constexpr double kSameInstant = 1e-8;
 constexpr double kOneSecond = 1.1574074074074073e-5;
 
 constexpr int kMoon = 301;
-// The Moon's velocity without an ephemeris is a difference over this step [day] ...
-constexpr double kMoonStep = 0.00027;
-constexpr double kPerMoonStep = 3703.7037037037035;  // ... and its reciprocal [1/day]
-
 // (433) Eros at 2000 June 5, 0 h.
 constexpr Elements kEros{.q = 1.4582862,
                          .e = 0.22281396,
@@ -64,15 +60,10 @@ std::optional<Instant> normalised(int day, double fraction) {
 
 // Geocentric Moon of the built-in theory.
 int built_in_moon(int day, double fraction, bool velocity, double* out) {
-    solsys::State now{};
-    if (!solsys::analytic_moon({day, fraction}, false, now)) return SS_UNKNOWN;
-    if (velocity) {
-        solsys::State later{};
-        if (!solsys::analytic_moon({day, fraction + kMoonStep}, false, later))
-            return SS_UNKNOWN;
-        store(kPerMoonStep * (later.r - now.r), out + 3);
-    }
-    store(now.r, out);
+    solsys::State moon{};
+    if (!solsys::moon_by_theory({day, fraction}, velocity, moon)) return SS_UNKNOWN;
+    store(moon.r, out);
+    if (velocity) store(moon.v, out + 3);
     return SS_OK;
 }
 

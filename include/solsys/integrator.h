@@ -6,12 +6,12 @@
 
 /// A numerical integrator of the motion of one body about the Sun. An object that it is
 /// attached to (`SS_Object::AttachIntegrator`) starts it once and then asks it for states.
-class SOLSYS_API IntegRA15 {
+class SOLSYS_API Integrator {
   public:
-    IntegRA15() = default;
-    IntegRA15(const IntegRA15&) = delete;
-    IntegRA15& operator=(const IntegRA15&) = delete;
-    virtual ~IntegRA15();
+    Integrator() = default;
+    Integrator(const Integrator&) = delete;
+    Integrator& operator=(const Integrator&) = delete;
+    virtual ~Integrator();
 
     /// Takes the start state.
     /// \param day, fraction  its instant, TDB Julian date

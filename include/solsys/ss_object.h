@@ -2,6 +2,7 @@
 /// The objects of a model: one per built-in body, computing and caching its own state.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "solsys/body_rotation.h"
@@ -9,7 +10,7 @@
 #include "solsys/kepler.h"
 #include "solsys/magnitudes.h"
 
-class IntegRA15;
+class Integrator;
 class SatTheory;
 struct DE_EvalState;
 
@@ -70,9 +71,9 @@ class SOLSYS_API SS_Object {
     /// GM of the parent [au^3/day^2]; -1.0 in the base.
     virtual double GetParentGM() const;
     /// Attaches (and takes over) or, with null, destroys an integrator; the base does nothing.
-    virtual void AttachIntegrator(IntegRA15* integrator);
+    virtual void AttachIntegrator(Integrator* integrator);
     /// The attached integrator, or null.
-    virtual IntegRA15* GetIntegrator() const;
+    virtual Integrator* GetIntegrator() const;
     virtual ~SS_Object();
 
     int Number() const { return number_; }
@@ -93,7 +94,9 @@ class SOLSYS_API SS_Object {
     int Keep(int day, double fraction, bool velocity, const double* heliocentric,
              const double* relative, double* out);
     int CopyCached(bool velocity, double* out) const;
-    void ForgetState() { cached_level_ = -1; }
+    /// Tells this body and all that hang on the same root (the Sun of a model) that a source of
+    /// states has changed: nothing kept is served any more.
+    void SourceChanged();
 
     std::int32_t number_;
     double radius_km_;
@@ -101,9 +104,9 @@ class SOLSYS_API SS_Object {
     double rotation_period_;
     double flattening_;
     double gm_;
-    double cached_time_ = -1.0;      // Julian date
-    std::int8_t cached_level_ = -1;  // -1 nothing, 0 position, 1 position and velocity
-    std::uint32_t cached_file_ = 0;  // the ephemeris file open at that time, by its count
+    double cached_time_ = -1.0;        // Julian date
+    std::int8_t cached_level_ = -1;    // -1 nothing, 0 position, 1 position and velocity
+    std::uint32_t cached_source_ = 0;  // count of source changes at that time
     double heliocentric_[6] = {};
     double default_magnitude_ = 20.0;  // what a body without a magnitude law shows
     MagnitudeFn magnitude_;
@@ -113,6 +116,10 @@ class SOLSYS_API SS_Object {
     double relative_[6] = {};
 
   private:
+    // Changes of source so far: those told to the root, and those of the process's DE file.
+    std::uint32_t SourceChanges() const;
+
+    std::uint32_t source_changes_ = 0;  // the root's count
     // The rotation elements of the last instant asked for.
     struct KeptRotation {
         bool valid = false;  // whether it holds an instant
@@ -162,8 +169,8 @@ class SOLSYS_API SS_DwarfPlanetObject : public SS_PlanetObject {
     int ComputeState(int day, double fraction, bool velocity, double* out) override;
     /// Starts the integrator from the elements at their epoch and takes it over. One that does
     /// not start is destroyed.
-    void AttachIntegrator(IntegRA15* integrator) override;
-    IntegRA15* GetIntegrator() const override;
+    void AttachIntegrator(Integrator* integrator) override;
+    Integrator* GetIntegrator() const override;
     ~SS_DwarfPlanetObject() override;
     /// Sets up the elements: the built-in ones, then the catalogue reader's if it has any that
     /// are an ellipse.
@@ -182,7 +189,7 @@ class SOLSYS_API SS_DwarfPlanetObject : public SS_PlanetObject {
 
     Elements elements_{};
     bool has_elements_ = false;
-    IntegRA15* integrator_ = nullptr;  // owned
+    Integrator* integrator_ = nullptr;  // owned
     int integrations_ = 0;
 };
 
@@ -191,6 +198,8 @@ class SOLSYS_API SS_MoonObject : public SS_Object {
   public:
     /// The Moon. `ephemeris` (not owned) may be null: the position callback serves.
     SS_MoonObject(const SS_BodyData& data, SS_Object* parent, DE_EvalState* ephemeris);
+    /// The Moon by its position callback alone.
+    SS_MoonObject(const SS_BodyData& data, SS_Object* parent, std::nullptr_t);
     /// Any other satellite.
     SS_MoonObject(const SS_BodyData& data, SS_Object* parent, const SatTheory* theory);
     void SetPositionCallback(PositionCallback callback) override;
@@ -201,8 +210,6 @@ class SOLSYS_API SS_MoonObject : public SS_Object {
     void SetEphemeris(DE_EvalState* ephemeris);
 
   private:
-    bool RelativeState(int day, double fraction, bool velocity, double* out) const;
-
     PositionCallback callback_ = nullptr;
     DE_EvalState* ephemeris_ = nullptr;
     const SatTheory* theory_ = nullptr;

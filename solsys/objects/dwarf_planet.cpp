@@ -52,7 +52,7 @@ SS_DwarfPlanetObject::SS_DwarfPlanetObject(const SS_BodyData& data, SS_Object* p
 SS_DwarfPlanetObject::~SS_DwarfPlanetObject() { delete integrator_; }
 
 bool SS_DwarfPlanetObject::SetElements() {
-    ForgetState();
+    SourceChanged();
     has_elements_ = solsys::dwarf_planet_elements(number_, &elements_);
 
     Elements read{};
@@ -90,11 +90,11 @@ int SS_DwarfPlanetObject::ComputeState(int day, double fraction, bool velocity, 
     return Keep(day, fraction, velocity, state, state, out);
 }
 
-void SS_DwarfPlanetObject::AttachIntegrator(IntegRA15* integrator) {
+void SS_DwarfPlanetObject::AttachIntegrator(Integrator* integrator) {
     if (integrator == integrator_) return;
     delete integrator_;
     integrator_ = integrator;
-    ForgetState();
+    SourceChanged();
     if (integrator_ == nullptr) return;
 
     double state[6];
@@ -107,4 +107,4 @@ void SS_DwarfPlanetObject::AttachIntegrator(IntegRA15* integrator) {
     }
 }
 
-IntegRA15* SS_DwarfPlanetObject::GetIntegrator() const { return integrator_; }
+Integrator* SS_DwarfPlanetObject::GetIntegrator() const { return integrator_; }

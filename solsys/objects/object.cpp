@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ephemeris/de/open_file.h"
+#include "ephemeris/planet_states.h"
 #include "solsys/integrator.h"
 #include "solsys/ss_object.h"
 
@@ -19,7 +19,7 @@ bool finite(const double* state, int size) {
 
 }  // namespace
 
-IntegRA15::~IntegRA15() = default;
+Integrator::~Integrator() = default;
 
 SS_Object::SS_Object(const SS_BodyData& data, SS_Object* parent)
     : number_(data.number),
@@ -66,12 +66,24 @@ int SS_Object::GetState(int day, double fraction, bool velocity, double* out) {
 
 double SS_Object::GetParentGM() const { return -1.0; }
 
-void SS_Object::AttachIntegrator(IntegRA15* /*integrator*/) {}
+void SS_Object::AttachIntegrator(Integrator* /*integrator*/) {}
 
-IntegRA15* SS_Object::GetIntegrator() const { return nullptr; }
+Integrator* SS_Object::GetIntegrator() const { return nullptr; }
+
+std::uint32_t SS_Object::SourceChanges() const {
+    const SS_Object* root = this;
+    while (root->parent_ != nullptr) root = root->parent_;
+    return root->source_changes_ + solsys::de_file_changes();
+}
+
+void SS_Object::SourceChanged() {
+    SS_Object* root = this;
+    while (root->parent_ != nullptr) root = root->parent_;
+    ++root->source_changes_;
+}
 
 bool SS_Object::Cached(int day, double fraction, bool velocity) const {
-    return cached_level_ >= (velocity ? 1 : 0) && cached_file_ == solsys::de_file.generation &&
+    return cached_level_ >= (velocity ? 1 : 0) && cached_source_ == SourceChanges() &&
            std::fabs(cached_time_ - (day + fraction)) <= kCacheTolerance;
 }
 
@@ -83,7 +95,7 @@ int SS_Object::Keep(int day, double fraction, bool velocity, const double* helio
     std::copy_n(relative, size, relative_);
     cached_time_ = day + fraction;
     cached_level_ = velocity ? 1 : 0;
-    cached_file_ = solsys::de_file.generation;
+    cached_source_ = SourceChanges();
     return CopyCached(velocity, out);
 }
 

@@ -206,7 +206,7 @@ TEST_F(DwarfPlanetCatalogue, IsNotBelievedWhenItsRecordIsNoEllipse) {
 }
 
 // Moves in a straight line, and tells of its end.
-class Straight final : public IntegRA15 {
+class Straight final : public Integrator {
   public:
     explicit Straight(int* gone, bool starts = true) : gone_(gone), starts_(starts) {}
     ~Straight() override { ++*gone_; }
@@ -251,6 +251,22 @@ TEST_F(DwarfPlanetCatalogue, AnIntegratorTakesOverFromTheElements) {
         owner.AttachIntegrator(new Straight(&gone));
     }
     EXPECT_EQ(gone, 3);
+}
+
+// Nothing kept from the old source is served at the same instant: not by bodies about it.
+TEST(Objects, FollowAChangeOfSourceAtTheSameInstant) {
+    const auto model = support::built_in_model();
+    SS_Object& io = *model->GetSS_Object(SSO_ID(SSO_MOON, 501));
+    SS_Object& dysnomia = *model->GetSS_Object(SSO_ID(SSO_MOON, 1201));
+    const auto about_parent = [](SS_Object& moon) {
+        return state_of(moon, 2451545, 0.0).r - state_of(*moon.Parent(), 2451545, 0.0).r;
+    };
+    const solsys::Vec3 of_io = about_parent(io), of_dysnomia = about_parent(dysnomia);
+    ASSERT_TRUE(model->InitSys(SOLSYS_DE405));
+    EXPECT_LT(norm(about_parent(io) - of_io), 1e-15);
+    int gone = 0;
+    dysnomia.Parent()->AttachIntegrator(new Straight(&gone));
+    EXPECT_LT(norm(about_parent(dysnomia) - of_dysnomia), 1e-13);
 }
 
 TEST(Spacecraft, IsWhereItsFunctionSaysRelativeToItsParent) {
