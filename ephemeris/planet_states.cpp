@@ -13,7 +13,8 @@ constexpr double kMoonStep = 0.00027;
 constexpr double kPerMoonStep = 3703.7037037037035;  // ... and its reciprocal [1/day]
 
 bool in_file(DE_EvalState& file, short body, Instant t, bool with_velocity, State& out) {
-    double s[6] = {};
+    double s[6];
+    s[3] = s[4] = s[5] = 0.0;
     const short velocities = with_velocity ? 1 : 0;
     if (DE_Ephemeris::getState(file, t.day, t.fraction, body, velocities, s) != 0) return false;
     out = load_state(s);

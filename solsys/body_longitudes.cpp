@@ -27,6 +27,7 @@ constexpr short kLatitude = 2;
 
 char LonLatForObjects(const SSO_ID* body, double longitude, double latitude, GMSAngle* lon_out,
                       GMSAngle* lat_out) {
+    if (lon_out == nullptr || lat_out == nullptr) return '\0';
     Rad2GMS(latitude, lat_out, kLatitude);
     if (body == nullptr || body->number == -1) {
         const double shown = longitude < 0.0 ? solsys::kTwoPi - longitude : longitude;

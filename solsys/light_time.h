@@ -17,7 +17,7 @@ constexpr int kMaxLightTimeSteps = 20;
 inline Instant earlier(Instant t, double tau) {
     const double fraction = t.fraction - tau;
     const int day = static_cast<int>(t.day + fraction);
-    return {day, (t.day - day) + fraction};
+    return {day, (static_cast<double>(t.day) - day) + fraction};
 }
 
 // Whether the instant tau days before t has a day number (and tau is a number at all).

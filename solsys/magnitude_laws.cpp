@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 
 #include "core/constants.h"
 #include "core/linalg.h"
@@ -13,6 +14,8 @@ constexpr signed char kSuccess = 0;
 constexpr signed char kUnknownBody = 111;
 constexpr float kAtTheBody = -25.0F;
 constexpr int kSun = 10;
+constexpr int kSaturn = 6;
+constexpr double kSunAt1Au = 26.0;  // -mag, rounded
 
 // The Galilean phase curves were measured below this phase angle [deg].
 constexpr double kGalileanPhaseLimit = 12.0;
@@ -31,6 +34,68 @@ struct SatelliteLaw {
 constexpr SatelliteLaw kSatellites[] = {
 #include "satellite_magnitudes.inc"
 };
+
+// Planets and the Moon: v0 + 5 log10(r delta) and a polynomial in the phase angle, in units of
+// `unit` degrees, in force up to the angle `to`. Saturn's has a ring term besides.
+struct PlanetLaw {
+    int body;
+    double v0, to, unit;
+    double c1, c2, c3, c4;
+    const char* source;
+
+    [[nodiscard]] double at(double distance_term, double phase) const {
+        const double u = phase / unit;
+        return distance_term + v0 + (((c4 * u + c3) * u + c2) * u + c1) * u;
+    }
+};
+constexpr const char* kHarris = "Harris 1961, in Planets and Satellites, ed. Kuiper, 272";
+constexpr const char* kDanjon = "Danjon's earthshine, in Harris 1961, l.c.";
+constexpr const char* kMallama = "Mallama & Hilton 2018, Astron. Comput. 25, 10";
+constexpr const char* kSupplement =
+    "Explanatory Supplement to the Astronomical Almanac 1992, planetary magnitudes";
+constexpr PlanetLaw kPlanets[] = {
+    {1, -0.36, 180.0, 100.0, 3.8, -2.73, 2.0, 0.0, kHarris},
+    {2, -4.384, 163.7, 100.0, -0.1044, 3.687, -2.814, 0.8938, kMallama},
+    {2, 236.05828, 180.0, 100.0, -281.914, 83.903, 0.0, 0.0, kMallama},
+    {3, -3.87, 180.0, 100.0, 1.3, 0.19, 0.48, 0.0, kDanjon},
+    {4, -1.52, 180.0, 1.0, 0.016, 0.0, 0.0, 0.0, kHarris},
+    {5, -9.25, 180.0, 1.0, 0.005, 0.0, 0.0, 0.0, kHarris},
+    {6, -8.88, 180.0, 1.0, 0.044, 0.0, 0.0, 0.0, kHarris},
+    {7, -7.19, 180.0, 1.0, 0.0028, 0.0, 0.0, 0.0, kHarris},
+    {8, -6.87, 180.0, 1.0, 0.0006, 0.0, 0.0, 0.0, kSupplement},
+    {9, -1.0, 180.0, 1.0, 0.041, 0.0, 0.0, 0.0, kSupplement},
+    {301, 0.21, 180.0, 100.0, 3.05, -1.02, 1.05, 0.0, kSupplement},
+};
+
+// Dwarf planets by the H-G law.
+struct DwarfLaw {
+    int body;
+    float h, g;
+    const char* source;
+};
+constexpr const char* kMinorPlanets = "Minor Planet Circulars";
+constexpr DwarfLaw kDwarfs[] = {
+    {11, 3.34F, 0.12F, kMinorPlanets},
+    {12, -1.2F, 0.15F, kMinorPlanets},
+    {13, -0.3F, 0.15F, kMinorPlanets},
+    {14, 0.2F, 0.15F, kMinorPlanets},
+};
+
+const DwarfLaw* find(const DwarfLaw (&laws)[4], int body) {
+    const auto* law = std::ranges::find(laws, body, &DwarfLaw::body);
+    return law != std::end(laws) ? law : nullptr;
+}
+
+// The law of a planet at a phase angle; a phase that is no number takes the last.
+const PlanetLaw* planet_law(int body, double phase) {
+    const PlanetLaw* found = nullptr;
+    for (const PlanetLaw& law : kPlanets) {
+        if (law.body != body) continue;
+        found = &law;
+        if (phase <= law.to) break;
+    }
+    return found;
+}
 
 // The triangle of Sun, observer and body [au].
 struct Distances {
@@ -124,7 +189,7 @@ signed char StarMagPlanet(const double* observer, int body, const double* positi
                           float* out) {
     const Distances d = distances(observer, position);
     if (body == kSun) {
-        *out = static_cast<float>(5.0 * std::log10(d.delta) - 26.0);
+        *out = static_cast<float>(5.0 * std::log10(d.delta) - kSunAt1Au);
         return kSuccess;
     }
     if (d.r * d.delta == 0.0) {
@@ -132,63 +197,18 @@ signed char StarMagPlanet(const double* observer, int body, const double* positi
         return kSuccess;
     }
 
-    switch (body) {
-        case 11:
-            *out = dwarf_planet(d, 3.34F, 0.12F);
-            return kSuccess;
-        case 12:
-            *out = dwarf_planet(d, -1.2F, 0.15F);
-            return kSuccess;
-        case 13:
-            *out = dwarf_planet(d, -0.3F, 0.15F);
-            return kSuccess;
-        case 14:
-            *out = dwarf_planet(d, 0.2F, 0.15F);
-            return kSuccess;
-        default:
-            break;
+    if (const DwarfLaw* law = find(kDwarfs, body)) {
+        *out = dwarf_planet(d, law->h, law->g);
+        return kSuccess;
     }
-
-    const double l = distance_term(d);
     const double i = phase_degrees(d);
-    const double u = i / 100.0;
-    double v = 0;
-    switch (body) {
-        case 1:
-            v = l - 0.36 + ((2.0 * u - 2.73) * u + 3.8) * u;
-            break;
-        case 2:
-            v = i <= 163.7 ? l - 4.384 + (((0.8938 * u - 2.814) * u + 3.687) * u - 0.1044) * u
-                           : l + 236.05828 + (83.903 * u - 281.914) * u;
-            break;
-        case 3:
-            v = l - 3.87 + ((0.48 * u + 0.19) * u + 1.3) * u;
-            break;
-        case 4:
-            v = l - 1.52 + 0.016 * i;
-            break;
-        case 5:
-            v = l - 9.25 + 0.005 * i;
-            break;
-        case 6: {
-            const double s = -d.body.z / std::hypot(d.body.x, d.body.y);
-            v = l - 8.88 + 0.044 * i - 2.6 * std::fabs(s) + 1.25 * s * s;
-            break;
-        }
-        case 7:
-            v = l - 7.19 + 0.0028 * i;
-            break;
-        case 8:
-            v = l - 6.87 + 0.0006 * i;
-            break;
-        case 9:
-            v = l - 1.0 + 0.041 * i;
-            break;
-        case 301:
-            v = l + 0.21 + ((1.05 * u - 1.02) * u + 3.05) * u;
-            break;
-        default:
-            return kUnknownBody;
+    const PlanetLaw* law = planet_law(body, i);
+    if (law == nullptr) return kUnknownBody;
+    double v = law->at(distance_term(d), i);
+    if (body == kSaturn) {
+        // The rings, by the body's heliocentric latitude as it is passed.
+        const double s = -d.body.z / std::hypot(d.body.x, d.body.y);
+        v = v - 2.6 * std::fabs(s) + 1.25 * s * s;
     }
     *out = static_cast<float>(v);
     return kSuccess;

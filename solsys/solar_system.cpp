@@ -6,6 +6,7 @@
 #include <new>
 #include <optional>
 
+#include "ephemeris/de/open_file.h"
 #include "ephemeris/planet_states.h"
 #include "frames/nutation.h"
 #include "frames/precession.h"
@@ -25,7 +26,6 @@ constexpr double kSameInstant = 1e-8;
 // A zero is sought to one second [day].
 constexpr double kOneSecond = 1.1574074074074073e-5;
 
-constexpr int kMoon = 301;
 // (433) Eros at 2000 June 5, 0 h.
 constexpr Elements kEros{.q = 1.4582862,
                          .e = 0.22281396,
@@ -115,7 +115,7 @@ std::unique_ptr<SS_Object> make_object(const solsys::BodyRow& row, SS_Object* pa
                            .magnitude = row.magnitude,
                            .rotation = row.rotation};
     if (row.type == SSO_MOON) {
-        if (row.number != kMoon)
+        if (row.number != solsys::kMoonNumber)
             return std::make_unique<SS_MoonObject>(
                 data, parent, theory_of_planet(theories, row.parent_number));
         auto moon = std::make_unique<SS_MoonObject>(data, parent, ephemeris);
@@ -127,13 +127,26 @@ std::unique_ptr<SS_Object> make_object(const solsys::BodyRow& row, SS_Object* pa
     return std::make_unique<SS_DwarfPlanetObject>(data, parent, ephemeris);
 }
 
-// An ephemeris that opens after the objects were made without one.
-void hand_over(SS_Object& object, std::int32_t type, DE_EvalState* ephemeris) {
-    if (type == SSO_PLNT) {
-        static_cast<SS_PlanetObject&>(object).SetEphemeris(ephemeris);
-    } else if (object.Number() == kMoon) {
-        static_cast<SS_MoonObject&>(object).SetEphemeris(ephemeris);
+void create_objects(solsys::Bodies& bodies, DE_EvalState* ephemeris,
+                    const solsys::SatelliteTheories& theories) {
+    for (int number = solsys::kFirstBody; number > 0;
+         number = solsys::next_catalogue_number(number)) {
+        const solsys::BodyRow& row = *solsys::catalogue_row(number);
+        const std::uint64_t key = solsys::key_of(row.type, row.number);
+        if (bodies.objects.find(key) != nullptr) continue;
+        SS_Object* parent = bodies.find({SSO_PLNT, row.parent_number});
+        bodies.objects.insert(key, make_object(row, parent, ephemeris, theories));
     }
+}
+
+// (433) Eros, for spacecraft about it.
+void set_up_eros(solsys::Bodies& bodies) {
+    bodies.eros = kEros;
+    bodies.eros.n = std::sqrt(kErosMotionSquared);
+    bodies.eros_gm = kErosGm;
+    int day = 0;
+    DJ(&day, &bodies.eros.epochFraction, 2000, 6, 5, 0, 0, 0.0);
+    bodies.eros.epochDay = day;
 }
 
 }  // namespace
@@ -142,10 +155,10 @@ CSWSolSys::CSWSolSys() : model_(std::make_unique<Model>()) {
     ET_UT::Init(nullptr);
     Model& m = *model_;
 
-    m.ecl2k_from_j2000 = solsys::rotate_x(solsys::short_nutation(solsys::kJ2000).obliquity);
+    m.bodies.ecl2k_from_j2000 =
+        solsys::rotate_x(solsys::short_nutation(solsys::kJ2000).obliquity);
     Instant b1850{};
     BJ('B', 1850, &b1850.day, &b1850.fraction);
-    m.jd_b1850 = b1850.jd();
     m.b1850_from_j2000 = solsys::precession_matrix(solsys::kJ2000, b1850);
 
     m.current.observer.record.body_type = SSO_PLNT;
@@ -158,43 +171,52 @@ CSWSolSys::~CSWSolSys() {
     ET_UT::Finish();
 }
 
-bool CSWSolSys::InitSys(const char* path) {
+CSWSolSys::Model& CSWSolSys::Inside() const { return *model_; }
+
+bool CSWSolSys::InitSys(const char* path) try {
     Model& m = *model_;
     if (!create_theories(m.theories)) return false;
 
-    const bool opened_now = !m.ephemeris && DE_Ephemeris::open(path);
-    if (opened_now) {
-        m.ephemeris = std::make_unique<DE_EvalState>();
-        m.new_moon_before = m.new_moon_after = 0;  // of the theory that served so far
+    const bool open = m.wants_file && DE_Ephemeris::open(path);
+    if (open != (m.ephemeris != nullptr)) {
+        m.ephemeris = open ? std::make_unique<DE_EvalState>() : nullptr;
+        m.hand_over_ephemeris();
     }
-
-    for (int number = solsys::kFirstBody; number > 0;
-         number = solsys::next_catalogue_number(number)) {
-        const solsys::BodyRow& row = *solsys::catalogue_row(number);
-        const std::uint64_t key = solsys::key_of(row.type, row.number);
-        if (const auto* present = m.objects.find(key)) {
-            if (opened_now) hand_over(**present, row.type, m.ephemeris.get());
-            continue;
-        }
-        SS_Object* parent = m.find(SSO_ID(SSO_PLNT, row.parent_number));
-        m.objects.insert(key, make_object(row, parent, m.ephemeris.get(), m.theories));
-    }
-
-    m.observer_object = m.find(m.observer_body());
-    m.sun = m.find(SSO_ID(SSO_PLNT, 10));
-    m.earth = m.find(SSO_ID(SSO_PLNT, 3));
-    m.moon = m.find(SSO_ID(SSO_MOON, kMoon));
-
-    m.eros = kEros;
-    m.eros.n = std::sqrt(kErosMotionSquared);
-    m.eros_gm = kErosGm;
-    int day = 0;
-    DJ(&day, &m.eros.epochFraction, 2000, 6, 5, 0, 0, 0.0);
-    m.eros.epochDay = day;
+    create_objects(m.bodies, m.ephemeris.get(), m.theories);
+    set_up_eros(m.bodies);
     return true;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
-void CSWSolSys::SetTime(int day, double fraction, bool updateFrames) {
+bool CSWSolSys::UseEphemeris(bool use) try {
+    Model& m = *model_;
+    m.wants_file = use;
+    const bool serve = use && solsys::de_file_is_open();
+    if (serve != (m.ephemeris != nullptr)) {
+        m.ephemeris = serve ? std::make_unique<DE_EvalState>() : nullptr;
+        m.hand_over_ephemeris();
+    }
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool CSWSolSys::HasEphemeris() const {
+    return model_->ephemeris != nullptr && solsys::de_file_is_open();
+}
+
+void CSWSolSys::Model::hand_over_ephemeris() {
+    for (const auto& [key, object] : bodies.objects.entries()) {
+        if (solsys::type_of(key) == SSO_PLNT) {
+            static_cast<SS_PlanetObject&>(*object).SetEphemeris(ephemeris.get());
+        } else if (object->Number() == solsys::kMoonNumber) {
+            static_cast<SS_MoonObject&>(*object).SetEphemeris(ephemeris.get());
+        }
+    }
+}
+
+bool CSWSolSys::SetTime(int day, double fraction, bool updateFrames) {
     Model& m = *model_;
     if (std::isnan(fraction)) {
         PrintDebugString("SetTime(): tj is NaN!\n");
@@ -203,29 +225,32 @@ void CSWSolSys::SetTime(int day, double fraction, bool updateFrames) {
     if (std::fabs(days_between({day, fraction}, m.current.now)) < kSameInstant) {
         // A new model stands at J2000.0 without frames.
         if (updateFrames && !m.current.has_frames) m.update_frames();
-        return;
+        return true;
     }
     const std::optional<Instant> t = normalised(day, fraction);
     if (!t) {
         PrintDebugString("SetTime(): instant out of range\n");
-        return;
+        return false;
     }
     m.current.now = *t;
     if (updateFrames) m.update_frames();
+    return true;
 }
 
-void CSWSolSys::UpdateSys(int day, double fraction) {
-    SetTime(day, fraction, true);
+bool CSWSolSys::UpdateSys(int day, double fraction) {
+    const bool taken = SetTime(day, fraction, true);
     model_->update_frames();  // the instant may have come here before without its frames
-    DeriveObserver();
+    model_->derive_observer();
+    return taken;
 }
 
-void CSWSolSys::SetT3(int day, double fraction) {
-    UpdateSys(day, fraction);
+bool CSWSolSys::SetT3(int day, double fraction) {
+    const bool taken = UpdateSys(day, fraction);
     SaveT3Data();
     // The slot keeps the instant in the caller's own split, when the model took it.
     if (std::fabs(days_between({day, fraction}, model_->current.now)) < kSameInstant)
         model_->saved.now = {day, fraction};
+    return taken;
 }
 
 void CSWSolSys::SaveT3Data() {
@@ -237,17 +262,21 @@ void CSWSolSys::RestoreT3Data() {
     Model& m = *model_;
     if (!m.has_saved) return;
     m.current = m.saved;
-    m.observer_object = m.find(m.observer_body());
+    // The slot may hold the caller's own split of SetT3; the model's is the ordinary one.
+    if (const auto t = normalised(m.saved.now.day, m.saved.now.fraction)) m.current.now = *t;
     m.refresh_visible();
 }
 
-void CSWSolSys::GetTime(int* day, double* fraction) const {
+bool CSWSolSys::GetTime(int* day, double* fraction) const {
+    if (day == nullptr || fraction == nullptr) return false;
     *day = model_->current.now.day;
     *fraction = model_->current.now.fraction;
+    return true;
 }
 
 double CSWSolSys::FindNewMoon(double t1, double t2, InstantFn f, void* context) {
     constexpr const char* kError = "CSWSolSys::FindNewMoon() error\n";
+    if (f == nullptr) return -1.0;
     SaveT3Data();
     double f1 = f(*this, t1, context);
     double f2 = f(*this, t2, context);
@@ -293,15 +322,17 @@ void CSWSolSys::SetNutationFunction(NutationFn function) {
     model_->forget_frames();
 }
 
-bool CSWSolSys::HasEphemeris() const { return model_->ephemeris != nullptr; }
+solsys::FrameSet CSWSolSys::Model::frames_for(Instant t, bool on_earth) const {
+    return solsys::frames_at(t, on_earth, precession, nutation);
+}
 
 void CSWSolSys::Model::update_frames() {
-    const bool on_earth = observer_on_earth();
+    const bool on_earth = current.observer.on_earth();
     const double jd = current.now.jd();
     if (current.has_frames && current.frames_on_earth == on_earth &&
         std::fabs(jd - current.frame_time) <= kSameInstant)
         return;
-    current.frames = solsys::frames_at(current.now, on_earth, precession, nutation);
+    current.frames = frames_for(current.now, on_earth);
     current.has_frames = true;
     current.frame_time = jd;
     current.frames_on_earth = on_earth;
@@ -320,6 +351,6 @@ void CSWSolSys::Model::refresh_visible() {
     store(f.ecl_from_tod, visible.ecl_from_cur.data());
     store(f.mod_from_j2000, visible.precession.data());
     store(f.tod_from_mod, visible.nutation.data());
-    store(current.observer.body_from_horizon, visible.horizon.data());
-    store(ecl2k_from_j2000, visible.ecl2k.data());
+    store(current.observer.frames.body_from_horizon, visible.horizon.data());
+    store(bodies.ecl2k_from_j2000, visible.ecl2k.data());
 }

@@ -1,9 +1,11 @@
 // Directions between the frames of the instant.
 #include "core/fast_trig.h"
 #include "core/spherical.h"
+#include "solsys/arguments.h"
+#include "solsys/body_frames.h"
 #include "solsys/model.h"
 
-using solsys::Mat3;
+using solsys::any_null;
 using solsys::Vec3;
 
 namespace {
@@ -19,6 +21,10 @@ void angles(Vec3 v, double* longitude, double* latitude) {
     const solsys::Spherical s = solsys::to_spherical(v, norm(v));
     *longitude = s.lon;
     *latitude = s.lat;
+}
+
+Vec3 to_horizon(const solsys::ObserverFrames& o, Vec3 cur) {
+    return transpose_times(o.body_from_horizon, transpose_times(o.cur_from_body, cur));
 }
 
 }  // namespace
@@ -37,120 +43,141 @@ const double* CSWSolSys::GetMtrxPrecession() const { return model_->visible.prec
 const double* CSWSolSys::GetMtrxNutation() const { return model_->visible.nutation.data(); }
 const double* CSWSolSys::GetMtrxTopoCur() const { return model_->visible.horizon.data(); }
 
-void CSWSolSys::GetNutationAngles(double* obliquity, double* d_epsilon, double* d_psi) const {
+bool CSWSolSys::GetNutationAngles(double* obliquity, double* d_epsilon, double* d_psi) const {
+    if (any_null({obliquity, d_epsilon, d_psi})) return false;
     const solsys::FrameSet& f = model_->current.frames;
     *obliquity = f.obliquity;
     *d_epsilon = f.d_epsilon;
     *d_psi = f.d_psi;
-}
-
-bool CSWSolSys::GetMtrxTopo(OBSERVER* observer, double* matrix) const {
-    if (observer == nullptr) return false;
-    const double longitude = observer->location[1];
-    const double latitude = observer->location[2];
-    const double sl = solsys::fm_sin(longitude);
-    const double cl = solsys::cos_from_sin(longitude, sl);
-    const double sb = solsys::fm_sin(latitude);
-    const double cb = solsys::cos_from_sin(latitude, sb);
-    store(Mat3{{-cl * sb, sl, cl * cb}, {-sl * sb, -cl, sl * cb}, {cb, 0, sb}}, matrix);
     return true;
 }
 
-void CSWSolSys::GetLocal2CelestialMtrx(double* matrix) const {
-    const solsys::ObserverState& o = model_->current.observer;
+bool CSWSolSys::GetMtrxTopo(OBSERVER* observer, double* matrix) const {
+    if (any_null({observer, matrix})) return false;
+    store(solsys::horizon_frame(observer->location[1], observer->location[2]), matrix);
+    return true;
+}
+
+bool CSWSolSys::GetLocal2CelestialMtrx(double* matrix) const {
+    if (matrix == nullptr) return false;
+    const solsys::ObserverFrames& o = model_->current.observer.frames;
     store(o.cur_from_body * o.body_from_horizon, matrix);
+    return true;
 }
 
-void CSWSolSys::GetMtrx_Eq2K_GalCur(double* matrix) const {
+bool CSWSolSys::GetMtrx_Eq2K_GalCur(double* matrix) const {
+    if (matrix == nullptr) return false;
     store(model_->current.frames.gal_from_j2000, matrix);
+    return true;
 }
 
-void CSWSolSys::GetMtrx_EqCur_GalCur(double* matrix) const {
+bool CSWSolSys::GetMtrx_EqCur_GalCur(double* matrix) const {
+    if (matrix == nullptr) return false;
     store(model_->current.frames.gal_from_cur, matrix);
+    return true;
 }
 
-void CSWSolSys::VecFromRAToAzm(const double* in, double* out) const {
-    const solsys::ObserverState& o = model_->current.observer;
-    const Vec3 body = transpose_times(o.cur_from_body, solsys::load(in));
-    store(transpose_times(o.body_from_horizon, body), out);
+bool CSWSolSys::VecFromRAToAzm(const double* in, double* out) const {
+    if (any_null({in, out})) return false;
+    store(to_horizon(model_->current.observer.frames, solsys::load(in)), out);
+    return true;
 }
 
-void CSWSolSys::FromRAToAzm(bool j2000, const double* ra, const double* dec, double* azm,
+bool CSWSolSys::FromRAToAzm(bool j2000, const double* ra, const double* dec, double* azm,
                             double* alt) const {
+    if (any_null({ra, dec, azm, alt})) return false;
     Vec3 cur = direction(*ra, *dec);
     if (j2000) cur = model_->current.frames.cur_from_j2000 * cur;
-    double v[3];
-    store(cur, v);
-    VecFromRAToAzm(v, v);
     double longitude = 0;  // from north through west
-    angles(solsys::load(v), &longitude, alt);
+    angles(to_horizon(model_->current.observer.frames, cur), &longitude, alt);
     const double azimuth = solsys::kTwoPi - longitude;
     *azm = azimuth == solsys::kTwoPi ? 0.0 : azimuth;
+    return true;
 }
 
-void CSWSolSys::FromAzmToRA(bool j2000, const double* azm, const double* alt, double* ra,
+bool CSWSolSys::FromAzmToRA(bool j2000, const double* azm, const double* alt, double* ra,
                             double* dec) const {
-    const solsys::ObserverState& o = model_->current.observer;
+    if (any_null({azm, alt, ra, dec})) return false;
+    const solsys::ObserverFrames& o = model_->current.observer.frames;
     Vec3 horizon = direction(*azm, *alt);
     horizon.y = -horizon.y;  // azimuth runs through east, the frame's second axis points west
     Vec3 v = o.cur_from_body * (o.body_from_horizon * horizon);
     if (j2000) v = transpose_times(model_->current.frames.cur_from_j2000, v);
     angles(v, ra, dec);
+    return true;
 }
 
-void CSWSolSys::FromRAToEclAng(bool j2000, const double* ra, const double* dec, double* lon,
+bool CSWSolSys::FromRAToEclAng(bool j2000, const double* ra, const double* dec, double* lon,
                                double* lat) const {
+    if (any_null({ra, dec, lon, lat})) return false;
     const solsys::FrameSet& f = model_->current.frames;
     Vec3 cur = direction(*ra, *dec);
     if (j2000) cur = f.cur_from_j2000 * cur;
     angles(f.ecl_from_tod * cur, lon, lat);
+    return true;
 }
 
-void CSWSolSys::FromEclAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
+bool CSWSolSys::FromEclAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
                                double* dec) const {
+    if (any_null({lon, lat, ra, dec})) return false;
     const solsys::FrameSet& f = model_->current.frames;
     Vec3 v = transpose_times(f.ecl_from_tod, direction(*lon, *lat));
     if (j2000) v = transpose_times(f.cur_from_j2000, v);
     angles(v, ra, dec);
+    return true;
 }
 
-void CSWSolSys::FromRAToPlEq(bool j2000, const double* ra, const double* dec, double* lon,
+bool CSWSolSys::FromRAToPlEq(bool j2000, const double* ra, const double* dec, double* lon,
                              double* lat) const {
+    if (any_null({ra, dec, lon, lat})) return false;
     Vec3 v = direction(*ra, *dec);
     if (!j2000) v = transpose_times(model_->current.frames.cur_from_j2000, v);
-    angles(model_->current.observer.body_from_j2000 * v, lon, lat);
+    angles(model_->current.observer.frames.body_from_j2000 * v, lon, lat);
+    return true;
 }
 
-void CSWSolSys::FromPlEqToRA(bool j2000, const double* lon, const double* lat, double* ra,
+bool CSWSolSys::FromPlEqToRA(bool j2000, const double* lon, const double* lat, double* ra,
                              double* dec) const {
-    Vec3 v = transpose_times(model_->current.observer.body_from_j2000, direction(*lon, *lat));
+    if (any_null({lon, lat, ra, dec})) return false;
+    Vec3 v =
+        transpose_times(model_->current.observer.frames.body_from_j2000, direction(*lon, *lat));
     if (!j2000) v = model_->current.frames.cur_from_j2000 * v;
     angles(v, ra, dec);
+    return true;
 }
 
-void CSWSolSys::FromRAToOrbAng(bool j2000, const double* ra, const double* dec, double* lon,
+bool CSWSolSys::FromRAToOrbAng(bool j2000, const double* ra, const double* dec, double* lon,
                                double* lat) const {
+    if (any_null({ra, dec, lon, lat})) return false;
     Vec3 v = direction(*ra, *dec);
     if (!j2000) v = transpose_times(model_->current.frames.cur_from_j2000, v);
-    angles(model_->current.observer.orbit_from_j2000 * v, lon, lat);
+    angles(model_->current.observer.frames.orbit_from_j2000 * v, lon, lat);
+    return true;
 }
 
-void CSWSolSys::FromOrbAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
+bool CSWSolSys::FromOrbAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
                                double* dec) const {
-    Vec3 v = transpose_times(model_->current.observer.orbit_from_j2000, direction(*lon, *lat));
+    if (any_null({lon, lat, ra, dec})) return false;
+    Vec3 v = transpose_times(model_->current.observer.frames.orbit_from_j2000,
+                             direction(*lon, *lat));
     if (!j2000) v = model_->current.frames.cur_from_j2000 * v;
     angles(v, ra, dec);
+    return true;
 }
 
-void CSWSolSys::FromRAToGalAng(bool j2000, const double* ra, const double* dec, double* lon,
+bool CSWSolSys::FromRAToGalAng(bool j2000, const double* ra, const double* dec, double* lon,
                                double* lat) const {
+    if (any_null({ra, dec, lon, lat})) return false;
     const solsys::FrameSet& f = model_->current.frames;
     angles((j2000 ? f.gal_from_j2000 : f.gal_from_cur) * direction(*ra, *dec), lon, lat);
+    return true;
 }
 
-void CSWSolSys::FromGalAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
+bool CSWSolSys::FromGalAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
                                double* dec) const {
+    if (any_null({lon, lat, ra, dec})) return false;
     const solsys::FrameSet& f = model_->current.frames;
     angles(transpose_times(j2000 ? f.gal_from_j2000 : f.gal_from_cur, direction(*lon, *lat)),
            ra, dec);
+    return true;
 }

@@ -1,6 +1,6 @@
 // Which bodies a model holds, and what they go round.
 #include "solsys/model.h"
-#include "solsys/spacecraft_track.h"
+#include "solsys/states.h"
 
 namespace {
 
@@ -17,19 +17,14 @@ void append(const FlatTable<Value>& table, std::int32_t wanted, std::vector<SSO_
     }
 }
 
-template <class Record>
-SSO_ID centre_of(const Record* record) {
-    return record != nullptr ? SSO_ID(record->central_type, record->central_number)
-                             : SSO_ID(-1, -1);
-}
-
 int size_of(const std::vector<SSO_ID>& list) { return static_cast<int>(list.size()); }
 
 }  // namespace
 
 int CSWSolSys::GetFullList(std::vector<SSO_ID>* list) const {
+    if (list == nullptr) return 0;
     // The tables in the order of their type codes: astr, comt, moon and plnt, scft, uSCO.
-    const Model& m = *model_;
+    const solsys::Bodies& m = model_->bodies;
     append(m.elements.asteroids, kAllTypes, list);
     append(m.elements.comets, kAllTypes, list);
     append(m.objects, kAllTypes, list);
@@ -39,28 +34,32 @@ int CSWSolSys::GetFullList(std::vector<SSO_ID>* list) const {
 }
 
 int CSWSolSys::GetPlanetsList(std::vector<SSO_ID>* list) const {
-    append(model_->objects, SSO_PLNT, list);
+    if (list == nullptr) return 0;
+    append(model_->bodies.objects, SSO_PLNT, list);
     return size_of(*list);
 }
 
 int CSWSolSys::GetMoonsList(std::vector<SSO_ID>* list) const {
-    append(model_->objects, SSO_MOON, list);
+    if (list == nullptr) return 0;
+    append(model_->bodies.objects, SSO_MOON, list);
     return size_of(*list);
 }
 
 int CSWSolSys::GetAstersList(std::vector<SSO_ID>* list) const {
-    append(model_->elements.asteroids, SSO_ASTR, list);
+    if (list == nullptr) return 0;
+    append(model_->bodies.elements.asteroids, SSO_ASTR, list);
     return size_of(*list);
 }
 
 int CSWSolSys::GetCometsList(std::vector<SSO_ID>* list) const {
-    append(model_->elements.comets, SSO_COMT, list);
+    if (list == nullptr) return 0;
+    append(model_->bodies.elements.comets, SSO_COMT, list);
     return size_of(*list);
 }
 
 int CSWSolSys::GetMoonsListFor(const SSO_ID& planet, std::vector<SSO_ID>* list) const {
-    if (planet.type != SSO_PLNT) return 0;
-    for (const auto& [key, object] : model_->objects.entries()) {
+    if (list == nullptr || planet.type != SSO_PLNT) return 0;
+    for (const auto& [key, object] : model_->bodies.objects.entries()) {
         const std::int32_t number = solsys::number_of(key);
         if (solsys::type_of(key) == SSO_MOON && number / 100 == planet.number)
             list->emplace_back(SSO_MOON, number);
@@ -68,11 +67,13 @@ int CSWSolSys::GetMoonsListFor(const SSO_ID& planet, std::vector<SSO_ID>* list) 
     return size_of(*list);
 }
 
-SS_Object* CSWSolSys::GetSS_Object(const SSO_ID& id) const { return model_->find(id); }
+SS_Object* CSWSolSys::GetSS_Object(const SSO_ID& id) const {
+    return model_->bodies.find(solsys::body_key(id));
+}
 
 bool CSWSolSys::CheckSSO(const SSO_ID* id) const {
     if (id == nullptr) return false;
-    const Model& m = *model_;
+    const solsys::Bodies& m = model_->bodies;
     const std::uint64_t key = solsys::key_of(*id);
     return m.objects.find(key) != nullptr || m.elements.asteroids.find(key) != nullptr ||
            m.elements.comets.find(key) != nullptr ||
@@ -81,25 +82,12 @@ bool CSWSolSys::CheckSSO(const SSO_ID* id) const {
 }
 
 SSO_ID CSWSolSys::GetCentralBodyID(const SSO_ID& id) const {
-    const Model& m = *model_;
-    switch (id.type) {
-        case SSO_PLNT:
-        case SSO_ASTR:
-        case SSO_COMT:
-        case SSO_FAST:
-        case SSO_FCOM:
-            return {SSO_PLNT, 10};
-        case SSO_MOON:
-            return {SSO_PLNT, id.number / 100};
-        case SSO_SCFT: {
-            const auto* track = m.elements.spacecraft.find(solsys::key_of(id));
-            if (track == nullptr) return {-1, -1};
-            const auto* record = solsys::locate(*track, m.current.now).record;
-            return centre_of(record != nullptr ? record : &track->records.front());
-        }
-        case SSO_USCO:
-            return centre_of(m.elements.user_objects.find(solsys::key_of(id)));
-        default:
-            return {-1, -1};
-    }
+    const solsys::BodyKey centre =
+        centre_of(model_->bodies, solsys::body_key(id), model_->current.now);
+    return {centre.type, centre.number};
+}
+
+bool solsys::is_known(const CSWSolSys::Model& model, const SSO_ID& id) {
+    if (kind_of(id.type).table == Table::stars) return model.stars.find(key_of(id)) != nullptr;
+    return find_source(model.bodies, id).found();
 }

@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/angles.h"
 #include "solsys/magnitudes.h"
-#include "solsys/positions.h"
+#include "solsys/model.h"
+#include "solsys/states.h"
 
 using solsys::State;
 using solsys::StateSource;
@@ -25,12 +27,6 @@ double user_object_at_1au(std::int32_t number) {
     return number == kFaintUserObject ? 23.5 : 26.5;
 }
 
-// Angle at the body between the Sun and the observer, from the heliocentric vector and the one
-// from the observer; the cosine loses half the digits near 0 and pi, the tangent none.
-double phase_angle(Vec3 heliocentric, Vec3 seen) {
-    return std::atan2(norm(cross(heliocentric, seen)), dot(heliocentric, seen));
-}
-
 float comet_magnitude(std::int32_t number, const CometRecord& comet, double r, double delta) {
     if (number == kOwnLawComet) {
         return static_cast<float>(5.0 * std::log10(delta) + 9.8 +
@@ -39,57 +35,66 @@ float comet_magnitude(std::int32_t number, const CometRecord& comet, double r, d
     return MagnitudeComet(r, delta, comet.H, comet.K);
 }
 
+// By the object's own function, from plain vectors.
+bool by_law(const SS_Object& object, Vec3 observer, Vec3 body, float& magnitude) {
+    const MagnitudeFn law = object.Magnitude();
+    if (law == nullptr) return false;
+    double from[3];
+    double at[3];
+    store(observer, from);
+    store(body, at);
+    law(from, object.Number(), at, &magnitude);
+    return true;
+}
+
+float by_distance(std::int32_t number, double distance) {
+    const double m = 5.0 * std::log10(distance) + user_object_at_1au(number);
+    return static_cast<float>(std::max(0.0, m));
+}
+
 }  // namespace
 
 bool CSWSolSys::GetMagnitude(const SSO_ID& id, float* magnitude) {
+    if (magnitude == nullptr) return false;
     *magnitude = kNoMagnitude;
-    if (id.type == SSO_SCFT || id.type == SSO_CNST) {
+    const solsys::Brightness brightness = solsys::kind_of(id.type).brightness;
+    if (brightness == solsys::Brightness::meaningless) {
         *magnitude = kMeaninglessMagnitude;
         return true;
     }
-    if (!solsys::has_states(id.type)) {
+    if (brightness == solsys::Brightness::stored) {
         const StarObject* star = GetStar(id);
         if (star != nullptr) *magnitude = star->magnitude;
         return star != nullptr;
     }
 
-    Positions positions(*this);
-    const StateSource source = positions.find(id);
+    const solsys::Bodies& bodies = model_->bodies;
+    const solsys::ObserverPlace& observer = model_->current.observer.place;
+    const StateSource source = find_source(bodies, id);
     State body{};
-    if (!positions.heliocentric(source, positions.now(), false, body)) return false;
-    const Vec3 observer = model_->current.observer.heliocentric.r;
-    const Vec3 seen = body.r - observer;
-    switch (id.type) {
-        case SSO_PLNT:
-        case SSO_MOON: {
-            const MagnitudeFn law = source.object->Magnitude();
-            if (law == nullptr) return false;
-            double from[3];
-            double at[3];
-            store(observer, from);
-            store(body.r, at);
-            law(from, id.number, at, magnitude);
-            return true;
-        }
-        case SSO_ASTR: {
+    if (!observer.known || !source.found() ||
+        !heliocentric(bodies, source, model_->current.now, false, body))
+        return false;
+    const Vec3 seen = body.r - observer.heliocentric.r;
+    switch (brightness) {
+        case solsys::Brightness::law_of_body:
+            return by_law(*source.object, observer.heliocentric.r, body.r, *magnitude);
+        case solsys::Brightness::hg: {
             const AsteroidRecord* record = GetAsteroid(id.number);
             if (record == nullptr) return false;
-            *magnitude = MagnitudeHG(norm(body.r), norm(seen), phase_angle(body.r, seen),
+            *magnitude = MagnitudeHG(norm(body.r), norm(seen), solsys::separation(body.r, seen),
                                      record->H, record->G);
             return true;
         }
-        case SSO_COMT: {
+        case solsys::Brightness::comet: {
             const CometRecord* record = GetComet(id.number);
             if (record == nullptr) return false;
             *magnitude = comet_magnitude(id.number, *record, norm(body.r), norm(seen));
             return true;
         }
-        case SSO_USCO: {
-            const double at_1au = user_object_at_1au(id.number);
-            const double m = 5.0 * std::log10(norm(seen)) + at_1au;
-            *magnitude = static_cast<float>(std::max(0.0, m));
+        case solsys::Brightness::by_distance:
+            *magnitude = by_distance(id.number, norm(seen));
             return true;
-        }
         default:
             return false;
     }

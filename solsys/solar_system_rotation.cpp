@@ -1,59 +1,23 @@
 // Body-fixed frames of the model's bodies.
-#include <cmath>
-
 #include "frames/body_rotation.h"
 #include "frames/rotation_registry.h"
-#include "solsys/earth_orientation.h"
+#include "solsys/arguments.h"
+#include "solsys/body_frames.h"
 #include "solsys/model.h"
 #include "solsys/toolkit.h"
 
+using solsys::any_null;
+using solsys::body_key;
 using solsys::Instant;
 using solsys::Mat3;
 
-namespace {
-
-constexpr int kEarth = 3;
-// The number under which the registry holds the rotation of all bodies of a type.
-constexpr std::int32_t kWholeType = -1;
-
-bool is_earth(const SSO_ID& body) { return body.type == SSO_PLNT && body.number == kEarth; }
-
-}  // namespace
-
-namespace solsys {
-
-const BodyRotationParams* registered_rotation(const SSO_ID& body) {
-    const BodyRotationParams* own = rotation_registry::get(ObjectKey{body.type, body.number});
-    return own != nullptr ? own : rotation_registry::get(ObjectKey{body.type, kWholeType});
-}
-
-Mat3 j2000_from_registered(const BodyRotationParams& rotation, Instant t) {
-    const double w = double{rotation.w0} + double{rotation.rate} * days_since_j2000(t);
-    // The fast sine behind this reduces whole turns in one step.
-    return body_matrix_from_encoded(rotation.e, rotation.sin_dec, std::fmod(w, kTwoPi));
-}
-
-namespace {
-
-// J2000 equator from the body-fixed frame by the body's rotation elements or, failing these,
-// by the registry. False, and nothing written, when the body has neither.
-bool j2000_from_body(SS_Object* object, const SSO_ID& body, Instant t, Mat3& out) {
-    double ra = 0, dec = 0, w = 0;
-    if (object != nullptr && object->GetRotationElements(t.day, t.fraction, &ra, &dec, &w)) {
-        out = body_matrix_from_pole(ra, dec, w);
-        return true;
-    }
-    const BodyRotationParams* rotation = registered_rotation(body);
-    if (rotation == nullptr) return false;
-    out = j2000_from_registered(*rotation, t);
+bool CSWSolSys::AddBodyRotationParams(const ObjectKey& key,
+                                      const BodyRotationParams* params) try {
+    if (params == nullptr) return false;
+    solsys::rotation_registry::add(key, *params);
     return true;
-}
-
-}  // namespace
-}  // namespace solsys
-
-void CSWSolSys::AddBodyRotationParams(const ObjectKey& key, const BodyRotationParams* params) {
-    if (params != nullptr) solsys::rotation_registry::add(key, *params);
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 int CSWSolSys::GetBodyRotationsCount() { return solsys::rotation_registry::count(); }
@@ -66,56 +30,44 @@ const BodyRotationParams* CSWSolSys::GetBodyRotation(const ObjectKey& key) {
     return solsys::rotation_registry::get(key);
 }
 
-void CSWSolSys::GetMtrxPl_EqFromEncodedAngles(double encodedRA, double sinDec, double w,
+bool CSWSolSys::GetMtrxPl_EqFromEncodedAngles(double encodedRA, double sinDec, double w,
                                               double* out, bool toDate) const {
+    if (out == nullptr) return false;
     const Mat3 m = solsys::body_matrix_from_encoded(encodedRA, sinDec, w);
     store(toDate ? model_->current.frames.cur_from_j2000 * m : m, out);
+    return true;
 }
 
-void CSWSolSys::GetMtrxPl_EqFromAngles(double alpha, double dec, double w, double* out,
+bool CSWSolSys::GetMtrxPl_EqFromAngles(double alpha, double dec, double w, double* out,
                                        bool toDate) const {
+    if (out == nullptr) return false;
     const Mat3 m = solsys::body_matrix_from_angles(alpha, dec, w);
     store(toDate ? model_->current.frames.cur_from_j2000 * m : m, out);
+    return true;
 }
 
 bool CSWSolSys::GetMtrxPl_Eq(const SSO_ID& body, double* out, bool toDate) {
-    Model& m = *model_;
-    const Instant now = m.current.now;
-    const Mat3& cur_from_j2000 = m.current.frames.cur_from_j2000;
-
-    if (is_earth(body)) {
-        const double theta = SiderialTime(true, now.day, now.fraction);
-        const Mat3 cur_from_body = solsys::rotate_z(-theta);
-        store(toDate ? cur_from_body : transpose(cur_from_j2000) * cur_from_body, out);
-        return true;
-    }
-
-    // The elements of a body hold for the instants for which it has a place.
-    SS_Object* object = m.find(body);
-    double place[3];
-    if (object != nullptr && !GetHelVec2K(body, 0, place)) object = nullptr;
-
-    Mat3 j2000_from_body{};
-    if (!solsys::j2000_from_body(object, body, now, j2000_from_body)) return false;
-    store(toDate ? cur_from_j2000 * j2000_from_body : j2000_from_body, out);
-    return true;
+    if (out == nullptr) return false;
+    const solsys::ModelInstant& current = model_->current;
+    const Mat3& cur_from_j2000 = current.frames.cur_from_j2000;
+    Mat3 m{};
+    const bool known =
+        toDate ? surface_frame_of_date(model_->bodies, body_key(body), current.now,
+                                       cur_from_j2000, m)
+               : surface_frame(model_->bodies, body_key(body), current.now, cur_from_j2000, m);
+    if (known) store(m, out);
+    return known;
 }
 
 bool CSWSolSys::GetMtrxEq2K_PlEq(const SSO_ID& body, int day, double fraction, double* out,
                                  double* outTransposed) {
-    Model& m = *model_;
+    if (any_null({out, outTransposed})) return false;
     Mat3 body_from_j2000{};
-    if (is_earth(body)) {
+    if (body_key(body) == solsys::kEarthKey) {
         // True equator of date, which does not turn.
-        body_from_j2000 = m.current.frames.cur_from_j2000;
-    } else if (body.type == SSO_PLNT && body.number == 11) {
-        // The frame of the ecliptic stands under this number.
-        body_from_j2000 = m.ecl2k_from_j2000;
-    } else {
-        Mat3 j2000_from_body{};
-        if (!solsys::j2000_from_body(m.find(body), body, {day, fraction}, j2000_from_body))
-            return false;
-        body_from_j2000 = transpose(j2000_from_body);
+        body_from_j2000 = model_->current.frames.cur_from_j2000;
+    } else if (!body_frame(model_->bodies, body_key(body), {day, fraction}, body_from_j2000)) {
+        return false;
     }
     store(body_from_j2000, out);
     store(transpose(body_from_j2000), outTransposed);
@@ -123,17 +75,14 @@ bool CSWSolSys::GetMtrxEq2K_PlEq(const SSO_ID& body, int day, double fraction, d
 }
 
 bool CSWSolSys::SetMtrxEq2K_PlEq(const SSO_ID& body) {
-    solsys::ObserverState& o = model_->current.observer;
-    const Instant now = model_->current.now;
-    double forth[9];
-    double back[9];
-    const bool known = GetMtrxEq2K_PlEq(body, now.day, now.fraction, forth, back);
-    o.body_from_j2000 = known ? solsys::load_matrix(forth) : solsys::kIdentity;
-    o.j2000_from_body = transpose(o.body_from_j2000);
+    solsys::ModelInstant& current = model_->current;
+    orient_body_frame(model_->bodies, body_key(body), current.now,
+                      current.frames.cur_from_j2000, current.observer.frames);
     return true;
 }
 
 bool CSWSolSys::PlgToEq(const SSO_ID& body, const double* planetographic, double* out) {
+    if (any_null({planetographic, out})) return false;
     double flattening = 0;
     const double radius = GetRadiEq(body, &flattening);
     double m[9];
@@ -145,6 +94,7 @@ bool CSWSolSys::PlgToEq(const SSO_ID& body, const double* planetographic, double
 }
 
 bool CSWSolSys::EqToPlg(const SSO_ID& body, const double* vector, double* out) {
+    if (any_null({vector, out})) return false;
     double flattening = 0;
     const double radius = GetRadiEq(body, &flattening);
     double m[9];

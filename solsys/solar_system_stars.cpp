@@ -1,34 +1,20 @@
 // The stars and deep-sky objects that a host gives to the model.
 #include <cmath>
+#include <new>
 
+#include "solsys/kinds.h"
 #include "solsys/model.h"
 #include "solsys/star_place.h"
 #include "solsys/toolkit.h"
 
-namespace {
-
-bool in_star_table(std::int32_t type) {
-    switch (type) {
-        case SSO_STAR:
-        case SSO_USTR:
-        case SSO_UDSO:
-        case SSO_CLST:
-        case SSO_NEBU:
-        case SSO_GALA:
-        case SSO_DSNV:
-            return true;
-        default:
-            return false;
-    }
-}
-
-}  // namespace
-
 bool CSWSolSys::AddStar(const SSO_ID& id, const StarObject& star) {
-    if (!in_star_table(id.type) || !std::isfinite(star.ra) || !std::isfinite(star.dec)) {
+    const bool in_table = solsys::kind_of(id.type).table == solsys::Table::stars;
+    if (!in_table || !std::isfinite(star.ra) || !std::isfinite(star.dec)) return false;
+    try {
+        model_->stars.replace(solsys::key_of(id), star);
+    } catch (const std::bad_alloc&) {
         return false;
     }
-    model_->stars.replace(solsys::key_of(id), star);
     return true;
 }
 
@@ -43,17 +29,18 @@ const StarObject* CSWSolSys::GetStar(const SSO_ID& id) const {
 bool CSWSolSys::GetRADecVisStar(const StarObject* star, double* angles, double* vector,
                                 bool toDate) {
     const solsys::ModelInstant& current = model_->current;
+    const solsys::ObserverPlace& place = current.observer.place;
+    if (star == nullptr || vector == nullptr || !place.known) return false;
     const double years = days_since_j2000(current.now) / solsys::kDaysPerJulianYear;
-    const solsys::StarObserver observer{current.observer.heliocentric.r,
-                                        current.observer.velocity_c,
-                                        current.observer.lorentz_reciprocal};
-    const solsys::StarPlace place =
+    const solsys::StarObserver observer{place.heliocentric.r, place.velocity_c,
+                                        place.lorentz_reciprocal};
+    const solsys::StarPlace seen =
         toDate ? star_place(*star, years, observer, current.frames.cur_from_j2000)
                : star_place(*star, years, observer);
-    store(place.vector, vector);
+    store(seen.vector, vector);
     if (angles != nullptr) {
         psf1(vector, 1.0, angles);
-        angles[0] = place.distance;
+        angles[0] = seen.distance;
     }
     return true;
 }

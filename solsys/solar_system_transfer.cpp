@@ -1,9 +1,12 @@
 // Locations and directions between frames named by a code.
 #include "core/constants.h"
 #include "core/spherical.h"
+#include "solsys/arguments.h"
 #include "solsys/model.h"
+#include "solsys/physical.h"
 #include "solsys/toolkit.h"
 
+using solsys::any_null;
 using solsys::Mat3;
 using solsys::Vec3;
 
@@ -25,13 +28,11 @@ Mat3 location_from_j2000(char code, const solsys::FrameSet& f, const solsys::Obs
                          const Mat3& ecl2k_from_j2000) {
     switch (code) {
         case LOCATION_BODY:
-            return o.orbit_from_j2000;
-        case LOCATION_BODY_FIXED: {
-            const bool on_sun = o.record.body_type == SSO_PLNT && o.record.body_number == 10;
-            return on_sun ? f.ecl_from_j2000 : o.body_from_j2000;
-        }
+            return o.frames.orbit_from_j2000;
+        case LOCATION_BODY_FIXED:
+            return o.body() == solsys::kSunKey ? f.ecl_from_j2000 : o.frames.body_from_j2000;
         case LOCATION_SURFACE:
-            return transpose(o.cur_from_body) * f.cur_from_j2000;
+            return transpose(o.frames.cur_from_body) * f.cur_from_j2000;
         case LOCATION_HELIOCENTRIC:
             return f.ecl_from_j2000;
         case LOCATION_GALACTIC:
@@ -48,19 +49,18 @@ Mat3 location_from_j2000(char code, const solsys::FrameSet& f, const solsys::Obs
 }
 
 // The frame of a view code from the equator of date.
-Mat3 view_from_cur(char code, const solsys::FrameSet& f, const solsys::ObserverState& o,
-                   bool on_earth) {
+Mat3 view_from_cur(char code, const solsys::FrameSet& f, const solsys::ObserverState& o) {
     switch (code) {
         case kViewEquator:
             return solsys::kIdentity;
         case kViewHorizon:
-            return transpose(o.cur_from_body * o.body_from_horizon);
+            return transpose(o.frames.cur_from_body * o.frames.body_from_horizon);
         case kViewBody:
             // The Earth's body frame is the equator of date itself.
-            return on_earth ? solsys::kIdentity
-                            : o.body_from_j2000 * transpose(f.cur_from_j2000);
+            return o.on_earth() ? solsys::kIdentity
+                                : o.frames.body_from_j2000 * transpose(f.cur_from_j2000);
         case kViewOrbit:
-            return o.orbit_from_j2000 * transpose(f.cur_from_j2000);
+            return o.frames.orbit_from_j2000 * transpose(f.cur_from_j2000);
         case kViewEcliptic:
             return f.ecl_from_tod;
         default:
@@ -71,21 +71,23 @@ Mat3 view_from_cur(char code, const solsys::FrameSet& f, const solsys::ObserverS
 
 }  // namespace
 
-void CSWSolSys::TransferLocationVec(const double* in, char from, double* out, char to) const {
+bool CSWSolSys::TransferLocationVec(const double* in, char from, double* out, char to) const {
+    if (any_null({in, out})) return false;
     const Model& m = *model_;
     const solsys::FrameSet& f = m.current.frames;
     const solsys::ObserverState& o = m.current.observer;
-    const Vec3 j2000 =
-        transpose_times(location_from_j2000(from, f, o, m.ecl2k_from_j2000), solsys::load(in));
-    store(location_from_j2000(to, f, o, m.ecl2k_from_j2000) * j2000, out);
+    const Vec3 j2000 = transpose_times(
+        location_from_j2000(from, f, o, m.bodies.ecl2k_from_j2000), solsys::load(in));
+    store(location_from_j2000(to, f, o, m.bodies.ecl2k_from_j2000) * j2000, out);
+    return true;
 }
 
-void CSWSolSys::TransferLocationCoor(SphCoor* location, char to) {
-    if (location == nullptr) return;
-    const SS_Object* object = model_->observer_object;
-    double flattening = object != nullptr ? object->Flattening() : 0.0;
-    const double known =
-        object != nullptr ? object->RadiusKm() : GetRadiEq(model_->observer_body());
+bool CSWSolSys::TransferLocationCoor(SphCoor* location, char to) {
+    if (location == nullptr) return false;
+    const solsys::BodyKey body = model_->current.observer.body();
+    const SS_Object* object = model_->bodies.find(body);
+    const double flattening = object != nullptr ? object->Flattening() : 0.0;
+    const double known = equatorial_radius_km(model_->bodies, body);
     const double radius = (known > 0 ? known : 1.0) * solsys::kAuPerKm;
 
     double v[3];
@@ -110,13 +112,15 @@ void CSWSolSys::TransferLocationCoor(SphCoor* location, char to) {
         location->location[2] = s.lat;
     }
     location->frame = to;
+    return true;
 }
 
-void CSWSolSys::TransferViewVec(const double* in, char from, double* out, char to) const {
+bool CSWSolSys::TransferViewVec(const double* in, char from, double* out, char to) const {
+    if (any_null({in, out})) return false;
     const Model& m = *model_;
     const solsys::FrameSet& f = m.current.frames;
     const solsys::ObserverState& o = m.current.observer;
-    const bool on_earth = m.observer_on_earth();
-    const Vec3 cur = transpose_times(view_from_cur(from, f, o, on_earth), solsys::load(in));
-    store(view_from_cur(to, f, o, on_earth) * cur, out);
+    const Vec3 cur = transpose_times(view_from_cur(from, f, o), solsys::load(in));
+    store(view_from_cur(to, f, o) * cur, out);
+    return true;
 }

@@ -3,7 +3,7 @@
 
 #include "core/instant.h"
 #include "solsys/element_records.h"
-#include "solsys/model.h"
+#include "solsys/element_tables.h"
 
 namespace solsys {
 

@@ -14,6 +14,7 @@
 #include "solsys/ss_object.h"
 #include "solsys/sso_id.h"
 #include "solsys/stars.h"
+#include "solsys/toolkit.h"
 
 /// Precession of the host's own: the row-major matrix from the mean equator of J2000 to that of
 /// the instant. Returns false to leave it to the built-in model.
@@ -42,74 +43,112 @@ using NutationFn = bool (*)(int day, double fraction, double* matrix, double* ob
 ///     model.GetRADecVis(SSO_ID(SSO_PLNT, 5), place, 0.0);
 /// \endcode
 ///
-/// Units are au, days and radians; instants are split Julian dates in dynamical time (TT, which
-/// serves as TDB). In names, "2K" is the mean equator and equinox of J2000, "Cur" the true ones
-/// of date (for an observer who is not on the Earth: the mean ones), "Ecl" the J2000 ecliptic.
-/// Matrices are 9 doubles, row-major, applied to column vectors; a spherical vector is
-/// (distance, longitude in [0, 2 pi), latitude). One model belongs to one thread; distinct
-/// models may be used from distinct threads.
+/// Units are au, days and radians; instants are split Julian dates (whole day, fraction) in
+/// dynamical time (TT, which serves as TDB). In names, "2K" is the mean equator and equinox of
+/// J2000, "Cur" the true ones of date (for an observer who is not on the Earth: the mean ones),
+/// "Ecl" the J2000 ecliptic. Matrices are 9 doubles, row-major, applied to column vectors; the
+/// equations below say v_target = M v_source. A spherical vector is (distance, longitude in
+/// [0, 2 pi), latitude).
+///
+/// Bad input: members that write through a pointer answer false, and write nothing, when it is
+/// null; numbers that are not finite give results that are not, or false. No exception leaves a
+/// member, except that the lists grow a vector of the host's. One model belongs to one thread;
+/// distinct models may be used from distinct threads.
 class SOLSYS_API CSWSolSys {
   public:
     /// Builds an empty model at J2000.0 seen from the Earth's centre; opens no file.
     CSWSolSys();
+    /// Frees all that the model owns: objects, theories, integrators handed to objects.
     ~CSWSolSys();
-    CSWSolSys(const CSWSolSys&) = delete;
-    CSWSolSys& operator=(const CSWSolSys&) = delete;
+    CSWSolSys(const CSWSolSys&) = delete;             ///< not copyable
+    CSWSolSys& operator=(const CSWSolSys&) = delete;  ///< not copyable
 
     /// \name Lifecycle and instant
     /// @{
 
-    /// Creates the satellite theories, opens the ephemeris at `path` (a file, a folder, or
-    /// empty for the default place) and builds the 229 catalogued bodies. Without an ephemeris
-    /// the built-in theories serve. A second call adds nothing.
-    /// \return false only when a satellite theory cannot be created
+    /// Creates the satellite theories, opens the ephemeris at `path` and builds the 229
+    /// catalogued bodies.
+    ///
+    /// \param path  UTF-8: a DE file, a folder of them, or empty or null for the default place
+    ///              (see `DE_Ephemeris::open`).
+    /// \return false only when memory is short; a missing ephemeris is no failure: the built-in
+    ///         theories then serve.
+    ///
+    /// The DE file is the process's, not the model's: when one is open already, by whichever
+    /// model, it is taken up and `path` is not looked at. `UseEphemeris(false)` keeps a model
+    /// on the built-in theories. A second call opens anew if the file has been closed since,
+    /// and lets the objects know; it adds no objects.
     bool InitSys(const char* path);
-    /// Moves the model to an instant; below 1e-8 day of change it does nothing. The states of
-    /// bodies follow; the frames do with `updateFrames`, the observer's place only with
-    /// `UpdateSys` or `SetObserver`. A fraction that is NaN counts as 0 (with a debug message);
-    /// an instant beyond the range of `int` is refused and the model stays where it was.
-    void SetTime(int day, double fraction, bool updateFrames);
-    /// `SetTime` with frames, then the observer's body frame and state.
-    void UpdateSys(int day, double fraction);
-    /// `UpdateSys`, and the instant with the observer's state into the save slot.
-    void SetT3(int day, double fraction);
-    /// Copies the instant and all that is derived from it and from the observer into the one
-    /// save slot; `RestoreT3Data` copies it back (nothing when nothing was saved).
-    void SaveT3Data();
-    void RestoreT3Data();
-    /// The current instant.
-    void GetTime(int* day, double* fraction) const;
-    /// A function of the instant for `FindNewMoon`; it may move the model.
-    using InstantFn = double (*)(CSWSolSys& model, double jd, void* context);
-    /// Zero of f between two instants by false position, to 1 second; the model's instant is
-    /// kept. \return the left end of the last bracket; -1.0 (with a debug message) when f has
-    /// the same sign at both ends
-    double FindNewMoon(double t1, double t2, InstantFn f, void* context);
-    /// Precession and nutation of the host's own; null restores the built-in models.
-    void SetPrecessionFunction(PrecessionFn function);
-    void SetNutationFunction(NutationFn function);
-    /// Whether an ephemeris file serves this model.
+    /// Whether this model may read the DE file (true at construction). With false its planets
+    /// and Moon come from the built-in theories, whatever the process has open; with true from
+    /// the file again, if one is open. Takes effect at once, before `InitSys` as well as after.
+    /// \return false, and nothing changes, when memory is short
+    bool UseEphemeris(bool use);
+    /// Whether a DE file is open and serves this model.
     bool HasEphemeris() const;
+    /// Moves the model to an instant (TT); below 1e-8 day of change it does nothing. The states
+    /// of bodies follow; the frames do with `updateFrames`, the observer's place only with
+    /// `UpdateSys` or `SetObserver`. A fraction that is NaN counts as 0 (with a debug message).
+    /// Afterwards the fraction lies in [0, 1) for positive Julian dates.
+    /// \return false for an instant whose day is no `int`: the model stays where it was
+    bool SetTime(int day, double fraction, bool updateFrames);
+    /// `SetTime` with frames, then the observer's body frame and state. \return as `SetTime`
+    bool UpdateSys(int day, double fraction);
+    /// `UpdateSys`, and the instant (in the caller's own split) with the observer's state into
+    /// the save slot. \return as `SetTime`
+    bool SetT3(int day, double fraction);
+    /// Copies the instant and all that is derived from it and from the observer, the observer's
+    /// record included, into the one save slot.
+    void SaveT3Data();
+    /// Copies the save slot back, its instant in the ordinary split; nothing when nothing was
+    /// saved.
+    void RestoreT3Data();
+    /// The current instant, TT.
+    bool GetTime(int* day, double* fraction) const;
+    /// A function of the instant (JD, TT) for `FindNewMoon`; it may move the model.
+    using InstantFn = double (*)(CSWSolSys& model, double jd, void* context);
+    /// Zero of f between two instants (JD, TT) by plain false position, until the bracket is a
+    /// second wide.
+    ///
+    /// \return the left end of the last bracket; -1.0 (with a debug message) when f has the
+    /// same
+    ///         sign at both ends, and for a null f
+    ///
+    /// The model's instant is kept, by way of the save slot: what the host had saved there is
+    /// overwritten. There is no limit of passes: for functions that are flat at one end (x^9)
+    /// false position takes millions. It ends early only where the loop would never: when an
+    /// iterate does not fall between the ends. `PhaseElongation` does not use it.
+    double FindNewMoon(double t1, double t2, InstantFn f, void* context);
+    /// Precession of the host's own; null restores the built-in model.
+    void SetPrecessionFunction(PrecessionFn function);
+    /// Nutation of the host's own; null restores the built-in model.
+    void SetNutationFunction(NutationFn function);
     /// @}
 
     /// \name Observer
     /// @{
     /// Places the observer at once, at the current instant. Heights on a surface are in au. An
-    /// observer moved to or from the Earth gains or loses nutation. A null record, or one with
-    /// a location that is not finite, changes nothing; an observer whose body cannot be
-    /// computed at the instant is placed relative to the Sun. Kinds without a place (4, 5)
-    /// leave the observer's state as it was. Outside kind 2 the horizon is the body's own
-    /// frame.
+    /// observer moved to or from the Earth gains or loses nutation.
+    ///
+    /// \return false, and nothing changes, for a null record or one with a location that is not
+    ///         finite
+    ///
+    /// An observer whose body cannot be computed at the instant has no place: everything
+    /// relative to the observer then answers false (its state is that about the Sun). Kinds
+    /// without a place (4, 5) leave the observer's state as it was. Outside kind 2 the horizon
+    /// is the body's own frame.
     ///
     /// Ground velocity is that of a rotation about the pole of the equator of date, for every
     /// body. An observer at a planet has no orbit frame (it is the J2000 equator); one at or on
     /// any other body has that of its motion about its central body.
-    void SetObserver(const OBSERVER* observer);
+    bool SetObserver(const OBSERVER* observer);
+    /// The record of the observer; stays valid for the model's life.
     const OBSERVER& GetObserver() const;
     /// The observer's body, or null when it is not in the table.
     SS_Object* GetObserverSSO() const;
-    /// Observer's heliocentric state, J2000 equator: 6 values [au, au/day].
-    void GetObserverVec2K(double* out) const;
+    /// Observer's heliocentric state, J2000 equator: 6 values [au, au/day]. False when the
+    /// observer's body cannot be computed (the state is then that about the body).
+    bool GetObserverVec2K(double* out) const;
     /// The model's own flag, which SetObserver leaves alone: whether the frame of an observer
     /// aboard a spacecraft may come from an integration of its motion. Kept for that; until
     /// then the frame follows from the spacecraft's elements.
@@ -117,114 +156,154 @@ class SOLSYS_API CSWSolSys {
     /// @}
 
     /// \name Frames of the instant
-    /// Pointers stay valid for the model's life and show the current instant.
+    /// Pointers stay valid for the model's life and show the current instant; before the first
+    /// one all are the identity but the fixed ones. Source: IAU 1976 precession (Lieske et al.
+    /// 1977, Astron. Astrophys. 58, 1) and the short nutation of earth_orientation.h, unless
+    /// the host replaces them.
     /// @{
-    const double* GetMtrxEq2K_EqCur() const;    ///< J2000 equator to true equator of date
-    const double* GetMtrxEq2K_Ecl2K() const;    ///< J2000 equator to J2000 ecliptic
-    const double* GetMtrxEq2K_EclCur() const;   ///< J2000 equator to ecliptic of date
-    const double* GetMtrxEqCur_EclCur() const;  ///< true equator to ecliptic of date
-    const double* GetMtrxPrecession() const;    ///< J2000 to mean equator of date
-    const double* GetMtrxNutation() const;      ///< mean to true equator of date
+    /// v_cur = M v_2K: precession, then nutation (for an observer off the Earth precession
+    /// alone).
+    const double* GetMtrxEq2K_EqCur() const;
+    /// v_ecl = M v_2K, to the J2000 ecliptic: fixed.
+    const double* GetMtrxEq2K_Ecl2K() const;
+    /// v_ecl = M v_2K, to the ecliptic of date, by way of the mean equator.
+    const double* GetMtrxEq2K_EclCur() const;
+    /// v_ecl = M v_cur, from the true equator to the ecliptic of date.
+    const double* GetMtrxEqCur_EclCur() const;
+    /// v_mean = M v_2K, to the mean equator of date.
+    const double* GetMtrxPrecession() const;
+    /// v_true = M v_mean, both of date.
+    const double* GetMtrxNutation() const;
     /// Mean obliquity, nutation in obliquity and in longitude [rad].
-    void GetNutationAngles(double* obliquity, double* d_epsilon, double* d_psi) const;
-    /// Local horizon (columns north, west, zenith) in the body-fixed frame: at a record's
-    /// longitude and latitude, whatever its kind, and at the model's observer. False, and
-    /// nothing written, for a null record.
+    bool GetNutationAngles(double* obliquity, double* d_epsilon, double* d_psi) const;
+    /// v_body = M v_horizon: the local horizon (columns north, west, zenith) in the body-fixed
+    /// frame, at a record's longitude and latitude whatever its kind.
     bool GetMtrxTopo(OBSERVER* observer, double* matrix) const;
+    /// The same at the model's observer.
     const double* GetMtrxTopoCur() const;
-    /// Local horizon (north, west, zenith) to the true equator of date.
-    void GetLocal2CelestialMtrx(double* matrix) const;
-    /// J2000 equator, and true equator of date, to galactic axes.
-    void GetMtrx_Eq2K_GalCur(double* matrix) const;
-    void GetMtrx_EqCur_GalCur(double* matrix) const;
+    /// v_cur = M v_horizon, from the local horizon (north, west, zenith).
+    bool GetLocal2CelestialMtrx(double* matrix) const;
+    /// v_gal = M v_2K: fixed, at every instant and before the first.
+    bool GetMtrx_Eq2K_GalCur(double* matrix) const;
+    /// v_gal = M v_cur: the fixed matrix times the transpose of `GetMtrxEq2K_EqCur`.
+    bool GetMtrx_EqCur_GalCur(double* matrix) const;
     /// @}
 
     /// \name Directions between frames
     /// `j2000`: the equatorial side is J2000 (true) or the true equator of date (false).
-    /// Longitude and latitude in and out [rad]; an output may be an input. Azimuth is counted
-    /// from north through east. To rounding, except for directions whose latitude or longitude
-    /// is within 1e-4 rad of 0 or pi: the fast trigonometry leaves up to 2e-8 rad there.
+    /// Longitude and latitude in and out [rad]; longitudes come out in [0, 2 pi); an output may
+    /// be an input. Azimuth is counted from north through east. False, and nothing written, for
+    /// a null pointer. To rounding, except for directions whose latitude or longitude is within
+    /// 1e-4 rad of 0 or pi: the fast trigonometry leaves up to 2e-8 rad there.
     /// @{
-    void FromRAToAzm(bool j2000, const double* ra, const double* dec, double* azm,
+    /// Equator to horizon (azimuth, altitude without refraction).
+    bool FromRAToAzm(bool j2000, const double* ra, const double* dec, double* azm,
                      double* alt) const;
-    void FromAzmToRA(bool j2000, const double* azm, const double* alt, double* ra,
+    /// Horizon to equator.
+    bool FromAzmToRA(bool j2000, const double* azm, const double* alt, double* ra,
                      double* dec) const;
-    void FromRAToEclAng(bool j2000, const double* ra, const double* dec, double* lon,
+    /// Equator to the ecliptic of date.
+    bool FromRAToEclAng(bool j2000, const double* ra, const double* dec, double* lon,
                         double* lat) const;
-    void FromEclAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
+    /// Ecliptic of date to equator.
+    bool FromEclAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
                         double* dec) const;
-    void FromRAToPlEq(bool j2000, const double* ra, const double* dec, double* lon,
+    /// Equator to the frame of the observer's body.
+    bool FromRAToPlEq(bool j2000, const double* ra, const double* dec, double* lon,
                       double* lat) const;
-    void FromPlEqToRA(bool j2000, const double* lon, const double* lat, double* ra,
+    /// Frame of the observer's body to equator.
+    bool FromPlEqToRA(bool j2000, const double* lon, const double* lat, double* ra,
                       double* dec) const;
-    void FromRAToOrbAng(bool j2000, const double* ra, const double* dec, double* lon,
+    /// Equator to the orbit frame of the observer's body.
+    bool FromRAToOrbAng(bool j2000, const double* ra, const double* dec, double* lon,
                         double* lat) const;
-    void FromOrbAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
+    /// Orbit frame of the observer's body to equator.
+    bool FromOrbAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
                         double* dec) const;
-    void FromRAToGalAng(bool j2000, const double* ra, const double* dec, double* lon,
+    /// Equator to galactic coordinates.
+    bool FromRAToGalAng(bool j2000, const double* ra, const double* dec, double* lon,
                         double* lat) const;
-    void FromGalAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
+    /// Galactic coordinates to equator.
+    bool FromGalAngToRA(bool j2000, const double* lon, const double* lat, double* ra,
                         double* dec) const;
     /// Vector on the true equator of date to the local horizon (north, west, zenith).
-    void VecFromRAToAzm(const double* in, double* out) const;
-    /// A location vector between two frame codes (see observer.h); an unknown code counts as
-    /// the J2000 equator.
-    void TransferLocationVec(const double* in, char from, double* out, char to) const;
+    bool VecFromRAToAzm(const double* in, double* out) const;
+    /// A location vector [au] between two frame codes (see observer.h); an unknown code counts
+    /// as the J2000 equator.
+    bool TransferLocationVec(const double* in, char from, double* out, char to) const;
     /// A spherical location into another frame code, in place.
-    void TransferLocationCoor(SphCoor* location, char to);
+    bool TransferLocationCoor(SphCoor* location, char to);
     /// A direction between two view frames: 0 equator of date, 1 local horizon, 2 body frame,
-    /// 3 orbit frame, 4 ecliptic of date, 5 to 7 galactic.
-    void TransferViewVec(const double* in, char from, double* out, char to) const;
+    /// 3 orbit frame, 4 ecliptic of date, 5 to 7 galactic; others count as 0.
+    bool TransferViewVec(const double* in, char from, double* out, char to) const;
     /// @}
 
     /// \name Body rotation
-    /// Body-fixed to equatorial matrices: of J2000, or with `toDate` of date. The angles of the
-    /// first two are those of body_rotation.h, where the pole's right ascension is 90 degrees
-    /// minus `alpha`. `GetMtrxPl_Eq` and `GetMtrxEq2K_PlEq` take the body's rotation elements,
-    /// else the registry's entry of the body, else that of its type (number -1); with none of
-    /// them they answer false and leave the output alone.
+    /// The registry of rotations is the process's: fill it before models are used from several
+    /// threads.
     /// @{
-    static void AddBodyRotationParams(const ObjectKey& key, const BodyRotationParams* params);
+    /// Registers the rotation of a body, or of all bodies of a type (number -1). False for null
+    /// parameters.
+    static bool AddBodyRotationParams(const ObjectKey& key, const BodyRotationParams* params);
+    /// How many rotations are registered.
     static int GetBodyRotationsCount();
+    /// The rotation at a place of the registry; null beyond its ends.
     static const BodyRotationParams* GetBodyRotation(int index);
+    /// The rotation under a key; null when there is none.
     static const BodyRotationParams* GetBodyRotation(const ObjectKey& key);
-    void GetMtrxPl_EqFromEncodedAngles(double encodedRA, double sinDec, double w, double* out,
+    /// v_equator = M v_body, J2000 or with `toDate` of date, from the angles of body_rotation.h
+    /// in their encoded form: the pole's right ascension is 90 degrees minus the angle encoded;
+    /// `w` is the prime meridian [rad].
+    bool GetMtrxPl_EqFromEncodedAngles(double encodedRA, double sinDec, double w, double* out,
                                        bool toDate) const;
-    void GetMtrxPl_EqFromAngles(double alpha, double dec, double w, double* out,
+    /// The same from the angles themselves [rad]: the pole's right ascension is 90 degrees
+    /// minus `alpha`.
+    bool GetMtrxPl_EqFromAngles(double alpha, double dec, double w, double* out,
                                 bool toDate) const;
+    /// v_equator = M v_body at the current instant, J2000 or with `toDate` of date: by the
+    /// body's rotation elements, else the registry's entry of the body, else that of its type
+    /// (number -1); the Earth's by sidereal time. False, and nothing written, with none of
+    /// them.
     bool GetMtrxPl_Eq(const SSO_ID& body, double* out, bool toDate);
-    /// J2000 equator to the body's own frame at an instant, and its transpose. The Earth's is
-    /// the true equator of the model's date, which does not turn; `plnt` 11 stands for the
-    /// J2000 ecliptic.
+    /// v_body = M v_2K, and the transpose, at an instant (TT), from the same sources. The
+    /// Earth's is the true equator of the model's date, which does not turn; `plnt` 11 stands
+    /// for the J2000 ecliptic. False, and nothing written, without a source.
     bool GetMtrxEq2K_PlEq(const SSO_ID& body, int day, double fraction, double* out,
                           double* outTransposed);
     /// Makes this frame of a body at the current instant the observer's (`UpdateSys` and
     /// `SetObserver` do so for the observer's body): the identity for a body without elements.
     /// \return true
     bool SetMtrxEq2K_PlEq(const SSO_ID& body);
-    /// A surface point (height [km], longitude, latitude) as a vector from the body's centre
-    /// on the equator of date [km], and back. False without a known radius or rotation.
+    /// A surface point (height [km], longitude, planetographic latitude [rad]) as a vector from
+    /// the body's centre on the equator of date [km]. False without a known radius or rotation.
     bool PlgToEq(const SSO_ID& body, const double* planetographic, double* out);
+    /// The way back.
     bool EqToPlg(const SSO_ID& body, const double* vector, double* out);
     /// @}
 
     /// \name Objects
-    /// The list members append to the vector and return its new size.
+    /// The list members append to the vector and return its new size; 0 for a null vector.
     /// @{
-    int GetFullList(std::vector<SSO_ID>* list) const;
-    int GetPlanetsList(std::vector<SSO_ID>* list) const;
-    int GetMoonsList(std::vector<SSO_ID>* list) const;
-    int GetAstersList(std::vector<SSO_ID>* list) const;
-    int GetCometsList(std::vector<SSO_ID>* list) const;
+    int GetFullList(std::vector<SSO_ID>* list) const;     ///< all with states, by type code
+    int GetPlanetsList(std::vector<SSO_ID>* list) const;  ///< `plnt`, the Sun among them
+    int GetMoonsList(std::vector<SSO_ID>* list) const;    ///< `moon`
+    int GetAstersList(std::vector<SSO_ID>* list) const;   ///< `astr`
+    int GetCometsList(std::vector<SSO_ID>* list) const;   ///< `comt`
+    /// The satellites of a planet; for anything but a `plnt` 0, and nothing is appended.
     int GetMoonsListFor(const SSO_ID& planet, std::vector<SSO_ID>* list) const;
+    /// The object of a catalogued body, owned by the model; null for all others.
     SS_Object* GetSS_Object(const SSO_ID& id) const;
+    /// Whether the object is catalogued or in a table of bodies by elements.
     bool CheckSSO(const SSO_ID* id) const;
+    /// What the object goes round at the current instant; type and number -1: nothing known.
     SSO_ID GetCentralBodyID(const SSO_ID& id) const;
     /// @}
 
     /// \name Positions
-    /// The velocity flag: 0 for 3 values, anything else for 6. False: unknown object, or not
-    /// computable at the instant; the destination then holds zeros or a partial result.
+    /// The velocity flag: 0 for 3 values, anything else for 6 [au, au/day]. False: unknown
+    /// object, or not computable at the instant; the destination then holds zeros or a partial
+    /// result. What is relative to the observer is also false when the observer's own body
+    /// cannot be computed.
     ///
     /// Types: `plnt` and `moon` by the ephemeris and the theories; `astr`, `comt`, `scft` and
     /// `uSCO` by the records added to the model. Asteroids and comets that are in no table
@@ -232,40 +311,49 @@ class SOLSYS_API CSWSolSys {
     /// on it; the other types answer false. The integrated kinds `fAST`, `fCOM` and `fSCO` and
     /// the satellites `TLE_` have no source in this version: they answer as an object that is
     /// not in its table, `fAST` and `fCOM` true with zeros, `fSCO` and `TLE_` false.
+    ///
+    /// An asteroid that is the central body of a spacecraft or own object of the model is
+    /// computed from the built-in elements of (433) Eros, and has its mass. Element orbits are
+    /// moved as `Kepler` moves them, but without its halt at elliptic perihelia (within 1e-9
+    /// rad of mean anomaly, which freezes a comet of q = 1 au, e = 0.99999 for 1.8 days before
+    /// and after); own objects in universal variables.
     /// @{
 
-    /// Heliocentric state. A spacecraft between two records about different central bodies is
-    /// blended linearly between the two orbits.
+    /// Heliocentric state, J2000 equator. A spacecraft between two records about different
+    /// central bodies is blended linearly between the two orbits.
     bool GetHelVec2K(const SSO_ID& id, char velocity, double* out);
-    /// State relative to the central body (`GetCentralBodyID`). An asteroid that is the central
-    /// body of the spacecraft or own object resolved last is computed from the built-in
-    /// elements of (433) Eros.
+    /// State relative to the central body (`GetCentralBodyID`), J2000 equator.
     bool GetVecCentre2K(const SSO_ID& id, char velocity, double* out);
+    /// Heliocentric state, equator of date.
     bool GetHelVecCur(const SSO_ID& id, char velocity, double* out);
-    /// J2000 ecliptic. Spacecraft are not blended here, and `uSCO` is not computed (false).
+    /// Heliocentric state, J2000 ecliptic. Spacecraft are not blended here, and `uSCO` is not
+    /// computed (false).
     bool GetHelEcl2K(const SSO_ID& id, char velocity, double* out);
-    /// Geometric state relative to the observer: of the observer's own body, of a satellite of
-    /// that body, and (on the Earth) of a `uSCO` without the detour over the Sun. On the Earth
-    /// a `uSCO` is therefore taken to orbit the Earth.
+    /// Geometric state relative to the observer, J2000 equator: of the observer's own body, of
+    /// a satellite of that body, and (on the Earth) of a `uSCO` without the detour over the
+    /// Sun. On the Earth a `uSCO` is therefore taken to orbit the Earth.
     bool GetRefVec2K(const SSO_ID& id, char velocity, double* out);
     /// The same on the equator of date, always as a difference of heliocentric states.
     bool GetRefVecCur(const SSO_ID& id, char velocity, double* out);
-    /// Geometric vector from the observer, of date or J2000; stars as `GetRADecVisStar` has it.
+    /// Geometric vector from the observer [au], of date or J2000; stars as `GetRADecVisStar`
+    /// has it.
     bool GetCurVec(const SSO_ID& id, double* out, bool toDate);
-    /// Geometric distance [au], right ascension, declination.
+    /// Geometric distance [au], right ascension, declination [rad], of date or J2000.
     bool GetRADec(const SSO_ID& id, double* out, bool toDate);
-    /// Apparent unit vector (J2000 equator) and light-time distance: 4 values. `lightTime` is a
-    /// first guess [day], 0 for none.
+    /// Apparent unit vector (J2000 equator) and light-time distance [au]: 4 values. `lightTime`
+    /// is a first guess [day], 0 for none.
     ///
-    /// Light time (to 2e-6 day) and aberration are applied, the deflection of light is not. An
-    /// object beyond 36500 light-days gives its geometric vector, not normalised. If the object
-    /// cannot be computed at the instant the light left it, the answer is false and the model
-    /// stays at that instant.
+    /// Light time (to 2e-6 day) and aberration are applied, the deflection of light is not:
+    /// within 1e-9 rad of an independent chain of the same models. An object beyond 36500
+    /// light-days gives its geometric vector, not normalised. If the object cannot be computed
+    /// at the instant the light left it, the answer is false and the model stays at that
+    /// instant.
     bool GetSSOVisVec2K(const SSO_ID& id, double* out, double lightTime);
-    /// Apparent distance [au], right ascension and declination of date.
+    /// Apparent distance [au], right ascension and declination of date [rad]; all else as
+    /// `GetSSOVisVec2K`. Stars as `GetRADecVisStar` has them.
     bool GetRADecVis(const SSO_ID& id, double* out, double lightTime);
     /// Geometric state of an asteroid from the observer, equator of date. P and Q of the record
-    /// are on the J2000 equator.
+    /// are on the J2000 equator. False for a null record.
     bool GetAsterVecCentre2K(unsigned char velocity, double* out,
                              const tagAster_SPH_5* asteroid);
     /// @}
@@ -273,8 +361,9 @@ class SOLSYS_API CSWSolSys {
     /// \name Bodies by elements
     /// Adding under a number that is there replaces the record; records that are no orbit
     /// (e < 0, q or a <= 0, a state without angular momentum, anything not finite) are refused
-    /// with false. `Remove...` answers whether it was there. Records answered by `Get...` stay
-    /// valid until their table changes.
+    /// with false, and so are all when memory is short. A mean motion of 0 is derived.
+    /// `Remove...` answers whether it was there. Records answered by `Get...` stay valid until
+    /// their table changes; null when there is none.
     /// @{
     bool AddAsteroid(std::int32_t number, const AsteroidRecord& record);
     bool RemoveAsteroid(std::int32_t number);
@@ -291,20 +380,34 @@ class SOLSYS_API CSWSolSys {
     bool AddUserObject(std::int32_t number, const UserObjectRecord& record);
     bool RemoveUserObject(std::int32_t number);
     void ClearUserObjects();
-    /// Five-element records held for the object a host aims at: `astr` and `comt` of that
-    /// number that are in no table are computed from them, P and Q being on the J2000 ecliptic.
-    /// Null releases.
-    void HoldAsteroid(const tagAster_SPH_5* record);
-    void HoldComet(const tagComet_SPH_5* record);
+    /// Holds (a copy of) the five-element record of the object a host aims at, P and Q on the
+    /// J2000 ecliptic: the `astr` of its number is then computed from it, before any table.
+    /// Null releases. False when memory is short.
+    bool HoldAsteroid(const tagAster_SPH_5* record);
+    /// The same for the `comt` of the record's number.
+    bool HoldComet(const tagComet_SPH_5* record);
     /// @}
 
     /// \name Stars and deep-sky objects
+    /// Types `star`, `uSTR`, `uDSO`, `clst`, `nebu`, `gala`, `dsnv`.
     /// @{
+    /// Adds or replaces; false for another type and for a place that is not finite.
     bool AddStar(const SSO_ID& id, const StarObject& star);
+    /// Whether it was there.
     bool RemoveStar(const SSO_ID& id);
-    void ClearStars();
+    void ClearStars();  ///< removes all
+    /// The record, valid until the table changes; null when there is none.
     const StarObject* GetStar(const SSO_ID& id) const;
-    /// Apparent place of a star. `angles` (distance, right ascension, declination) may be null.
+    /// Apparent place of a star for the observer at the instant: proper motion, parallax,
+    /// radial velocity, deflection by the Sun, aberration.
+    ///
+    /// \param star         J2000.0 place and motions
+    /// \param[out] angles  distance [au] (-1.0 without a parallax), right ascension,
+    ///                     declination [rad]; may be null
+    /// \param[out] vector  unit vector, times the distance where that is known [au]
+    /// \param toDate       on the equator of date, else of J2000
+    /// \return false, and nothing written, for a null star or vector and for an observer whose
+    ///         body cannot be computed
     bool GetRADecVisStar(const StarObject* star, double* angles, double* vector, bool toDate);
     /// @}
 
@@ -315,6 +418,7 @@ class SOLSYS_API CSWSolSys {
     /// computed or have no magnitude law.
     bool GetMagnitude(const SSO_ID& id, float* magnitude);
     /// How the body is lit and where it stands beside the Sun, light time considered.
+    /// \param id                the body
     /// \param[out] phase_angle  angle Sun - body - observer [rad]
     /// \param[out] illuminated  illuminated fraction of the disk, 0 to 1
     /// \param[out] elongation   angle Sun - observer - body [rad], positive east of the Sun
@@ -327,47 +431,59 @@ class SOLSYS_API CSWSolSys {
     ///         (all five 0). Any may be null. The Sun: fully lit, the angles 0.
     ///
     /// The new Moons around the instant are kept, so that only the first query of a lunation
-    /// searches. The model's instant and its save slot are left as they were.
+    /// searches. The model's instant and its save slot are left as they were. Source: Meeus
+    /// 1998, Astronomical Algorithms, chapters 41 and 48.
     bool PhaseElongation(const SSO_ID& id, double* phase_angle, double* illuminated,
                          double* elongation, double* bright_limb, double* age);
-    /// Equatorial radius [km]; -1.0 unknown. The flattening is 0 unless catalogued.
+    /// Equatorial radius [km]; -1.0 unknown. The flattening (may be null) is 0 unless
+    /// catalogued.
     double GetRadiEq(const SSO_ID& id, double* flattening = nullptr);
-    /// GM [au^3/day^2] of the body, and of the body that it goes round; -1.0 unknown.
+    /// GM of the body [au^3/day^2]; -1.0 unknown.
     double GetGravity(const SSO_ID& id);
+    /// GM of the body that it goes round [au^3/day^2]; -1.0 unknown.
     double GetParentGravity(const SSO_ID& id);
     /// Sidereal rotation period [day], 0 when not known; -1.0 for an uncatalogued body.
     double GetPeriodRotation(const SSO_ID& id);
-    /// 2 pi over the rotation period [rad/day]; infinite when that is 0.
+    /// 2 pi over the rotation period [rad/day]; infinite when that is 0; -1.0 for an
+    /// uncatalogued body.
     double GetAngVelocity(const SSO_ID& id);
-    /// Right ascension and declination of the north pole and prime-meridian angle [rad].
+    /// Right ascension and declination of the pole and prime-meridian angle [rad] at the
+    /// current instant: 3 values. False (with zeros) for the 167 of the 229 catalogued bodies
+    /// that have no published rotation elements, and for uncatalogued ones.
     bool GetPolarAxes(const SSO_ID& id, double* out);
     /// Sidereal orbital period [day]; -1.0 for an open orbit and for an unknown body.
     double GetOrbitalPeriod(const SSO_ID& id);
     /// Mean length of the body's day from noon to noon [day]; -1.0 when its rotation is not
-    /// known. The sense of the rotation is that about the pole of `GetPolarAxes`, the orbit's
-    /// is taken as forwards: for Pluto, whose pole is the one it turns forwards about, the day
-    /// comes out 1.4e-4 too long.
+    /// known. The sense of the rotation is that of the spin axis against the normal of the
+    /// orbit (a satellite's planet's) about the Sun.
     double GetSolarDay(const SSO_ID& id);
-    /// Constellation of a direction on the true equator of date: 0 to 87 in the alphabetical
-    /// order of the Latin names, 255 (as an unsigned byte) for none. The boundaries are looked
-    /// up after precession to B1850.0, 25 years before the equinox they were drawn for: within
-    /// 0.4 degree of a boundary the answer can be the neighbour (two directions in a hundred).
+    /// Constellation of a direction [rad] on the true equator of date: 0 to 87 in the
+    /// alphabetical order of the Latin names, 255 (as an unsigned byte) for none. The
+    /// boundaries are looked up after precession to B1850.0, 25 years before the equinox they
+    /// were drawn for: within 0.4 degree of a boundary the answer can be the neighbour (two
+    /// directions in a hundred). Source: Roman 1987, Publ. Astron. Soc. Pacific 99, 695.
     char RADecInConstell(double ra, double dec) const;
     /// @}
 
-  private:
+    /// The inside of the model, for the library's own code; not for hosts, who see no more of
+    /// the type than its name.
     struct SOLSYS_LOCAL Model;
-    class SOLSYS_LOCAL Positions;  // where the states come from
-    class SOLSYS_LOCAL Lunations;  // the new Moons around the instant
+    SOLSYS_LOCAL Model& Inside() const;  ///< for the library's own code
 
-    // All that follows from the observer's record at the current instant.
-    void DeriveObserver();
-    void PlaceOnSurface();
-
+  private:
     std::unique_ptr<Model> model_;
 };
 
 /// Longitude and latitude of a place on a body as that body's maps count them: hemisphere
-/// letters go into `GMSAngle::sign`. \return the letter written last
+/// letters go into `GMSAngle::sign`.
+///
+/// \param body                the body; null or number -1: none, longitude without a letter
+/// \param longitude,latitude  planetographic, east longitude [rad]
+/// \param[out] lon_out        degrees, minutes, seconds; west of 1, 4, 5, 6, 8 and the
+/// satellites
+///                            of Mars to Saturn and 802 to 899, signed on the Earth and the
+///                            Moon, east of all others
+/// \param[out] lat_out        likewise, N or S
+/// \return the letter of the longitude; 0 without a body or with a null destination
 SOLSYS_API char LonLatForObjects(const SSO_ID* body, double longitude, double latitude,
-                                 struct GMSAngle* lon_out, struct GMSAngle* lat_out);
+                                 GMSAngle* lon_out, GMSAngle* lat_out);

@@ -76,6 +76,10 @@ class SOLSYS_API SS_Object {
     virtual Integrator* GetIntegrator() const;
     virtual ~SS_Object();
 
+    /// How often a source of states of this body, or of any on the same root, has changed so
+    /// far, the process's DE file included: whoever keeps states compares the count.
+    std::uint32_t SourceChanges() const;
+
     int Number() const { return number_; }
     double RadiusKm() const { return radius_km_; }
     double OrbitalPeriod() const { return orbital_period_; }
@@ -116,9 +120,7 @@ class SOLSYS_API SS_Object {
     double relative_[6] = {};
 
   private:
-    // Changes of source so far: those told to the root, and those of the process's DE file.
-    std::uint32_t SourceChanges() const;
-
+    SS_Object* root_;                   // of the chain of parents: the Sun, in a model
     std::uint32_t source_changes_ = 0;  // the root's count
     // The rotation elements of the last instant asked for.
     struct KeptRotation {

@@ -25,7 +25,7 @@ struct StarObject {
     float parallax = STAR_UNKNOWN;         ///< [rad]
     float radial_velocity = STAR_UNKNOWN;  ///< [km/s], positive receding
     float magnitude = STAR_UNKNOWN;        ///< visual
-    std::uint8_t trailing[4] = {};         ///< the host's own; not read
+    float angular_size = 0;  ///< of a deep-sky object, across [rad]; 0 or above 999998: unknown
 };
 
 #pragma pack(push, 1)
@@ -40,7 +40,8 @@ struct Tycho2SphRecord {
 #pragma pack(pop)
 
 static_assert(offsetof(StarObject, ra) == 8 && offsetof(StarObject, pm_ra) == 24 &&
-              offsetof(StarObject, magnitude) == 40 && sizeof(StarObject) == 48);
+              offsetof(StarObject, magnitude) == 40 &&
+              offsetof(StarObject, angular_size) == 44 && sizeof(StarObject) == 48);
 static_assert(sizeof(Tycho2SphRecord) == 19 && offsetof(Tycho2SphRecord, offset) == 5 &&
               offsetof(Tycho2SphRecord, proper_motion) == 11 &&
               offsetof(Tycho2SphRecord, parallax) == 17);

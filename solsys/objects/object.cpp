@@ -13,8 +13,11 @@ constexpr double kCacheTolerance = 1.1574074074074074e-08;
 
 int size_of(bool velocity) { return velocity ? 6 : 3; }
 
+// No number at all survives in a product with zero but a finite one.
 bool finite(const double* state, int size) {
-    return std::all_of(state, state + size, [](double x) { return std::isfinite(x); });
+    double zero = 0.0;
+    for (int i = 0; i < size; ++i) zero += 0.0 * state[i];
+    return zero == 0.0;
 }
 
 }  // namespace
@@ -31,7 +34,8 @@ SS_Object::SS_Object(const SS_BodyData& data, SS_Object* parent)
       magnitude_(data.magnitude),
       reserved_(data.reserved),
       rotation_(data.rotation),
-      parent_(parent) {}
+      parent_(parent),
+      root_(parent != nullptr ? parent->root_ : this) {}
 
 SS_Object::~SS_Object() = default;
 
@@ -71,26 +75,21 @@ void SS_Object::AttachIntegrator(Integrator* /*integrator*/) {}
 Integrator* SS_Object::GetIntegrator() const { return nullptr; }
 
 std::uint32_t SS_Object::SourceChanges() const {
-    const SS_Object* root = this;
-    while (root->parent_ != nullptr) root = root->parent_;
-    return root->source_changes_ + solsys::de_file_changes();
+    return root_->source_changes_ + solsys::de_file_changes();
 }
 
-void SS_Object::SourceChanged() {
-    SS_Object* root = this;
-    while (root->parent_ != nullptr) root = root->parent_;
-    ++root->source_changes_;
-}
+void SS_Object::SourceChanged() { ++root_->source_changes_; }
 
 bool SS_Object::Cached(int day, double fraction, bool velocity) const {
-    return cached_level_ >= (velocity ? 1 : 0) && cached_source_ == SourceChanges() &&
-           std::fabs(cached_time_ - (day + fraction)) <= kCacheTolerance;
+    return std::fabs(cached_time_ - (day + fraction)) <= kCacheTolerance &&
+           cached_level_ >= (velocity ? 1 : 0) && cached_source_ == SourceChanges();
 }
 
 int SS_Object::Keep(int day, double fraction, bool velocity, const double* heliocentric,
                     const double* relative, double* out) {
     const int size = size_of(velocity);
-    if (!finite(heliocentric, size) || !finite(relative, size)) return SS_UNKNOWN;
+    const bool of_sun = relative == heliocentric;  // its parent is the origin
+    if (!finite(heliocentric, size) || !(of_sun || finite(relative, size))) return SS_UNKNOWN;
     std::copy_n(heliocentric, size, heliocentric_);
     std::copy_n(relative, size, relative_);
     cached_time_ = day + fraction;

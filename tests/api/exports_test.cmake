@@ -33,6 +33,8 @@ foreach(header ${headers})
   string(REPLACE ";" "\n@\n" text "${text}")  # a list separator to this language
   string(REGEX REPLACE "//[^\n]*" "" text "${text}")
   string(REGEX REPLACE "#[^\n]*" "" text "${text}")
+  # What is declared for the library's own code.
+  string(REGEX REPLACE "\n *(struct )?SOLSYS_LOCAL[^@]*@" "" text "${text}")
   # Declarations with SOLSYS_API of their own: the name before the first parenthesis.
   string(REGEX MATCHALL "SOLSYS_API[^(){}@=]*\\(" free "${text}")
   foreach(declaration ${free})

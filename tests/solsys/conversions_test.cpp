@@ -39,7 +39,7 @@ class FromPlaces : public testing::TestWithParam<Place> {
     std::unique_ptr<CSWSolSys> model = support::built_in_model();
 };
 
-using Conversion = void (CSWSolSys::*)(bool, const double*, const double*, double*,
+using Conversion = bool (CSWSolSys::*)(bool, const double*, const double*, double*,
                                        double*) const;
 constexpr std::pair<Conversion, Conversion> kPairs[] = {
     {&CSWSolSys::FromRAToAzm, &CSWSolSys::FromAzmToRA},
@@ -69,47 +69,6 @@ TEST_P(FromPlaces, EveryAngleComesBackFromItsFrame) {
             EXPECT_LT(errors[500], 2e-15);
             EXPECT_LT(errors.back(), 5e-8);
         }
-}
-
-TEST_P(FromPlaces, AVectorToTheHorizonAgreesWithItsAngles) {
-    const double ra = 1.1, dec = -0.3;
-    double v[3], azm = 0, alt = 0, m[9];
-    store(direction(ra, dec), v);
-    const Vec3 seen = view(v, 0, 1);  // equator of date to horizon
-    model->VecFromRAToAzm(v, v);
-    EXPECT_LT(norm(load(v) - seen), 1e-15);
-    model->FromRAToAzm(false, &ra, &dec, &azm, &alt);
-    EXPECT_LT(norm(load(v) - direction(-azm, alt)), 1e-14);
-    model->GetLocal2CelestialMtrx(m);
-    EXPECT_LT(norm(load_matrix(m) * load(v) - direction(ra, dec)), 1e-14);
-}
-
-TEST_P(FromPlaces, MatricesAreTheTransfers) {
-    double gal[9];
-    model->GetMtrx_Eq2K_GalCur(gal);
-    for (const auto& [matrix, code] :
-         {std::pair{model->GetMtrxEq2K_EqCur(), LOCATION_EQUATOR_CUR},
-          {model->GetMtrxEq2K_Ecl2K(), LOCATION_ECLIPTIC_2K},
-          {model->GetMtrxEq2K_EclCur(), LOCATION_HELIOCENTRIC},
-          {static_cast<const double*>(gal), LOCATION_GALACTIC}})
-        EXPECT_LT(norm(load_matrix(matrix) * load(kVector) -
-                       location(kVector, LOCATION_EQUATOR_2K, code)),
-                  1e-14)
-            << int{code};
-    // View code, matrix from the equator of date.
-    model->GetMtrx_EqCur_GalCur(gal);
-    EXPECT_LT(norm(load_matrix(gal) * load(kVector) - view(kVector, 0, 5)), 1e-14);
-    EXPECT_LT(
-        norm(load_matrix(model->GetMtrxEqCur_EclCur()) * load(kVector) - view(kVector, 0, 4)),
-        1e-14);
-    // Location code, view code: orbit, body, galactic, equator of date.
-    for (const auto& [in_location, in_view] : {std::pair{0, 3}, {1, 2}, {6, 5}, {8, 0}}) {
-        if (in_location == 1 && GetParam().observer.body_number == 10) continue;
-        EXPECT_LT(norm(location(kVector, LOCATION_EQUATOR_CUR, in_location) -
-                       view(kVector, 0, in_view)),
-                  1e-14)
-            << in_location;
-    }
 }
 
 TEST_P(FromPlaces, VectorsComeToEveryFrameByEveryRoad) {
@@ -215,29 +174,6 @@ INSTANTIATE_TEST_SUITE_P(Sites, EarthSite,
                          testing::Values(std::pair(0.3, 0.9), std::pair(-2.1, -0.6),
                                          std::pair(4.5, 0.01), std::pair(3.0, -1.5),
                                          std::pair(2.0, kHalfPi)));
-
-TEST(Ecliptic, AgreesWithSphericalTrigonometryAndPrecession) {
-    const auto model = support::built_in_model();
-    double lon = 0, lat = 0, ra = 0, dec = 0;
-    model->UpdateSys(2459123, 0.777);
-    const double eps = EclipseAngle(2459123, 0.777);
-    for (ra = 0.1; ra < kTwoPi; ra += 0.5)
-        for (dec = -1.3; dec < 1.5; dec += 0.4) {
-            const double sin_lat =
-                std::sin(dec) * std::cos(eps) - std::cos(dec) * std::sin(eps) * std::sin(ra);
-            model->FromRAToEclAng(false, &ra, &dec, &lon, &lat);
-            EXPECT_NEAR(std::sin(lat), sin_lat, 1e-13);
-            EXPECT_NEAR(std::cos(lon) * std::cos(lat), std::cos(ra) * std::cos(dec), 1e-13);
-        }
-    // The vernal equinox of J2000 a century on: m = 4612.4 arcsec, n = 2004.3 arcsec a century,
-    // and up to 20 arcsec of nutation.
-    model->UpdateSys(2451545 + 36525, 0.0);
-    const double zero = 0;
-    model->FromRAToEclAng(true, &zero, &zero, &lon, &lat);
-    model->FromEclAngToRA(false, &lon, &lat, &ra, &dec);
-    EXPECT_NEAR(ra, 4612.4 * kArcsec, 25 * kArcsec);
-    EXPECT_NEAR(dec, 2004.3 * kArcsec, 25 * kArcsec);
-}
 
 // Centre and pole of the Galaxy in J2000, as carried over from the definition in B1950; the
 // adopted axes are 4.3 arcmin off along its equator and 0.9 arcmin off at its pole.

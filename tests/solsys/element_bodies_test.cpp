@@ -157,16 +157,6 @@ TEST(ElementTables, RefuseWhatIsNoOrbit) {
     EXPECT_EQ(model->GetAsteroid(5), nullptr);
 }
 
-TEST(InterpolateAngle, GoesTheShortWay) {
-    for (const auto& [a, b, w, expected] :
-         {std::array{0.1, 0.3, 0.5, 0.2}, std::array{6.2, 0.1, 0.0, 6.2},
-          std::array{6.2, 0.1, 1.0, 0.1 + kTwoPi},
-          std::array{0.1, 6.2, 0.5, (0.1 + 6.2 - kTwoPi) / 2},
-          std::array{3.0, -3.0, 0.25, 3.0 + 0.25 * (kTwoPi - 6.0)},
-          std::array{1.0, 1.0 + kTwoPi, 0.7, 1.0}})
-        EXPECT_NEAR(interpolate_angle(a, b, w), expected, 2e-15) << a << ' ' << b;
-}
-
 // A spacecraft on one orbit the whole time, recorded ten times a turn: between the records the
 // elements run through the turn of the mean anomaly, so that the orbit comes out again.
 TEST(Spacecraft, FollowsItsOrbitBetweenRecords) {
@@ -344,11 +334,36 @@ TEST(UserObject, PassesThroughTheParabola) {
     UserObjectRecord fall;
     fall.state[0] = 1e-4, fall.state[3] = -1e-3;
     EXPECT_FALSE(model->AddUserObject(2, fall));
-    fall.state[4] = 1e-12;
-    ASSERT_TRUE(model->AddUserObject(2, fall));
-    double out[3];
-    EXPECT_FALSE(model->GetHelVec2K({SSO_USCO, 2}, 0, out));
-    EXPECT_THAT(out, testing::Each(0.0));
+}
+
+// At its epoch an object is in its state, whatever the eccentricity and inclination (elements
+// know neither the perihelion of a circle nor the node of an equatorial orbit), and half a turn
+// later on the other side of a circle.
+TEST(UserObject, StartsInItsStateOnEveryOrbit) {
+    const auto model = make_model(Source::kBuiltIn);
+    model->UpdateSys(2455000, 0.25);
+    const double mu = model->GetGravity({SSO_PLNT, 3});
+    const double r = 4.5e-5, circular = std::sqrt(mu / r);
+    for (const double inclination : {0.0, 1e-9, 51.6, 90.0, 180.0 - 1e-9, 180.0}) {
+        for (const double speed : {1.0, 1.0 + 1e-11, 1.05, 1.4, std::sqrt(2.0), 1.7, 0.3}) {
+            const double i = inclination * kDegree, v = speed * circular;
+            UserObjectRecord record;
+            record.epoch_day = 2455000, record.epoch_fraction = 0.25;
+            store(r * Vec3{0.6, 0.8 * std::cos(i), 0.8 * std::sin(i)}, record.state);
+            store(v * Vec3{-0.8, 0.6 * std::cos(i), 0.6 * std::sin(i)}, record.state + 3);
+            ASSERT_TRUE(model->AddUserObject(1, record));
+            double s[6];
+            ASSERT_TRUE(model->GetVecCentre2K({SSO_USCO, 1}, 1, s));
+            EXPECT_LT(norm(load(s) - load(record.state)), 1e-12 * r) << inclination << speed;
+            EXPECT_LT(norm(load(s + 3) - load(record.state + 3)), 1e-12 * v);
+            if (speed != 1.0) continue;
+            const double period = model->GetOrbitalPeriod({SSO_USCO, 1});
+            record.epoch_fraction -= period / 2;
+            ASSERT_TRUE(model->AddUserObject(1, record));
+            ASSERT_TRUE(model->GetVecCentre2K({SSO_USCO, 1}, 1, s));
+            EXPECT_LT(norm(load(s) + load(record.state)), 1e-11 * r) << inclination;
+        }
+    }
 }
 
 TEST(UserObject, RingsOfCentresEnd) {
@@ -369,6 +384,95 @@ TEST(UserObject, RingsOfCentresEnd) {
     EXPECT_FALSE(model->GetHelVec2K({SSO_USCO, 1}, 0, r));
     EXPECT_FALSE(model->GetHelVec2K({SSO_SCFT, 1}, 0, r));
     EXPECT_THAT(r, testing::Each(0.0));
+}
+
+// Comets do not wait at perihelion: steps of an hour across it are as long as the speed says.
+TEST(ElementBodies, MoveSteadilyThroughPerihelion) {
+    const auto model = make_model(Source::kBuiltIn);
+    for (const double e : {0.3, 0.9, 0.9999, 0.99994, 0.99996, 0.99999}) {
+        CometRecord record;
+        ASSERT_TRUE(
+            ElementsFromPerihelion(1.0, e, 0.3, 1.0, 2.0, 2455000, 0.25, &record.elements));
+        ASSERT_TRUE(model->AddComet(1, record));
+        double s[6];
+        update(*model, 2455000.25 - 3);
+        Vec3 before = heliocentric(*model, {SSO_COMT, 1});
+        for (int hour = -71; hour <= 72; ++hour) {
+            update(*model, 2455000.25 + hour / 24.0);
+            ASSERT_TRUE(model->GetHelVec2K({SSO_COMT, 1}, 1, s));
+            const double step = norm(load(s) - before) * 24.0;
+            EXPECT_NEAR(step, std::sqrt(kSunGm * (2 / norm(load(s)) - (1 - e))), 2e-6) << e;
+            EXPECT_NEAR(step, norm(load(s + 3)), 2e-6) << e << ' ' << hour;
+            before = load(s);
+        }
+    }
+}
+
+// The ways of giving one orbit, a mean motion left to be derived among them.
+TEST(ElementBodies, RecordsOfOneOrbitMoveAlike) {
+    const auto model = make_model(Source::kBuiltIn);
+    const double q = 0.9, e = 0.4, a = q / (1 - e);
+    const double n = std::sqrt(kSunGm / a) / a;
+    CometRecord by_perihelion, by_anomaly, without_motion;
+    ASSERT_TRUE(
+        ElementsFromPerihelion(q, e, 0.1, 0.2, 0.3, 2455000, 0.5, &by_perihelion.elements));
+    ASSERT_TRUE(ElementsFromMeanAnomaly(a, e, 0.1, 0.2, 0.3, 100 * n, 2455100, 0.5,
+                                        &by_anomaly.elements));
+    without_motion.elements = by_anomaly.elements;
+    without_motion.elements.n = 0;
+    model->AddComet(1, by_perihelion), model->AddComet(2, by_anomaly);
+    model->AddComet(3, without_motion),
+        model->AddAsteroid(4, {.elements = without_motion.elements});
+    SpacecraftRecord track{.central_number = 10,
+                           .epoch_day = 2455000,
+                           .epoch_fraction = 0.5,
+                           .q = q,
+                           .e = e,
+                           .i = 0.1,
+                           .node = 0.2,
+                           .peri = 0.3};
+    model->AddSpacecraft(5, &track, 1);
+    update(*model, 2455400.0);
+    const Vec3 place = heliocentric(*model, {SSO_COMT, 1});
+    for (const SSO_ID& id :
+         {SSO_ID(SSO_COMT, 2), SSO_ID(SSO_COMT, 3), SSO_ID(SSO_ASTR, 4), SSO_ID(SSO_SCFT, 5)})
+        EXPECT_LT(norm(heliocentric(*model, id) - place), 1e-8) << id.number;
+
+    // Open orbits, by the speed at perihelion.
+    for (const double open : {1.0, 1.5}) {
+        CometRecord record;
+        ASSERT_TRUE(ElementsFromPerihelion(q, open, 0, 0, 0, 2455000, 0.5, &record.elements));
+        model->AddComet(6, record);
+        update(*model, 2455000.5);
+        const Vec3 perihelion = heliocentric(*model, {SSO_COMT, 6});
+        EXPECT_NEAR(norm(perihelion), q, 1e-12);
+        update(*model, 2455000.75);
+        EXPECT_NEAR(norm(heliocentric(*model, {SSO_COMT, 6}) - perihelion) * 4,
+                    std::sqrt(kSunGm * (1 + open) / q), 1e-6);
+    }
+    Elements none;
+    EXPECT_FALSE(ElementsFromPerihelion(-1, 0.5, 0, 0, 0, 2455000, 0, &none));
+    EXPECT_FALSE(ElementsFromPerihelion(1, 0.5, 0, 0, 0, 2455000, 0, nullptr));
+    EXPECT_FALSE(ElementsFromMeanAnomaly(1, 1.0, 0, 0, 0, 0, 2455000, 0, &none));
+}
+
+// The record held for the object aimed at serves its number, whatever the tables have.
+TEST(ElementBodies, HeldRecordsComeBeforeTheTables) {
+    const auto model = make_model(Source::kBuiltIn);
+    const Elements ceres = reference_orbits().front().elements;
+    Elements other = ceres;
+    other.M += 1;
+    ASSERT_TRUE(model->AddAsteroid(1, {.elements = ceres}));
+    ASSERT_TRUE(model->AddAsteroid(2, {.elements = other}));
+    update(*model, 2459850.5);
+    const Vec3 by_table = heliocentric(*model, {SSO_ASTR, 1});
+    tagAster_SPH_5 record = asteroid_record(other, axes_of(other));
+    record.number = 1;
+    model->HoldAsteroid(&record);
+    EXPECT_LT(norm(heliocentric(*model, {SSO_ASTR, 1}) - heliocentric(*model, {SSO_ASTR, 2})),
+              5e-6);
+    model->HoldAsteroid(nullptr);
+    EXPECT_EQ(norm(heliocentric(*model, {SSO_ASTR, 1}) - by_table), 0.0);
 }
 
 }  // namespace

@@ -30,40 +30,6 @@ TEST_F(ObjectLists, AppendAndAnswerTheTotal) {
     EXPECT_EQ(list[15], SSO_ID(SSO_MOON, 301));
 }
 
-TEST_F(ObjectLists, MoonsOfAPlanetAreItsOwn) {
-    for (const auto& [number, moons] : {std::pair{2, 0},
-                                        {3, 1},
-                                        {4, 2},
-                                        {5, 80},
-                                        {6, 83},
-                                        {7, 27},
-                                        {8, 14},
-                                        {9, 5},
-                                        {12, 1},
-                                        {14, 2}}) {
-        const SSO_ID planet(SSO_PLNT, number);
-        list.clear();
-        ASSERT_EQ(model->GetMoonsListFor(planet, &list), moons);
-        for (int i = 0; i < moons; ++i) {
-            const SSO_ID& moon = list[static_cast<std::size_t>(i)];
-            EXPECT_EQ(moon, SSO_ID(SSO_MOON, 100 * number + 1 + i));
-            EXPECT_EQ(model->GetCentralBodyID(moon), planet);
-        }
-    }
-}
-
-TEST_F(ObjectLists, LookUpsIgnoreTheName) {
-    SSO_ID named(SSO_PLNT, 5);
-    named.name[0] = 'J';
-    EXPECT_NE(model->GetSS_Object(named), nullptr);
-    EXPECT_EQ(model->GetSS_Object(named), model->GetSS_Object(SSO_ID(SSO_PLNT, 5)));
-    EXPECT_TRUE(model->CheckSSO(&named));
-    const SSO_ID unknown(SSO_PLNT, 15);
-    EXPECT_FALSE(model->CheckSSO(&unknown));
-    EXPECT_FALSE(model->CheckSSO(nullptr));
-    EXPECT_EQ(model->GetSS_Object(SSO_ID(SSO_MOON, 3)), nullptr);
-}
-
 TEST_F(ObjectLists, HoldWhatTheHostAddsToo) {
     AsteroidRecord ceres;
     ceres.elements = {2.77, 0.08, 0.18, 1.4, 1.3, 0.0037, 1.0, 0.0, 2451545};

@@ -111,14 +111,6 @@ TEST_F(ReplacedFile, IsNotServedAnyLonger) {
     EXPECT_GT(norm(state_of(mars, 2451545, 0.0).r), 1.3);  // by the built-in theory
 }
 
-TEST(Planet, StartsWithoutAStateAndAnswersUnknownWhereNoTheoryReaches) {
-    SS_PlanetObject mars({.number = 4}, nullptr, nullptr);
-    EXPECT_GT(norm(state_of(mars, 2451545, 0.0).r), 1.3);  // the very first instant asked for
-    double s[6];
-    EXPECT_EQ(mars.ComputeState(5000000, 0.0, true, s), SS_UNKNOWN);
-    EXPECT_EQ(mars.GetState(-100000000, 0.0, true, s), SS_UNKNOWN);
-}
-
 TEST(Moon, WithoutAFileMovesByADifferenceForward) {
     const auto model = support::built_in_model();
     SS_Object& moon = *model->GetSS_Object(SSO_ID(SSO_MOON, 301));
@@ -195,14 +187,6 @@ TEST_F(DwarfPlanetCatalogue, ReplacesTheBuiltInElements) {
     SS_DwarfPlanetObject ceres({.number = 11}, nullptr, nullptr);
     EXPECT_FALSE(ceres.SetElements());
     EXPECT_NEAR(ceres.GetElements().q, 2.767, 0.01);
-}
-
-TEST_F(DwarfPlanetCatalogue, IsNotBelievedWhenItsRecordIsNoEllipse) {
-    for (const double e : {1.0, -0.1, std::numeric_limits<double>::quiet_NaN()}) {
-        reader.record.e = e;
-        SS_DwarfPlanetObject eris({.number = 12}, nullptr, nullptr);
-        EXPECT_GT(eris.GetElements().q, 60.0);
-    }
 }
 
 // Moves in a straight line, and tells of its end.

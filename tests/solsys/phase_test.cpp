@@ -76,29 +76,6 @@ TEST(PhaseElongation, GivesTheWorkedExamples) {
     EXPECT_EQ(venus.age, 0.0);
 }
 
-// Greatest elongations of the almanacs, given to a tenth of a degree. Venus is then half lit,
-// to the few days by which dichotomy is off.
-TEST(PhaseElongation, GivesTheGreatestElongationsOfAlmanacs) {
-    const auto model = make_model(Source::kDe405);
-    const struct {
-        short year, month, day, hour, planet;
-        double degrees;
-    } cases[] = {{2020, 3, 24, 22, 2, 46.1}, {2020, 8, 13, 0, 2, -45.8},
-                 {2023, 6, 4, 11, 2, 45.4},  {2023, 10, 23, 23, 2, -46.4},
-                 {2020, 6, 4, 13, 1, 23.6},  {2020, 7, 22, 15, 1, -20.1}};
-    for (const auto& c : cases) {
-        int day = 0;
-        double fraction = 0;
-        DJ(&day, &fraction, c.year, c.month, c.day, c.hour, 0, 0.0);
-        model->UpdateSys(day, fraction);
-        const Phase p = phase_of(*model, {SSO_PLNT, c.planet});
-        EXPECT_NEAR(p.elongation / kDegree, c.degrees, 0.051) << c.year << ' ' << c.month;
-        if (c.planet == 2) {
-            EXPECT_NEAR(p.illuminated, 0.5, 0.015) << c.year << ' ' << c.month;
-        }
-    }
-}
-
 // By the three sides of the triangle Sun, observer, body instead of its vectors. Light time
 // (which these sides leave out) is worth 5e-4 rad of the phase of Mercury and less elsewhere.
 TEST(PhaseElongation, FollowsFromTheTriangle) {
@@ -207,22 +184,6 @@ TEST(MoonAgeFarAway, RunsThroughItsLunation) {
     EXPECT_EQ(age, 0.0);
 }
 
-// Brightness at oppositions that were widely reported, to the tenth that they were given with:
-// Mars 2003 August 28, Jupiter and Uranus 2010 September 21, Neptune 2010 August 20. Jupiter's
-// law here is the older one, 0.15 fainter than what is used now.
-TEST(Magnitudes, OfFamousOppositions) {
-    const auto model = make_model(Source::kDe405);
-    for (const auto& [day, planet, expected] : {std::tuple{2452880, 4, -2.9},
-                                                {2455461, 5, -2.9 + 0.15},
-                                                {2455461, 7, 5.7},
-                                                {2455429, 8, 7.8}}) {
-        model->UpdateSys(day, 0.0);
-        float m = 0;
-        ASSERT_TRUE(model->GetMagnitude({SSO_PLNT, planet}, &m));
-        EXPECT_NEAR(m, expected, 0.07) << planet;
-    }
-}
-
 // Bodies by elements: the laws on distances that GetRADecVis and the triangle give.
 TEST(Magnitudes, OfBodiesByElements) {
     const auto model = make_model(Source::kDe405);
@@ -274,10 +235,13 @@ TEST(SolarDay, IsTheKnownOne) {
                                            {4, 1.02749},
                                            {5, 0.41370},
                                            {7, 0.71832},
+                                           {9, 6.386796},
                                            {301, 29.5306},
-                                           {501, 1.76986}})
+                                           {501, 1.76986},
+                                           {901, 6.386796}})
             EXPECT_NEAR(model->GetSolarDay({number > 100 ? SSO_MOON : SSO_PLNT, number}), days,
-                        2e-4 * days);
+                        (number % 892 == 9 ? 1e-6 : 2e-4) * days)
+                << number;
         EXPECT_EQ(time_of(*model).jd(), day + 0.3);
     }
 }
@@ -313,23 +277,6 @@ TEST(PhysicalData, ComesFromTheTables) {
     ASSERT_TRUE(model->GetPolarAxes({SSO_PLNT, 4}, axes));
     EXPECT_NEAR(axes[0] / kDegree, 317.68, 0.01);
     EXPECT_NEAR(axes[1] / kDegree, 52.89, 0.01);
-}
-
-TEST(RADecInConstell, LooksUpInTheFrameOfTheModel) {
-    CSWSolSys fresh;  // frames never computed: directions of J2000 itself
-    const auto model = make_model(Source::kBuiltIn);
-    model->UpdateSys(2470000, 0.0);
-    const Mat3 cur = load_matrix(model->GetMtrxEq2K_EqCur());
-    for (const CsvRow& row : read_csv(SOLSYS_TEST_DATA "/reference/constellation_points.csv")) {
-        const double ra = std::stod(row[0]) * kDegree, dec = std::stod(row[1]) * kDegree;
-        const int expected = std::stoi(row[3]);
-        EXPECT_EQ(fresh.RADecInConstell(ra, dec), expected) << row[0] << ' ' << row[1];
-        const Vec3 of_date = cur * direction(ra, dec);
-        EXPECT_EQ(
-            model->RADecInConstell(std::atan2(of_date.y, of_date.x), std::asin(of_date.z)),
-            expected)
-            << row[0] << ' ' << row[1];
-    }
 }
 
 // Ten thousand directions against a lookup that is not ours: the table agrees with it at the

@@ -99,36 +99,6 @@ TEST_P(Positions, VelocitiesAreDerivatives) {
     }
 }
 
-TEST_P(Positions, WithoutTheFlagThreeValuesAreWritten) {
-    for (const Query query :
-         {&CSWSolSys::GetHelVec2K, &CSWSolSys::GetVecCentre2K, &CSWSolSys::GetHelVecCur,
-          &CSWSolSys::GetHelEcl2K, &CSWSolSys::GetRefVec2K, &CSWSolSys::GetRefVecCur}) {
-        for (const SSO_ID& id :
-             {SSO_ID(SSO_PLNT, 4), SSO_ID(SSO_ASTR, 1), SSO_ID(SSO_MOON, 1)}) {
-            const Answer three = ask(*model_, query, id, 0);
-            const Answer six = ask(*model_, query, id);
-            EXPECT_EQ(three.dr().x, kMark);
-            EXPECT_THAT(three.r(), IsVector(six.r(), kRounding));
-            EXPECT_NE(six.v[5], kMark);
-        }
-    }
-}
-
-// A satellite is its planet plus what it is relative to it.
-TEST_P(Positions, SatellitesGoWithTheirPlanets) {
-    for (const int number : {301, 401, 503, 606, 703, 801, 901}) {
-        const SSO_ID moon(SSO_MOON, number);
-        const SSO_ID planet(SSO_PLNT, number / 100);
-        const Answer whole = ask(*model_, &CSWSolSys::GetHelVec2K, moon);
-        const Answer relative = ask(*model_, &CSWSolSys::GetVecCentre2K, moon);
-        const Answer centre = ask(*model_, &CSWSolSys::GetHelVec2K, planet);
-        ASSERT_TRUE(whole.known && relative.known && centre.known) << number;
-        EXPECT_THAT(whole.r(), IsVector(centre.r() + relative.r(), 20 * kRounding)) << number;
-        EXPECT_THAT(whole.dr(), IsVector(centre.dr() + relative.dr(), kRounding)) << number;
-        EXPECT_GT(norm(relative.r()), 1e-6);
-    }
-}
-
 // The rotated forms are the plain ones turned by the matrices that the model shows.
 TEST_P(Positions, FramesAreRotationsOfOneVector) {
     const Mat3 cur = load_matrix(model_->GetMtrxEq2K_EqCur());
@@ -316,12 +286,28 @@ TEST_F(VisibleVector, OfTheObserversOwnCentreIsZero) {
     EXPECT_THAT(place, testing::Each(0.0));
 }
 
-TEST(Earlier, SplitsLikeTheModelsInstants) {
-    for (const double tau : {0.0, 0.1, 0.3, 0.7, 5.25, 36500.0, -0.9}) {
-        const Instant t = earlier({2451545, 0.25}, tau);
-        EXPECT_GE(t.fraction, 0.0);
-        EXPECT_LT(t.fraction, 1.0);
-        EXPECT_NEAR(days_between(t, {2451545, 0.25}), tau, 1e-11);
+// Beyond the theories an observer on the Earth is nowhere: nothing is seen from there, not even
+// the Sun and the stars.
+TEST(ObserverNowhere, SeesNothing) {
+    const auto model = make_model(Source::kBuiltIn);
+    const Elements orbit{2.7, 0.1, 0.0, 0.0, 0.0, 0.004, 0.0, 0.0, 2455000};
+    ASSERT_TRUE(model->AddAsteroid(1, {.elements = orbit, .H = 5.0F}));
+    ASSERT_TRUE(model->AddStar({SSO_STAR, 1}, {.ra = 1, .dec = 0.5}));
+    for (const auto& [day, known] : {std::pair{3500000, false}, {2455000, true}}) {
+        model->UpdateSys(day, 0.0);
+        double out[6];
+        EXPECT_EQ(model->GetObserverVec2K(out), known);
+        for (const SSO_ID& id :
+             {SSO_ID(SSO_PLNT, 10), SSO_ID(SSO_ASTR, 1), SSO_ID(SSO_STAR, 1)}) {
+            EXPECT_EQ(model->GetRADecVis(id, out, 0.0), known) << id.type;
+            EXPECT_EQ(model->GetRADec(id, out, false), known) << id.type;
+            EXPECT_EQ(model->GetCurVec(id, out, true), known) << id.type;
+            if (id.type == SSO_STAR) continue;
+            float magnitude = 0;
+            EXPECT_EQ(model->GetRefVecCur(id, 0, out), known);
+            EXPECT_EQ(model->GetSSOVisVec2K(id, out, 0.01), known);
+            EXPECT_EQ(model->GetMagnitude(id, &magnitude), known);
+        }
     }
 }
 

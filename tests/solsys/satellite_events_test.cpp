@@ -162,21 +162,4 @@ INSTANTIATE_TEST_SUITE_P(All, SynchronousSatellite,
                                          Locked{705, 2}, Locked{801, 3}, Locked{901, 2.6}),
                          [](const auto& test) { return std::to_string(test.param.moon); });
 
-// Charon stands over one meridian of Pluto, within the libration of 2 e = 0.87 degrees.
-TEST(Charon, StandsStillInPlutosSky) {
-    const auto model = make_model(Source::kBuiltIn);
-    SS_Object& pluto = *model->GetSS_Object({SSO_PLNT, 9});
-    SS_Object& charon = *model->GetSS_Object({SSO_MOON, 901});
-    double least = 180, most = -180;
-    for (int day = 2433000; day < 2469000; day += 97) {
-        double r[3];
-        ASSERT_EQ(charon.GetState(day, 0.37, false, r), SS_OK);
-        const double longitude = longitude_below(pluto, {day, 0.37}, load(r));
-        least = std::min(least, longitude);
-        most = std::max(most, longitude);
-    }
-    EXPECT_LT(most - least, 2 * 0.88);
-    EXPECT_LT(std::max(std::fabs(least), std::fabs(most)), 2.6);
-}
-
 }  // namespace

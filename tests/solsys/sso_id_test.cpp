@@ -27,15 +27,6 @@ TEST(SsoId, CopiesCutNamesWithoutAnEndAndSaySo) {
     }
 }
 
-TEST(SsoId, AssignmentLeavesNothingOfALongerName) {
-    SSO_ID id = named(79);
-    id = named(3);
-    EXPECT_TRUE(std::all_of(id.name + 3, std::end(id.name), [](char c) { return c == 0; }));
-    const SSO_ID& same = id;
-    id = same;
-    EXPECT_STREQ(id.name, "xxx");
-}
-
 TEST(SsoId, OrdersByTypeThenNumberBothSigned) {
     constexpr auto kLeast = std::numeric_limits<std::int32_t>::min();
     const SSO_ID ascending[] = {{kLeast, 5},
