@@ -85,10 +85,3 @@ struct CSWSolSys::Model {
     // Hands the evaluation state, or none, to the objects that read the file.
     void hand_over_ephemeris();
 };
-
-namespace solsys {
-
-// Whether some table, the star map or a held record has the object.
-bool is_known(const CSWSolSys::Model& model, const SSO_ID& id);
-
-}  // namespace solsys

@@ -86,8 +86,3 @@ SSO_ID CSWSolSys::GetCentralBodyID(const SSO_ID& id) const {
         centre_of(model_->bodies, solsys::body_key(id), model_->current.now);
     return {centre.type, centre.number};
 }
-
-bool solsys::is_known(const CSWSolSys::Model& model, const SSO_ID& id) {
-    if (kind_of(id.type).table == Table::stars) return model.stars.find(key_of(id)) != nullptr;
-    return find_source(model.bodies, id).found();
-}

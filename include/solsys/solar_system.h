@@ -127,6 +127,7 @@ class SOLSYS_API CSWSolSys {
 
     /// \name Observer
     /// @{
+
     /// Places the observer at once, at the current instant. Heights on a surface are in au. An
     /// observer moved to or from the Earth gains or loses nutation.
     ///
@@ -161,6 +162,7 @@ class SOLSYS_API CSWSolSys {
     /// 1977, Astron. Astrophys. 58, 1) and the short nutation of earth_orientation.h, unless
     /// the host replaces them.
     /// @{
+
     /// v_cur = M v_2K: precession, then nutation (for an observer off the Earth precession
     /// alone).
     const double* GetMtrxEq2K_EqCur() const;
@@ -196,6 +198,7 @@ class SOLSYS_API CSWSolSys {
     /// a null pointer. To rounding, except for directions whose latitude or longitude is within
     /// 1e-4 rad of 0 or pi: the fast trigonometry leaves up to 2e-8 rad there.
     /// @{
+
     /// Equator to horizon (azimuth, altitude without refraction).
     bool FromRAToAzm(bool j2000, const double* ra, const double* dec, double* azm,
                      double* alt) const;
@@ -242,6 +245,7 @@ class SOLSYS_API CSWSolSys {
     /// The registry of rotations is the process's: fill it before models are used from several
     /// threads.
     /// @{
+
     /// Registers the rotation of a body, or of all bodies of a type (number -1). False for null
     /// parameters.
     static bool AddBodyRotationParams(const ObjectKey& key, const BodyRotationParams* params);
@@ -284,6 +288,7 @@ class SOLSYS_API CSWSolSys {
     /// \name Objects
     /// The list members append to the vector and return its new size; 0 for a null vector.
     /// @{
+
     int GetFullList(std::vector<SSO_ID>* list) const;     ///< all with states, by type code
     int GetPlanetsList(std::vector<SSO_ID>* list) const;  ///< `plnt`, the Sun among them
     int GetMoonsList(std::vector<SSO_ID>* list) const;    ///< `moon`
@@ -365,6 +370,7 @@ class SOLSYS_API CSWSolSys {
     /// `Remove...` answers whether it was there. Records answered by `Get...` stay valid until
     /// their table changes; null when there is none.
     /// @{
+
     bool AddAsteroid(std::int32_t number, const AsteroidRecord& record);
     bool RemoveAsteroid(std::int32_t number);
     void ClearAsteroids();
@@ -391,6 +397,7 @@ class SOLSYS_API CSWSolSys {
     /// \name Stars and deep-sky objects
     /// Types `star`, `uSTR`, `uDSO`, `clst`, `nebu`, `gala`, `dsnv`.
     /// @{
+
     /// Adds or replaces; false for another type and for a place that is not finite.
     bool AddStar(const SSO_ID& id, const StarObject& star);
     /// Whether it was there.
@@ -413,6 +420,7 @@ class SOLSYS_API CSWSolSys {
 
     /// \name Magnitudes, phases, physical data
     /// @{
+
     /// Visual magnitude from the geometric positions of the instant. 9999.0 for kinds that have
     /// none (`scft`, `cnst`). False, with 20.0, for objects that are unknown, cannot be
     /// computed or have no magnitude law.

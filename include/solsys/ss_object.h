@@ -48,9 +48,10 @@ struct SS_BodyData {
 /// Not thread-safe: one model, one thread.
 class SOLSYS_API SS_Object {
   public:
+    /// `parent` (not owned) is the body it goes round; null: none, the root of its tree.
     SS_Object(const SS_BodyData& data, SS_Object* parent);
-    SS_Object(const SS_Object&) = delete;
-    SS_Object& operator=(const SS_Object&) = delete;
+    SS_Object(const SS_Object&) = delete;             ///< not copyable
+    SS_Object& operator=(const SS_Object&) = delete;  ///< not copyable
 
     /// Sets the source of positions without an ephemeris; only the Moon uses one.
     virtual void SetPositionCallback(PositionCallback callback) = 0;
@@ -80,15 +81,15 @@ class SOLSYS_API SS_Object {
     /// far, the process's DE file included: whoever keeps states compares the count.
     std::uint32_t SourceChanges() const;
 
-    int Number() const { return number_; }
-    double RadiusKm() const { return radius_km_; }
-    double OrbitalPeriod() const { return orbital_period_; }
-    double RotationPeriod() const { return rotation_period_; }
-    double Flattening() const { return flattening_; }
-    double GM() const { return gm_; }
-    MagnitudeFn Magnitude() const { return magnitude_; }
-    RotationElementsFn Rotation() const { return rotation_; }
-    SS_Object* Parent() const { return parent_; }
+    int Number() const { return number_; }                      ///< within its type
+    double RadiusKm() const { return radius_km_; }              ///< equatorial [km]
+    double OrbitalPeriod() const { return orbital_period_; }    ///< sidereal [day]
+    double RotationPeriod() const { return rotation_period_; }  ///< [day]; 0 unknown
+    double Flattening() const { return flattening_; }           ///< 1 - polar / equatorial
+    double GM() const { return gm_; }                           ///< [au^3/day^2]; 0 unknown
+    MagnitudeFn Magnitude() const { return magnitude_; }        ///< null: none
+    RotationElementsFn Rotation() const { return rotation_; }   ///< null: none
+    SS_Object* Parent() const { return parent_; }               ///< null: none
 
   protected:
     /// Whether the cache holds the instant, at the level wanted.
@@ -97,27 +98,28 @@ class SOLSYS_API SS_Object {
     /// heliocentric one to `out`. States that are not finite are refused with `SS_UNKNOWN`.
     int Keep(int day, double fraction, bool velocity, const double* heliocentric,
              const double* relative, double* out);
+    /// Copies the kept heliocentric state (3 values, or 6) to `out`. \return 0
     int CopyCached(bool velocity, double* out) const;
     /// Tells this body and all that hang on the same root (the Sun of a model) that a source of
     /// states has changed: nothing kept is served any more.
     void SourceChanged();
 
-    std::int32_t number_;
-    double radius_km_;
-    double orbital_period_;
-    double rotation_period_;
-    double flattening_;
-    double gm_;
-    double cached_time_ = -1.0;        // Julian date
-    std::int8_t cached_level_ = -1;    // -1 nothing, 0 position, 1 position and velocity
-    std::uint32_t cached_source_ = 0;  // count of source changes at that time
-    double heliocentric_[6] = {};
-    double default_magnitude_ = 20.0;  // what a body without a magnitude law shows
-    MagnitudeFn magnitude_;
-    double reserved_;
-    RotationElementsFn rotation_;
-    SS_Object* parent_;  // not owned; null for the Sun
-    double relative_[6] = {};
+    std::int32_t number_;              ///< within its type
+    double radius_km_;                 ///< equatorial
+    double orbital_period_;            ///< sidereal [day]
+    double rotation_period_;           ///< [day]; 0 unknown
+    double flattening_;                ///< 1 - polar / equatorial radius
+    double gm_;                        ///< [au^3/day^2]; 0 unknown
+    double cached_time_ = -1.0;        ///< Julian date of what is kept
+    std::int8_t cached_level_ = -1;    ///< -1 nothing, 0 position, 1 position and velocity
+    std::uint32_t cached_source_ = 0;  ///< count of source changes at that time
+    double heliocentric_[6] = {};      ///< the state kept
+    double default_magnitude_ = 20.0;  ///< what a body without a magnitude law shows
+    MagnitudeFn magnitude_;            ///< null: none
+    double reserved_;                  ///< the catalogue's reserved column
+    RotationElementsFn rotation_;      ///< null: none
+    SS_Object* parent_;                ///< not owned; null for the Sun
+    double relative_[6] = {};          ///< the state kept, relative to the parent
 
   private:
     SS_Object* root_;                   // of the chain of parents: the Sun, in a model
@@ -167,6 +169,7 @@ SOLSYS_API void SetReader(DwarfPlanetsIO* reader);
 /// dwarf planets, which move on their elements; or either by an attached integrator.
 class SOLSYS_API SS_DwarfPlanetObject : public SS_PlanetObject {
   public:
+    /// As a planet; the elements are those of `SetElements`.
     SS_DwarfPlanetObject(const SS_BodyData& data, SS_Object* parent, DE_EvalState* ephemeris);
     int ComputeState(int day, double fraction, bool velocity, double* out) override;
     /// Starts the integrator from the elements at their epoch and takes it over. One that does
@@ -223,6 +226,7 @@ class SOLSYS_API SS_SCObject : public SS_Object {
     /// Heliocentric state of the spacecraft; returns 0 on success.
     using StateFn = int (*)(void* context, int day, double fraction, bool velocity,
                             double* out);
+    /// `state` is handed `context` at every call; null: never computable.
     SS_SCObject(const SS_BodyData& data, SS_Object* parent, StateFn state, void* context);
     void SetPositionCallback(PositionCallback callback) override;
     int ComputeState(int day, double fraction, bool velocity, double* out) override;

@@ -49,18 +49,22 @@ class SSO_ID {
     char name[80] = {};        ///< NUL-terminated; empty in what the library builds
     std::uint32_t spare2 = 0;  ///< the host's own; zero in what the library builds
 
-    SSO_ID() = default;
+    SSO_ID() = default;  ///< type and number 0
+    /// The object of a type and number, without a name.
     SSO_ID(std::int32_t type_code, std::int32_t object_number)
         : type(type_code), number(object_number) {}
     /// Copies at most 79 characters of the name; a longer one (no NUL within the array) is cut
     /// there, after "SSOName too short\n" on standard output.
     SOLSYS_API SSO_ID(const SSO_ID& other);
+    /// As the copy constructor.
     SOLSYS_API SSO_ID& operator=(const SSO_ID& other);
     ~SSO_ID() = default;
 
+    /// The order of tables: by type code, then by number, both signed.
     friend bool operator<(const SSO_ID& a, const SSO_ID& b) {
         return a.type != b.type ? a.type < b.type : a.number < b.number;
     }
+    /// Equal type and number.
     friend bool operator==(const SSO_ID& a, const SSO_ID& b) {
         return a.type == b.type && a.number == b.number;
     }
