@@ -8,9 +8,9 @@
 namespace solsys {
 
 // The state on an orbit by its elements, in their own frame. As `Kepler` has it, except within
-// 1e-9 rad of mean anomaly about an elliptic perihelion: there `Kepler` halts at the perihelion,
-// for days and by hundredths of an au on a nearly parabolic orbit, and the equation is solved
-// here all the same. False, with the last iterate, when an iteration reached its limit.
+// 1e-9 rad of mean anomaly about an elliptic perihelion: `Kepler` halts there, for days and by
+// hundredths of an au on a nearly parabolic orbit; here the equation is solved all the same.
+// False, with the last iterate, when an iteration reached its limit.
 bool state_on_orbit(const Elements& elements, double mu, Instant t, bool velocity, State& out);
 
 // A state `days` later on the orbit that it defines about a centre of mass mu, in universal

@@ -29,8 +29,8 @@ struct StarCoordinates {
 };
 
 // Source of the chain (space motion, parallax, deflection by the Sun, aberration): Explanatory
-// Supplement to the Astronomical Almanac 1992, chapter 3; Murray 1981, Mon. Not. R. Astron. Soc.
-// 195, 639.
+// Supplement to the Astronomical Almanac 1992, chapter 3; Murray 1981, Mon. Not. R. Astron.
+// Soc. 195, 639.
 
 // The star's direction after `years` of proper motion and radial velocity, from the
 // heliocentric position of its observer; of about unit length.

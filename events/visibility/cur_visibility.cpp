@@ -27,8 +27,12 @@ bool CSWVisibility::GetCurVisibility(OBSERVER* observer, tagCURVISIBILITY* v) {
     v->ra = place->ra;
     v->dec = place->dec;
     const double radius_km = model.GetRadiEq(id);
-    if (radius_km > 0)
+    if (radius_km > 0) {
         v->semidiameter = solsys::search::semidiameter(radius_km, place->distance);
+    } else if (const StarObject* star = model.GetStar(id)) {
+        const double size = star->angular_size;
+        if (size > 0 && size < STAR_UNKNOWN) v->semidiameter = size / 2;
+    }
     if (s.observer.kind == LOCATION_SURFACE) {
         v->horizontal = 1;
         const auto h = sky.horizontal(*place);

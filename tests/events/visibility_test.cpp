@@ -420,6 +420,13 @@ TEST_F(Visibility, CurrentViewIsTheModels) {
     double matrix[9];
     EXPECT_TRUE(visibility_.GetMtrxEq_Ec(2453462, 0.9, matrix));
     EXPECT_THAT(matrix, testing::ElementsAreArray(model_->GetMtrxEqCur_EclCur(), 9));
+
+    // A cluster of half a degree.
+    const SSO_ID cluster(SSO_CLST, 1);
+    model_->AddStar(cluster, {.ra = 1.0, .dec = 0.4, .angular_size = 0.0087F});
+    now.type = cluster.type, now.number = cluster.number;
+    ASSERT_TRUE(visibility_.GetCurVisibility(&centre, &now));
+    EXPECT_NEAR(now.semidiameter, 0.00435, 1e-9);
 }
 
 // Escape velocity and mass of the NASA planetary fact sheets; greatest elongations of mean
