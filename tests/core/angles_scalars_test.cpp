@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "solsys/toolkit.h"
 
@@ -77,14 +78,15 @@ TEST(Sexagesimal, JoinsToTheAngleThatWasSplit) {
     }
 }
 
+// Joining must not lose or add a turn, which the round trip does not see.
 TEST(Sexagesimal, TheTwelveHourClockStartsAtMidnightAndAtNoon) {
-    double radians = -1;
-    const GMSAngle midnight{12, 30, 0, 'a'};
-    GMS2Rad(&midnight, &radians, 4);
-    EXPECT_NEAR(radians, 7.5 * kDegree, 1e-15);
-    const GMSAngle noon{12, 0, 0, 'p'};
-    GMS2Rad(&noon, &radians, 4);
-    EXPECT_NEAR(radians, 180 * kDegree, 1e-15);
+    for (const auto& [record, degrees] : {std::pair{GMSAngle{12, 30, 0, 'a'}, 7.5},
+                                          {GMSAngle{12, 0, 0, 'p'}, 180.0},
+                                          {GMSAngle{6, 0, 0, 'p'}, 270.0}}) {
+        double radians = -1;
+        GMS2Rad(&record, &radians, 4);
+        EXPECT_NEAR(radians, degrees * kDegree, 1e-15);
+    }
 }
 
 TEST(Sexagesimal, RoundingCarriesButKeepsTheTurn) {
