@@ -7,6 +7,8 @@
 
 namespace solsys {
 
+// Bretagnon & Simon 1986, Planetary Programs and Tables; the obliquity of Laskar 1986, Astron.
+// Astrophys. 157, 59. [rad, and 1e-7 rad]
 NutationAngles short_nutation(Instant t) {
     const double T = days_since_j2000(t) / 3652500;  // 10,000 Julian years
 

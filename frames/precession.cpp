@@ -5,6 +5,7 @@
 
 namespace solsys {
 
+// IAU 1976: Lieske, Lederle, Fricke & Morando 1977, Astron. Astrophys. 58, 1.
 PrecessionAngles precession_angles(Instant from, Instant to) {
     const double T = centuries_since_j2000(from);
     const double t = days_between(from, to) / kDaysPerJulianCentury;

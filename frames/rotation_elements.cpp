@@ -29,9 +29,10 @@ bool none(double* ra, double* dec, double* w) {
     return false;
 }
 
-// The elements of a body whose number must lie in first..last, the range of its family.
-bool elements(int first, int last, int day, double fraction, int body, double* ra, double* dec,
-              double* w) {
+}  // namespace
+
+bool rotation_elements(int first, int last, int day, double fraction, int body, double* ra,
+                       double* dec, double* w) {
     if (body < first || body > last || !std::isfinite(fraction)) return none(ra, dec, w);
 
     const Instant t{day, fraction};
@@ -42,8 +43,6 @@ bool elements(int first, int last, int day, double fraction, int body, double* r
     *w = revolution(angles->w);
     return true;
 }
-
-}  // namespace
 
 bool earth_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
     if (body != 3 || !std::isfinite(fraction)) return none(ra, dec, w);
@@ -58,64 +57,6 @@ bool earth_rotation(int day, double fraction, int body, double* ra, double* dec,
     *dec = kDegree * (90.0 - kEarthTheta * std::fabs(t));
     *w = revolution(gmst - side - 90.0 - kEarthZeta * t);
     return true;
-}
-
-bool sun_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(10, 10, day, fraction, body, ra, dec, w);
-}
-bool mercury_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(1, 1, day, fraction, body, ra, dec, w);
-}
-bool venus_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(2, 2, day, fraction, body, ra, dec, w);
-}
-bool mars_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(4, 4, day, fraction, body, ra, dec, w);
-}
-bool jupiter_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(5, 5, day, fraction, body, ra, dec, w);
-}
-bool saturn_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(6, 6, day, fraction, body, ra, dec, w);
-}
-bool uranus_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(7, 7, day, fraction, body, ra, dec, w);
-}
-bool neptune_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(8, 8, day, fraction, body, ra, dec, w);
-}
-bool pluto_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(9, 9, day, fraction, body, ra, dec, w);
-}
-bool ceres_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(11, 11, day, fraction, body, ra, dec, w);
-}
-bool moon_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(301, 301, day, fraction, body, ra, dec, w);
-}
-bool martian_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(401, 402, day, fraction, body, ra, dec, w);
-}
-bool jovian_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(501, 580, day, fraction, body, ra, dec, w);
-}
-bool saturnian_rotation(int day, double fraction, int body, double* ra, double* dec,
-                        double* w) {
-    return elements(601, 683, day, fraction, body, ra, dec, w);
-}
-bool uranian_rotation(int day, double fraction, int body, double* ra, double* dec, double* w) {
-    return elements(701, 727, day, fraction, body, ra, dec, w);
-}
-bool neptunian_rotation(int day, double fraction, int body, double* ra, double* dec,
-                        double* w) {
-    return elements(801, 814, day, fraction, body, ra, dec, w);
-}
-bool plutonian_rotation(int day, double fraction, int body, double* ra, double* dec,
-                        double* w) {
-    return elements(901, 905, day, fraction, body, ra, dec, w);
-}
-bool no_rotation(int, double, int, double* ra, double* dec, double* w) {
-    return none(ra, dec, w);
 }
 
 }  // namespace solsys

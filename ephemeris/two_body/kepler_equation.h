@@ -26,8 +26,9 @@ struct Apsis {
 };
 Apsis apsis_of(double M);
 
-// E - e sin E = M by Danby's start and Steffensen's acceleration of the fixed-point map, to
-// 1e-10 or rounding over 1 - e cos E, whichever is more. M in [-pi, pi].
+// E - e sin E = M by Danby's start (Danby & Burkardt 1983, Celest. Mech. 31, 95) and
+// Steffensen's acceleration of the fixed-point map, to 1e-10 or rounding over 1 - e cos E,
+// whichever is more. M in [-pi, pi].
 Anomaly ellipse_by_steffensen(double e, double M);
 
 // E - e sin E = M by Newton's method on the toolkit's fast cosine, from a given start.
@@ -42,7 +43,8 @@ Anomaly hyperbola_by_newton(double e, double M, double start, Stop stop);
 // s + s^3/3 = W (Barker), by Newton's method.
 Anomaly barker_by_newton(double W);
 
-// The same in closed form, s = y - 1/y, with ds/dW.
+// The same in closed form, s = y - 1/y with y the cube root of a + sqrt(a^2 + 1), a = 3 W / 2,
+// and ds/dW. Meeus 1998, Astronomical Algorithms, chapter 34.
 struct BarkerRoot {
     double s;
     double slope;

@@ -1,5 +1,6 @@
 // Near-parabolic motion in universal form: Barker's equation, corrected for the departure from
-// the parabola by the Stumpff function c3.
+// the parabola by the Stumpff function c3. Stumpff 1959, Himmelsmechanik; Montenbruck & Pfleger
+// 2000, Astronomy on the Personal Computer, chapter 4.
 #include <cmath>
 
 #include "ephemeris/two_body/kepler_equation.h"
@@ -8,6 +9,7 @@ namespace solsys {
 namespace {
 
 constexpr int kPasses = 15;
+constexpr double kBelow = -2.0 / 3;  // Barker's quantity where the root of g does not exist
 constexpr double kTolerance = 1e-10;
 // Enough for |x| of 50 revolutions squared, where the sum has long lost its digits; the bound
 // is there for infinities and absurd times.
@@ -24,22 +26,15 @@ double stumpff_c3(double x) {
     return sum;
 }
 
-// y - 1/y with y the cube root of B + sqrt(B^2 + 1). For negative B that sum cancels, so the
-// reciprocal of the mirrored form is taken.
-double cubic_root(double B) {
-    const double y = std::cbrt(std::fabs(B) + std::sqrt(B * B + 1));
-    return std::copysign(y - 1 / y, B);
-}
-
 }  // namespace
 
 double near_parabolic_anomaly(double mu, double q, double e, double tau) {
-    const double W = 1.5 * std::sqrt(mu / (q * q * q)) * tau;
+    const double W = std::sqrt(mu / (q * q * q)) * tau;
     double x = 0;
     double g = e / 2;  // 3 e c3(0)
     double s = 0;
     for (int pass = 0; pass < kPasses; ++pass) {
-        s = cubic_root(g < 0 ? -1.0 : W * std::sqrt(g));
+        s = barker_root(g < 0 ? kBelow : W * std::sqrt(g)).s;
         const double previous = x;
         x = s * s * (1 - e) / g;
         g = 3 * e * stumpff_c3(x);

@@ -1,4 +1,5 @@
-// Osculating elements from a state.
+// Osculating elements from a state: the vis-viva integral, Kepler's equation, and the
+// eccentricity vector. Danby 1988, Fundamentals of Celestial Mechanics, chapter 6.
 #include <cmath>
 
 #include "core/constants.h"

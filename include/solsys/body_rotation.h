@@ -31,12 +31,14 @@ struct BodyRotationParams {
 
 /// Key of the registry: type code and number of an `SSO_ID`, ordered by type, then by number.
 struct ObjectKey {
-    std::int32_t type;
-    std::int32_t number;
+    std::int32_t type;    ///< type code
+    std::int32_t number;  ///< number within the type
 
+    /// By type, then by number.
     friend bool operator<(const ObjectKey& a, const ObjectKey& b) {
         return a.type != b.type ? a.type < b.type : a.number < b.number;
     }
+    /// The same type and number.
     friend bool operator==(const ObjectKey& a, const ObjectKey& b) {
         return a.type == b.type && a.number == b.number;
     }
@@ -55,10 +57,15 @@ using RotationElementsFn = bool (*)(int day, double fraction, int body, double* 
                                     double* w);
 
 /// One number for an angle: its cosine plus 2 when its sine is not negative, minus 2 when it
-/// is. \param angle  [rad], finite
+/// is.
+/// \param angle  [rad], finite
+/// \return the encoded angle
 SOLSYS_API double EncodeRightAscension(double angle);
 
 /// Cosine and sine of an encoded angle. The cosine is clamped to [-1, 1] for the sine's sake.
+/// \param      e       the encoded angle
+/// \param[out] cosine  of the angle
+/// \param[out] sine    of the angle
 SOLSYS_API void DecodeRightAscension(double e, double* cosine, double* sine);
 
 /// The registry's record of a body from published elements.
@@ -75,9 +82,10 @@ SOLSYS_API BodyRotationParams EncodeBodyRotation(double pole_ra, double pole_dec
 ///                            11 the Sun, 12-46 the major satellites in the order of their
 ///                            planets (`PlanetographicalIndex`). This is not a body number.
 /// \param      m              3x3, row-major: equatorial frame wanted from J2000 equator,
-///                            applied from the left; not used for the Earth (row 3)
+///                            applied from the left: V(wanted) = m V(J2000 equator); not used
+///                            for the Earth (row 3)
 /// \param[out] out_transposed 3x3, row-major: the transpose of `out`
-/// \param[out] out            3x3, row-major: equatorial frame from body-fixed frame. Row 3:
+/// \param[out] out            3x3, row-major: V(wanted) = out V(body-fixed). Row 3:
 ///                            the rotation about z by the apparent sidereal time of Greenwich.
 ///
 /// The pole and the prime meridian are those of the 1994 report; the secular terms are

@@ -40,7 +40,7 @@ class StarwickPath {
     /// The ephemeris file or folder used by searches that make their own model.
     SOLSYS_API static const char* GetEphemerisPath();
 
-    SOLSYS_API static void SetPath(const char* path);
-    SOLSYS_API static void SetWorkPath(const char* path);
-    SOLSYS_API static void SetEphemerisPath(const char* path);
+    SOLSYS_API static void SetPath(const char* path);           ///< sets the data folder
+    SOLSYS_API static void SetWorkPath(const char* path);       ///< sets the work folder
+    SOLSYS_API static void SetEphemerisPath(const char* path);  ///< sets the ephemeris
 };

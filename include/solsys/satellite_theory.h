@@ -72,8 +72,8 @@ class SOLSYS_API SatTheory {
     const double km3ToAU3 = 2.9869211904004605e-25;  ///< its cube
 
   protected:
-    SatTheory() = default;
-    SatTheory(const SatTheory&) = default;
+    SatTheory() = default;                  ///< of a concrete class
+    SatTheory(const SatTheory&) = default;  ///< of a concrete class
     ~SatTheory() = default;
 };
 
@@ -208,7 +208,7 @@ class SOLSYS_API UraSat final : public PetitSat {
 class SOLSYS_API MartianSat final : public SatTheory {
   public:
     MartianSat();
-    SatTheory& AsTheory() { return *this; }
+    SatTheory& AsTheory() { return *this; }              ///< the object as the shared interface
     const SatTheory& AsTheory() const { return *this; }  ///< \overload
     int GetSatVector(int day, double fraction, int moonNumber, unsigned char velocityWanted,
                      double* out) const override;

@@ -16,22 +16,31 @@ class SOLSYS_API ET_UT_Poly {
   public:
     virtual ~ET_UT_Poly();
 
-    int start_day = 0;
-    int end_day = 0;
-    double c0 = 0, c1 = 0, c2 = 0, c3 = 0;
+    int start_day = 0;  ///< Julian day number from which the segment holds, and T counts
+    int end_day = 0;    ///< Julian day number up to which it holds
+    double c0 = 0;      ///< [s]
+    double c1 = 0;      ///< [s per unit of T]
+    double c2 = 0;      ///< [s per unit of T^2]
+    double c3 = 0;      ///< [s per unit of T^3]
 };
 
-/// Registers a user of the model; the argument is ignored. \return true
+/// Registers a user of the model.
+/// \param path  ignored, may be null
+/// \return true
 SOLSYS_API bool Init(const char* path);
 /// Ends a registration; without one it changes nothing. Both may be called from any thread.
 SOLSYS_API void Finish();
 /// Delta T [s] at an instant; needs no registration and may be called from any thread. The
 /// table is a step function: each value holds from its date on, without interpolation, the last
 /// one (69.184 s, 2017) for ever. Before 1650 the polynomial of the month's decimal year,
-/// formed in single precision, answers. An instant that is not finite gives NaN.
+/// formed in single precision, answers: the resolution of what it forms is 1e-6 of Delta T.
+/// \param day,fraction  instant, UT or TT alike: the table is looked up as it is
+/// \return [s]; NaN for an instant that is not finite
 SOLSYS_API double Get(int day, double fraction);
-/// A UT Julian date as a split dynamical one; the fraction may exceed 1. What is not finite, or
-/// beyond the range of a day number, comes back as the fraction of day 0.
+/// A UT Julian date as a split dynamical one.
+/// \param      jd            Julian date, UT
+/// \param[out] day,fraction  instant, TT; the fraction may exceed 1. What is not finite, or 2e9
+///                           days or more from JD 0, comes back as the fraction of day 0.
 SOLSYS_API void UT2ET(double jd, int& day, double& fraction);
 
 /// The six segments, the last one the parabola from 1820 that meets the table's last value a

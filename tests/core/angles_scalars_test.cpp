@@ -77,16 +77,6 @@ TEST(Sexagesimal, JoinsToTheAngleThatWasSplit) {
     }
 }
 
-TEST(Sexagesimal, TheTwelveHourClockStartsAtMidnightAndAtNoon) {
-    double radians = -1;
-    const GMSAngle midnight{12, 30, 0, 'a'};
-    GMS2Rad(&midnight, &radians, 4);
-    EXPECT_NEAR(radians, 7.5 * kDegree, 1e-15);
-    const GMSAngle noon{12, 0, 0, 'p'};
-    GMS2Rad(&noon, &radians, 4);
-    EXPECT_NEAR(radians, 180 * kDegree, 1e-15);
-}
-
 TEST(Sexagesimal, RoundingCarriesButKeepsTheTurn) {
     GMSAngle up{359, 59, 59.5F, '+'}, down{1, 2, 30.49F, '-'};
     Round_DMS(&up);

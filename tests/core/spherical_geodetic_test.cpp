@@ -41,20 +41,6 @@ TEST(FastTrig, TheDerivedFunctionHasTheSignOfEveryQuadrant) {
     EXPECT_EQ(solsys::sin_from_cos(0.0, 1 + 1e-15), 0);  // a cosine rounded beyond 1
 }
 
-TEST(FastTrig, AnswersArgumentsOfAnySize) {
-    // Some systems' own sine reduces by a 66-bit pi: 1e-12 at 1e9.
-    EXPECT_NEAR(fmSin(1e9), 0.54584344944869956, 3e-12);
-    EXPECT_NEAR(fmCos(-1e9), 0.83788718136390239, 3e-12);
-    for (const double x : {9.99e8, -3e9, 1e18, 1e300})
-        EXPECT_NEAR(fmSin(x) * fmSin(x) + fmCos(x) * fmCos(x), 1, 1e-15) << x;
-    const double infinity = std::numeric_limits<double>::infinity();
-    for (const double x : {infinity, -infinity, kNan}) {
-        EXPECT_TRUE(std::isnan(fmSin(x)));
-        EXPECT_TRUE(std::isnan(fmCos(x)));
-        EXPECT_TRUE(std::isnan(solsys::sin_from_cos(x, fmCos(x))));
-    }
-}
-
 TEST(Spherical, RoundTripInEveryOctant) {
     for (double lon = 0.05; lon < 2 * kPi; lon += 0.1) {
         for (double lat = -1.55; lat < 1.56; lat += 0.1) {
@@ -128,28 +114,6 @@ TEST(CartesianToSpherical, GivesTheReciprocalOfTheModulus) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "Vector module is too small to convert to spherical coordinates");
     EXPECT_TRUE(left[0] == 7 && left[2] == 9);
-}
-
-TEST(Planetographic, RoundTripFromTheSurfaceToFarAbove) {
-    const std::pair<double, double> ellipsoids[] = {// radius, flattening
-                                                    {6378.137, 1 / 298.257223563},
-                                                    {60268, 0.09796},
-                                                    {1737.4, 0}};
-    for (const auto& [a, f] : ellipsoids) {
-        for (const double height : {-0.002 * a, 0.0, 0.01 * a, 3 * a}) {
-            for (double lat = -1.49; lat < 1.5; lat += 0.06) {
-                const double geo[3] = {height, 0.7, lat};
-                double xyz[3], back[3];
-                Plg2Plc(a, f, geo, xyz);
-                EXPECT_GT(Plc2Plg(a, f, xyz, back), 0);
-                // The latitude's sine and the rest come from cosines, whose digits 1/sin loses.
-                const double lost = 4e-16 / std::fabs(std::sin(lat));
-                EXPECT_NEAR(back[2], lat, 1e-14 + lost);
-                EXPECT_NEAR(back[1], 0.7, 1e-14);
-                EXPECT_NEAR(back[0], height, (a + height) * (1e-14 + 2 * lost) / std::cos(lat));
-            }
-        }
-    }
 }
 
 TEST(Planetographic, EquatorAndPolesNeedNoIteration) {

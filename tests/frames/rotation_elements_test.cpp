@@ -135,21 +135,6 @@ TEST(RotationElements, AgreeWithTheOlderEdition) {
     }
 }
 
-// Triton turns with its orbit, and backwards: its pole is opposite to the normal of the orbit,
-// taken from the mean elements on the Laplace plane (JPL Solar System Dynamics: plane normal
-// 299.456, 43.414, inclination 156.865, node 177.608 deg, epoch 2000).
-TEST(RotationElements, TritonStandsOnItsOrbit) {
-    const double i = kDegree * 156.865, node = kDegree * 177.608;
-    const Mat3 j2000_from_laplace =
-        rotate_z(-kDegree * (299.456 + 90.0)) * rotate_x(-kDegree * (90.0 - 43.414));
-    const Vec3 normal = j2000_from_laplace * Vec3{std::sin(i) * std::sin(node),
-                                                  -std::sin(i) * std::cos(node), std::cos(i)};
-    const Angles a = at(neptunian_rotation, 801, kJ2000Day);
-    // Two solutions for the orbit, a decade apart, and amplitudes to 0.01 deg.
-    EXPECT_LT(norm(transpose(a.matrix()).r2 + normal) / kDegree, 0.03);
-    EXPECT_LT(std::remainder(at(neptunian_rotation, 801, kJ2000Day + 1.0).w - a.w, kTwoPi), 0);
-}
-
 // The Earth's elements against its own chain: precession of the mean equator and sidereal time.
 TEST(RotationElements, EarthFollowsPrecessionAndSiderealTime) {
     for (int day = kJ2000Day - 36000; day <= kJ2000Day + 36000; day += 7777) {

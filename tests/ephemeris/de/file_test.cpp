@@ -116,34 +116,6 @@ TEST_F(DeFile, NothingToOpenIsReported) {
     EXPECT_EQ(sun_x(state), -1);
 }
 
-// The states of the Sun and the Moon and the place in the old mapping must all be forgotten,
-// whether the file is replaced in one step or closed and opened again.
-TEST_F(DeFile, NothingOfAReplacedFileIsServed) {
-    const std::string first = folder_.write("first", file_with(2, 1e6)),
-                      second = folder_.write("second", file_with(3, 3e6));
-    ASSERT_TRUE(DE_Ephemeris::open(first.c_str()));
-    const auto mercury_x = [](DE_EvalState& state) {
-        double out[3] = {};
-        EXPECT_EQ(DE_Ephemeris::getState(state, 2451545, 0.0, 1, 0, out), 0);
-        return out[0] * -149597870.691;  // Mercury at rest in the origin: minus the Sun
-    };
-    DE_EvalState state, copy;
-    EXPECT_NEAR(mercury_x(state), 1e6, 1e-9);
-    copy = state;
-
-    EXPECT_TRUE(DE_Ephemeris::replaceEphemeris(second.c_str()));
-    EXPECT_EQ(covered(), 3);
-    EXPECT_NEAR(mercury_x(state), 3e6, 1e-9);
-
-    DE_Ephemeris::clear();
-    ASSERT_TRUE(DE_Ephemeris::open(first.c_str()));
-    EXPECT_NEAR(mercury_x(state), 1e6, 1e-9);
-    EXPECT_NEAR(mercury_x(copy), 1e6, 1e-9);
-
-    EXPECT_FALSE(DE_Ephemeris::replaceEphemeris((folder_ / "missing").c_str()));
-    EXPECT_EQ(sun_x(state), -1);
-}
-
 // 64-bit record addresses: the last record of a sparse file of 5 GB.
 TEST_F(DeFile, RecordsBeyondFourGigabytesAreReached) {
     Layout layout;

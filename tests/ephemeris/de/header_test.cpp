@@ -28,12 +28,6 @@ std::unique_ptr<DEHeader> header_of(const TempFolder& folder, const std::string&
     return DE_Ephemeris::readHeader(folder.write("file.bin", bytes).c_str());
 }
 
-// Changes an existing file in place: making it anew is slow where the disk is waited for.
-void overwrite(const std::string& path, const std::string& bytes) {
-    std::fstream(path, std::ios::in | std::ios::out | std::ios::binary) << bytes;
-    std::filesystem::resize_file(path, bytes.size());
-}
-
 // What a caller relies on: no coefficient of any body lies outside the file.
 void expect_safe(const DEHeader& header, std::size_t length) {
     const double records = std::trunc((header.end_jd - header.start_jd) / header.span) + 2;
@@ -141,16 +135,6 @@ TEST(DeHeader, WithOneFaultIsRefused) {
     expect_refused(swapped, "other endian");
 }
 
-// What a reader of numbers in text takes: a sign, and 0 for what is no number at all.
-TEST(DeHeader, TitleEpochsAreReadLeniently) {
-    const TempFolder folder;
-    const std::string good = de_file::bytes(Layout{});
-    for (const char* start : {"+2451536.", "-451536.5", "unknown  "})
-        EXPECT_TRUE(
-            header_of(folder, std::string(good).replace(good.find("2451536.5"), 9, start)))
-            << start;
-}
-
 TEST(DeHeader, MissingFilesAndFoldersHaveNone) {
     const TempFolder folder;
     EXPECT_FALSE(DE_Ephemeris::readHeader(nullptr));
@@ -182,41 +166,6 @@ TEST(DeHeader, TruncationsAreRefusedOrSafe) {
     }
     // Records without part of their padding, from 0 to all but one double of it.
     EXPECT_EQ(accepted, layout.ncoeff() - (layout.offset(12) - 1));
-}
-
-// Random bytes, bits and splices; fixed seeds, so a failure comes again.
-TEST(DeHeader, MutationsAreRefusedOrSafe) {
-    const TempFolder folder;
-    Layout layout;
-    layout.padding = 40;
-    const std::string original = de_file::bytes(layout);
-    const std::string path = folder.write("file.bin", original);
-    std::mt19937_64 draw(20251);
-    const auto below = [&draw](std::size_t n) { return static_cast<std::size_t>(draw() % n); };
-    const std::int32_t values[] = {0,       -1,           1,      2, 3, 20, 21, 400, 401,
-                                   kMaxInt, -kMaxInt - 1, 1 << 30};
-    int accepted = 0;
-    for (int round = 0; round < 10000; ++round) {
-        std::string bytes = original;
-        for (std::size_t n = 1 + below(3); n > 0; --n) {
-            const std::size_t at =
-                de_file::kStart + below(de_file::kFurtherNames - de_file::kStart - 8);
-            const std::size_t kind = below(4);
-            if (kind == 0) bytes[at] = static_cast<char>(draw());
-            if (kind == 1) bytes[below(bytes.size())] ^= static_cast<char>(1 << below(8));
-            if (kind == 2)
-                de_file::put(bytes, at & ~std::size_t{3}, values[below(std::size(values))]);
-            if (kind == 3 && below(4) == 0)
-                bytes.resize(bytes.size() - below(bytes.size() / 8));
-        }
-        if (bytes.size() < de_file::kFurtherNames) continue;
-        overwrite(path, bytes);
-        if (const auto header = DE_Ephemeris::readHeader(path.c_str())) {
-            ++accepted;
-            expect_safe(*header, bytes.size());
-        }
-    }
-    EXPECT_GT(accepted, 100);  // otherwise the mutations never reach the later checks
 }
 
 }  // namespace

@@ -112,31 +112,4 @@ TEST(Resonances, Hold) {
     }
 }
 
-// Arguments are reduced in extended precision with 2 pi in two pieces, the first of 37 bits, so
-// that nothing is lost; the library's functions then see small ones, which all are good at.
-long double reduced(double x) {
-    constexpr long double kHead = 0x1.921fb54440000p+2, kTail = 0x1.68c234c4c6629p-37;
-    const long double turns = std::nearbyint(x / kTwoPi);
-    return (x - turns * kHead) - turns * kTail;
-}
-
-// Half an ulp of 1, and the last term of the series.
-TEST(SinCos, AgreesWithExtendedPrecision) {
-    std::mt19937_64 random(20260301);
-    for (const double range : {1.0, 10.0, 1e3, 1e6}) {
-        std::uniform_real_distribution<double> arguments(-range, range);
-        for (int k = 0; k < 20000; ++k) {
-            const double x = arguments(random);
-            const SinCos value = sin_cos(x);
-            EXPECT_NEAR(value.sin, static_cast<double>(std::sin(reduced(x))), 2.3e-16) << x;
-            EXPECT_NEAR(value.cos, static_cast<double>(std::cos(reduced(x))), 2.3e-16) << x;
-        }
-    }
-    EXPECT_TRUE(std::isnan(sin_cos(NAN).sin));
-    for (const double x : {1e9, -1e12, 1e15}) {
-        const SinCos value = sin_cos(x);
-        EXPECT_NEAR(std::hypot(value.sin, value.cos), 1, 0.5) << x;
-    }
-}
-
 }  // namespace

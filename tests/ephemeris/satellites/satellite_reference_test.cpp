@@ -60,41 +60,4 @@ TEST(SaturnsTrojans, VelocityIsTheDerivativeOfThePosition) {
     }
 }
 
-TEST(MeanElements, AgreeWithSeparateProgram) {
-    const PetitSat tables;
-    int checked = 0;
-    for (const CsvRow& row : read_csv(reference_file("satellite_mean_elements.csv"))) {
-        const int body = std::stoi(row[0]);
-        const int system = body / 100, moon = body % 100;
-        const int table_row = system == 5    ? (moon < 14 ? moon - 6 : moon - 9)
-                              : system == 6  ? moon - 19
-                              : system == 7  ? moon - 16
-                              : system == 8  ? moon - 9
-                              : system == 14 ? moon
-                                             : moon - 1;
-        double out[6];
-        ASSERT_EQ(tables.EvalMeanElements(system, std::stoi(row[1]), std::stod(row[2]),
-                                          table_row, 1, out),
-                  0);
-        // The sine and cosine are the fast ones: measured worst 3e-15 and 2e-14 (814, next to
-        // Neptune).
-        EXPECT_LT(worst(load(out), vector_of(row, 3)), 1e-14) << row[0] << " on " << row[1];
-        EXPECT_LT(worst(load(out + 3), vector_of(row, 6)), 6e-14) << row[0] << " on " << row[1];
-        ++checked;
-    }
-    EXPECT_EQ(checked, 36);
-}
-
-// The mean motion of 1981 is 0.00691 deg/day too small: the ellipse fell 90 degrees behind an
-// osculating orbit of 2017 (JPL), within the degree that its eccentricity makes.
-TEST(Atlas, LeadsItsOldEllipseBy90DegreesIn2017) {
-    Theories theories;
-    const Instant in_2017{2457754, 0.5};
-    State old;
-    ASSERT_EQ(satellites::ellipse_state(*satellites::find_ellipse(615), in_2017, old), 0);
-    const State now = theories.state(615, in_2017);
-    EXPECT_NEAR(angle_between(old.r, now.r) / kDegree, 90, 1.0);
-    EXPECT_GT(dot(now.r, old.v), 0);
-}
-
 }  // namespace

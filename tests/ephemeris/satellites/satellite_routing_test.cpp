@@ -85,22 +85,6 @@ TEST(PrimaryGm, IsThatOfThePrimary) {
     }
 }
 
-// The small satellites of Pluto are carried from the barycentre to Pluto; velocities are not.
-TEST(Pluto, PositionsAreShiftedAndVelocitiesAreNot) {
-    Theories theories;
-    const PetitSat tables;
-    const Instant t{2457217, 0.99};
-    const Vec3 charon = theories.state(901, t).r;
-    for (int moon = 2; moon <= 5; ++moon) {
-        double barycentric[6];
-        ASSERT_EQ(tables.EvalMeanElements(9, t.day, t.fraction, moon - 1, 1, barycentric), 0);
-        const State state = theories.state(900 + moon, t);
-        const Vec3 shift = state.r - load(barycentric);
-        EXPECT_LT(norm(shift - 0.10434393193013883 * charon), 1e-18) << moon;
-        EXPECT_EQ(norm(state.v - load(barycentric + 3)), 0) << moon;
-    }
-}
-
 // Whatever the instant, the answer comes at once, and is finite or a refusal.
 TEST(Instants, NoneLeadsAstray) {
     Theories theories;

@@ -137,31 +137,5 @@ TEST(ParabolicEquation, BothSolutionsAgreeWithBisection) {
     });
 }
 
-TEST(KeplerEquation, EndsOnAnything) {
-    for (const double x : {kNan, kInfinity, -kInfinity, 1e308, -1e308, 1e17}) {
-        const bool answers[] = {
-            ellipse_by_steffensen(0.5, x).converged, ellipse_by_newton(0.5, x, x).converged,
-            hyperbola_by_newton(1.5, x, hyperbola_start(1.5, x), Stop::absolute).converged,
-            barker_by_newton(x).converged,
-            std::isfinite(near_parabolic_anomaly(kGaussSquared, 1, 0.99999, x))};
-        for (const bool answer : answers)
-            EXPECT_FALSE(answer && !std::isfinite(x)) << x << " " << &answer - answers;
-    }
-}
-
-TEST(KeplerEquation, ApsidesAreNotIterated) {
-    for (const double turn : {0.0, kTwoPi}) {
-        for (const double off : {-0.99e-9, 0.0, 0.99e-9}) {
-            const Apsis apsis = apsis_of(reduced_mean_anomaly(turn + off));
-            EXPECT_TRUE(apsis.at) << turn << off;
-            EXPECT_EQ(apsis.E, 0.0);
-        }
-        EXPECT_FALSE(apsis_of(reduced_mean_anomaly(turn + 1.1e-9)).at);
-    }
-    EXPECT_TRUE(apsis_of(kPi + 0.99e-9).at);
-    EXPECT_EQ(apsis_of(kPi).E, kPi);
-    EXPECT_FALSE(apsis_of(kPi + 1.1e-9).at);
-}
-
 }  // namespace
 }  // namespace solsys
