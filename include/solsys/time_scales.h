@@ -11,12 +11,14 @@
 namespace ET_UT {
 
 /// One segment of a long-term Delta T parabola or cubic: c0 + c1 T + c2 T^2 + c3 T^3 [s]
-/// between two Julian day numbers. Kept with the model for callers; `Get` does not use them.
+/// between two Julian day numbers, T in Julian centuries from J2000.0 (the last segment: from
+/// its start). Two neighbours meet within 1.2 s. Kept with the model for callers; `Get` does
+/// not use them.
 class SOLSYS_API ET_UT_Poly {
   public:
     virtual ~ET_UT_Poly();
 
-    int start_day = 0;  ///< Julian day number from which the segment holds, and T counts
+    int start_day = 0;  ///< Julian day number from which the segment holds
     int end_day = 0;    ///< Julian day number up to which it holds
     double c0 = 0;      ///< [s]
     double c1 = 0;      ///< [s per unit of T]

@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "solsys/toolkit.h"
 
@@ -74,6 +75,17 @@ TEST(Sexagesimal, JoinsToTheAngleThatWasSplit) {
             // 5e-8 of a degree or an hour, and single-precision seconds (2e-6 of them).
             EXPECT_NEAR(std::remainder(back / kDegree - degrees, 360), 0, 15 * 5.1e-8);
         }
+    }
+}
+
+// Joining must not lose or add a turn, which the round trip does not see.
+TEST(Sexagesimal, TheTwelveHourClockStartsAtMidnightAndAtNoon) {
+    for (const auto& [record, degrees] : {std::pair{GMSAngle{12, 30, 0, 'a'}, 7.5},
+                                          {GMSAngle{12, 0, 0, 'p'}, 180.0},
+                                          {GMSAngle{6, 0, 0, 'p'}, 270.0}}) {
+        double radians = -1;
+        GMS2Rad(&record, &radians, 4);
+        EXPECT_NEAR(radians, degrees * kDegree, 1e-15);
     }
 }
 
