@@ -53,6 +53,32 @@ BENCHMARK(YearOfAll)
     ->Args({0, 51})
     ->Unit(benchmark::kMillisecond);
 
+// Every rising and setting of the same bodies, none missed: to be compared with YearOfAll.
+void YearOfCrossings(benchmark::State& state) {
+    CSWSolSys model;
+    open(model, state);
+    CSWVisibility visibility(&model);
+    OBSERVER observer = site(static_cast<double>(state.range(1)));
+    int crossings = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        crossings = 0;
+        for (const SSO_ID& body : kBodies) {
+            visibility.InitSearch(kStart, kStart + kYear, body, &observer);
+            const bool limb = body.type == SSO_MOON || body.number == 10;
+            crossings += visibility.SearchCrossings(-0.0142, limb);
+        }
+    }
+    state.counters["crossings"] = crossings;
+}
+BENCHMARK(YearOfCrossings)
+    ->ArgNames({"file", "latitude"})
+    ->Args({1, 51})
+    ->Args({1, 0})
+    ->Args({1, 70})
+    ->Args({1, 90})
+    ->Args({0, 51})
+    ->Unit(benchmark::kMillisecond);
+
 void YearOfOne(benchmark::State& state) {
     CSWSolSys model;
     open(model, state);

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "core/constants.h"
+#include "core/angles.h"
 #include "events/search/span.h"
 #include "solsys/earth_orientation.h"
 
@@ -99,8 +99,8 @@ std::optional<Horizontal> SkyAt::horizontal(const SSO_ID& id) {
 std::optional<Vec3> SkyAt::from_horizon(const SSO_ID& id) {
     const auto place = apparent(id);
     if (!place) return std::nullopt;
-    double v[3] = {std::cos(place->dec) * std::cos(place->ra),
-                   std::cos(place->dec) * std::sin(place->ra), std::sin(place->dec)};
+    double v[3];
+    store(solsys::direction(place->ra, place->dec), v);
     model_.VecFromRAToAzm(v, v);
     return unit(load(v));
 }

@@ -9,15 +9,11 @@
 
 namespace solsys::search {
 
-// Whether a Julian date can be split into a day number (32 bits wide) and a fraction; NaN and
-// infinities cannot.
-inline bool is_instant(double jd) { return std::fabs(jd) < 2147483000.0; }
+using solsys::split;
 
-// The split Julian date; `jd` has to be an instant.
-inline Instant split(double jd) {
-    const int day = static_cast<int>(jd);
-    return {day, jd - day};
-}
+// Whether a Julian date can be split into a day number and a fraction; NaN and infinities
+// cannot.
+inline bool is_instant(double jd) { return std::fabs(jd) < kLargestDay; }
 
 // Delta T [day] at a Julian date of either scale. Needs ET_UT::Init, which a SearchModel keeps.
 inline double delta_t(double jd) {

@@ -5,7 +5,7 @@
 #include <limits>
 #include <optional>
 
-#include "core/constants.h"
+#include "core/angles.h"
 #include "events/search/crossings.h"
 #include "events/visibility/day_step.h"
 #include "events/visibility/site_path.h"
@@ -241,8 +241,7 @@ void Walk::add(const Bracket& x, int level) {
 }
 
 void Walk::add(double t, int level, bool up, const Vec3& direction) {
-    const double azimuth = std::atan2(-direction.y, direction.x);
-    out_.list.push_back({t, level, up ? 1 : -1, azimuth < 0 ? azimuth + kTwoPi : azimuth});
+    out_.list.push_back({t, level, up ? 1 : -1, longitude_of(direction.x, -direction.y)});
 }
 
 Passings Walk::over(search::Span span, const search::Control& control) {

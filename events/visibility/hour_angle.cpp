@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "core/constants.h"
+#include "core/angles.h"
 #include "events/search/scan.h"
 
 namespace solsys::visibility {
@@ -55,8 +55,7 @@ Horizontal at_hour_angle(double hour_angle, double dec, double lat) {
     const double west = std::cos(dec) * std::sin(hour_angle);
     const double up =
         std::sin(dec) * std::sin(lat) + std::cos(dec) * std::cos(lat) * std::cos(hour_angle);
-    const double azimuth = std::atan2(-west, north);
-    return {azimuth < 0 ? azimuth + kTwoPi : azimuth, std::atan2(up, std::hypot(north, west))};
+    return {longitude_of(north, -west), latitude_of({north, west, up})};
 }
 
 LevelHourAngle level_hour_angle(double level, double lat, double dec) {
@@ -68,8 +67,7 @@ LevelHourAngle level_hour_angle(double level, double lat, double dec) {
 }
 
 double time_to_hour_angle(const SkyAt& sky, const Place& place, double hour_angle) {
-    double ahead = std::remainder(place.ra + hour_angle - sky.sidereal_time(), kTwoPi);
-    if (ahead <= -kPi) ahead += kTwoPi;
+    const double ahead = wrap_half_turn(place.ra + hour_angle - sky.sidereal_time());
     return ahead / kTwoPi * kSolarPerSidereal;
 }
 

@@ -17,6 +17,7 @@
 #include "solsys/sky/phases.h"
 #include "solsys/sky/places.h"
 #include "solsys/sky/result.h"
+#include "solsys/sky/risings.h"
 #include "solsys/sky/satellites.h"
 #include "solsys/sky/site.h"
 #include "solsys/sky/year.h"
