@@ -20,6 +20,7 @@
 #include "solsys/sky/phenomena.h"
 #include "solsys/sky/phases.h"
 #include "solsys/sky/places.h"
+#include "solsys/sky/planet_year.h"
 #include "solsys/sky/result.h"
 #include "solsys/sky/satellites.h"
 #include "solsys/sky/search.h"
