@@ -62,6 +62,9 @@ class Collector : public SkyEventCallback {
             fill(out, *static_cast<const SKYEVENT_SUN*>(event.detail));
         } else if (event.kind <= SKYEVENT_LAST_QUARTER) {
             fill(out, *static_cast<const SKYEVENT_PHASE*>(event.detail));
+        } else if (event.kind == SKYEVENT_SOLAR_ECLIPSE ||
+                   event.kind == SKYEVENT_LUNAR_ECLIPSE) {
+            out.text = eclipse_text(*static_cast<const ECLIPSE*>(event.detail));
         } else if (event.kind == SKYEVENT_METEOR_SHOWER) {
             fill(out, *static_cast<const SHOWER*>(event.detail));
         } else {
@@ -160,6 +163,7 @@ void search(CSkyDiaryEvents& diary, Collector& wanted, bool stars) {
         for (const int planet : {4, 5, 6, 7, 8, 9}) diary.SearchOuter(SSO_ID(SSO_PLNT, planet));
     if (wanted.wants(SKYEVENT_NEW_MOON, SKYEVENT_LAST_QUARTER)) diary.SearchMoonPhases();
     if (wanted.wants(SKYEVENT_CLOSEST, SKYEVENT_FARTHEST)) diary.SearchMoonApsides();
+    if (wanted.wants(SKYEVENT_SOLAR_ECLIPSE, SKYEVENT_LUNAR_ECLIPSE)) diary.SearchEclipses();
     if (wanted.wants(SKYEVENT_METEOR_SHOWER)) diary.SearchShowers();
     if (wanted.wants(SKYEVENT_MOON_CONJUNCTION)) diary.SearchConjPlanetsMoon();
     if (wanted.wants(SKYEVENT_PLANET_CONJUNCTION)) diary.SearchConjPlanetsPlanets();

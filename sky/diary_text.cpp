@@ -137,6 +137,29 @@ std::string distance_text(const DiaryEvent& e) {
 
 }  // namespace
 
+std::string eclipse_text(const ECLIPSE& eclipse) {
+    const bool lunar = eclipse.kind == ECLIPSE_LUNAR;
+    const char* type = "";
+    switch (eclipse.type) {
+        case ECLIPSE_TOTAL:
+            type = "Total";
+            break;
+        case ECLIPSE_HYBRID:
+            type = "Hybrid";
+            break;
+        case ECLIPSE_ANNULAR:
+            type = "Annular";
+            break;
+        case ECLIPSE_PARTIAL:
+            type = "Partial";
+            break;
+        default:
+            type = "Penumbral";
+            break;
+    }
+    return std::string(type) + (lunar ? " eclipse of the Moon" : " eclipse of the Sun");
+}
+
 std::string text_of(const DiaryEvent& e) {
     static constexpr const char* seasons[] = {"March equinox",       "June solstice",
                                               "September equinox",   "December solstice",

@@ -7,6 +7,7 @@
 
 namespace solsys::sky {
 
+std::string eclipse_text(const ECLIPSE& eclipse);
 std::string text_of(const DiaryEvent& event);
 
 }  // namespace solsys::sky
