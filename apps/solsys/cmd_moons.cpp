@@ -7,6 +7,7 @@
 #include "apps/solsys/bodies.h"
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
+#include "apps/solsys/moon_events.h"
 #include "apps/solsys/moons_drawing.h"
 #include "apps/solsys/options.h"
 #include "apps/solsys/place.h"
@@ -21,6 +22,7 @@ struct Request {
     bool all = false;
     double days = 0;
     std::string svg;
+    bool events = false, mutual = false;
 };
 
 // The satellites that a small telescope, or the planet's fame, brings to mind.
@@ -108,6 +110,10 @@ void draw(CSWSolSys& model, const Request& request, const Body& planet,
 }
 
 void run(const Request& request) {
+    if (request.events || request.mutual) {
+        list_moon_events(request.options, request.planet, request.mutual);
+        return;
+    }
     const Body planet = parse_body(request.planet);
     if (planet.id.type != SSO_PLNT)
         throw BadInput(fmt::format("'{}' is no planet", request.planet));
@@ -145,7 +151,12 @@ void add_moons(CLI::App& main) {
     command->add_option("--svg", request->svg, "Draw the configuration into a file");
     command->add_option("--days", request->days,
                         "Draw the satellites' paths over this many days");
+    command->add_flag("--events", request->events,
+                      "List transits, shadows, occultations and eclipses from --from to --to");
+    command->add_flag("--mutual", request->mutual,
+                      "List those of the satellites among each other, too");
     add_instant_options(*command, request->options);
+    add_span_options(*command, request->options);
     add_site_options(*command, request->options);
     add_ephemeris_option(*command, request->options);
     add_output_options(*command, request->options);
@@ -153,6 +164,7 @@ void add_moons(CLI::App& main) {
         "x runs along the planet's equator, y towards its north pole, in equatorial radii.\n"
         "Examples:\n"
         "  solsys moons jupiter\n"
+        "  solsys moons jupiter --events --from 2026-12-01 --to 2026-12-08\n"
         "  solsys moons saturn --time 2026-12-01 --svg saturn.svg\n"
         "  solsys moons jupiter --time 2026-12-01 --days 16 --svg waves.svg");
     command->callback([request] { run(*request); });

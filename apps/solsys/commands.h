@@ -8,6 +8,9 @@ namespace app {
 void add_position(CLI::App& main);
 void add_sky(CLI::App& main);
 void add_rise_set(CLI::App& main);
+void add_conjunctions(CLI::App& main);
+void add_diary(CLI::App& main);
+void add_occultations(CLI::App& main);
 void add_constellation(CLI::App& main);
 void add_orbit(CLI::App& main);
 void add_moons(CLI::App& main);

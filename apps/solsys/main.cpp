@@ -26,6 +26,9 @@ int main(int argc, char** argv) {
     app::add_position(main);
     app::add_sky(main);
     app::add_rise_set(main);
+    app::add_diary(main);
+    app::add_conjunctions(main);
+    app::add_occultations(main);
     app::add_constellation(main);
     app::add_orbit(main);
     app::add_moons(main);

@@ -1,6 +1,7 @@
 // Conjunctions of two objects in right ascension.
 #include <cmath>
 
+#include "events/diary/local_occultation.h"
 #include "events/diary/motion_bounds.h"
 #include "events/diary/quantities.h"
 #include "events/diary/search.h"
@@ -9,10 +10,15 @@ using solsys::diary::Circle;
 using solsys::diary::Diary;
 using solsys::diary::Difference;
 using solsys::diary::GeocentricSky;
+using solsys::diary::kMoon;
 using solsys::diary::MotionBounds;
 using solsys::diary::Target;
 
 namespace {
+
+// Beyond this angle at conjunction no site sees the Moon cover the other one: the closest
+// approach is at least 0.86 of it, parallax and disk are at most 1.3 degrees.
+constexpr double kReach = 0.03;  // rad
 
 // Whether the model knows the object: it computes the place of the Sun for asteroids and comets
 // that it does not hold.
@@ -46,6 +52,17 @@ bool Diary::find_conjunctions(const Target& first, const Target& second, std::in
     return zeros(sine, bound, 1, [&](double t, bool) {
         const Difference d = difference_at(sky, first, second, Circle::kEquator, t);
         if (d.cosine < 0) return true;  // half a turn apart
-        return add(t, kind, body_detail(sky, t, first, &second));
+        SKYEVENT_BODY detail = body_detail(sky, t, first, &second);
+        const bool moon_first = first.id == kMoon;
+        const bool near = detail.separation < kReach && (moon_first || second.id == kMoon);
+        if (near && local && has_site) {
+            const auto contacts = solsys::diary::occultation_near(
+                *model, site_in_au(), moon_first ? second : first, t);
+            for (int i = 0; i < 4; ++i)
+                if (contacts[i] != 0)
+                    detail.contact[i] = solsys::search::ut_from_tt(contacts[i]);
+            model->SetObserver(&geocentre);
+        }
+        return add(t, kind, detail);
     });
 }

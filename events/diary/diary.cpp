@@ -29,6 +29,8 @@ void with_record_type(const SkyEvent& event, Visitor&& visit) {
         visit(static_cast<SKYEVENT_PHASE*>(event.detail));
     } else if (kind == SKYEVENT_METEOR_SHOWER) {
         visit(static_cast<SHOWER*>(event.detail));
+    } else if (kind == SKYEVENT_SOLAR_ECLIPSE || kind == SKYEVENT_LUNAR_ECLIPSE) {
+        visit(static_cast<ECLIPSE*>(event.detail));
     } else {
         visit(static_cast<SKYEVENT_BODY*>(event.detail));
     }
@@ -132,6 +134,11 @@ int CSkyDiaryEvents::SearchMoonPhases() {
 
 int CSkyDiaryEvents::SearchMoonApsides() {
     if (state_->ready()) state_->find_moon_apsides();
+    return state_->count();
+}
+
+int CSkyDiaryEvents::SearchEclipses() {
+    if (state_->ready()) state_->find_eclipses();
     return state_->count();
 }
 

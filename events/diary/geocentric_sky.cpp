@@ -78,7 +78,10 @@ double& GeocentricSky::light_time(const SSO_ID& id) {
 
 Apparent GeocentricSky::sun() const {
     const double distance = norm(earth_.r);
-    return {aberrated((-1.0 / distance) * earth_.r, beta_, reciprocal_lorentz_), distance};
+    return {aberrated((-1.0 / distance) * earth_.r, beta_, reciprocal_lorentz_),
+            distance,
+            -earth_.r,
+            {}};
 }
 
 // The light time of the last instant, corrected along the body's velocity: the distance changes
@@ -87,18 +90,20 @@ Apparent GeocentricSky::apparent(const Target& target) {
     if (target.star != nullptr || !is_body(target.id.type)) {
         const StarObject* star =
             target.star != nullptr ? target.star : model_.GetStar(target.id);
-        if (star == nullptr) return {{kNone, kNone, kNone}, kNone};
+        if (star == nullptr) return {{kNone, kNone, kNone}, kNone, {}, {}};
         const double years = days_since_j2000(search::split(jd_)) / kDaysPerJulianYear;
         const StarPlace place =
             star_place(*star, years, {earth_.r, beta_, reciprocal_lorentz_});
-        return {unit(place.vector), place.distance};
+        return {unit(place.vector), place.distance, {}, {}};
     }
     if (target.id == kSun) return sun();
     double& tau = light_time(target.id);
     Vec3 path{};
+    Vec3 velocity{};
     for (int pass = 0; pass < kMostPasses; ++pass) {
         const State body = retarded(target.id, tau);
         path = body.r - earth_.r;
+        velocity = body.v;
         const double distance = norm(path);
         const double late = (kLightDayPerAu * distance - tau) /
                             (1 + kLightDayPerAu * dot(path, body.v) / distance);
@@ -108,7 +113,16 @@ Apparent GeocentricSky::apparent(const Target& target) {
     }
     const double distance = norm(path);
     if (!std::isfinite(distance)) tau = 0;
-    return {aberrated((1.0 / distance) * path, beta_, reciprocal_lorentz_), distance};
+    return {aberrated((1.0 / distance) * path, beta_, reciprocal_lorentz_), distance, path,
+            velocity};
+}
+
+Apparent GeocentricSky::seen_from(const Apparent& body, Vec3 offset) const {
+    if (dot(body.path, body.path) == 0) return body;  // a star: parallax is nothing to it
+    const Vec3 path = body.path - offset;
+    const double distance = norm(path);
+    return {aberrated((1.0 / distance) * path, beta_, reciprocal_lorentz_), distance, path,
+            body.velocity};
 }
 
 }  // namespace solsys::diary

@@ -23,6 +23,8 @@ struct Target {
 struct Apparent {
     Vec3 direction{};     // unit vector, J2000 equator; NaN when it cannot be computed
     double distance = 0;  // that the light travelled [au]
+    Vec3 path{};          // along which it came, aberration left out [au]; unset for stars
+    Vec3 velocity{};      // of the body when the light left, heliocentric [au/day]
 };
 
 inline const SSO_ID kSun{SSO_PLNT, 10};
@@ -42,6 +44,8 @@ class GeocentricSky {
 
     Apparent apparent(const Target& target);
     Apparent sun() const;
+    // A body, or a star, as seen from a place beside the Earth's centre [au, J2000 equator].
+    [[nodiscard]] Apparent seen_from(const Apparent& body, Vec3 offset) const;
     // Geometric heliocentric state, J2000 equator [au, au/day]; NaN when it cannot be computed.
     State heliocentric(const SSO_ID& id);
 

@@ -3,6 +3,7 @@
 
 #include "core/angles.h"
 #include "core/constants.h"
+#include "events/diary/eclipse_events.h"
 #include "events/diary/moon_apsides.h"
 #include "events/diary/quantities.h"
 #include "events/diary/search.h"
@@ -28,6 +29,8 @@ double lunation_of(double jd_tt) { return (jd_tt - kFirstNewMoon) / kSynodicMont
 constexpr double kRate = 0.21277;  // rad/day: mean motion of the Moon from the Sun
 constexpr double kSettled = 1e-6;  // day: the step after is below a millisecond
 constexpr int kMostSteps = 20;
+// No eclipse comes with a greater latitude of the Moon (1.72 degrees; the limits are near 1.6).
+constexpr double kEclipseLatitude = 0.030;  // rad
 
 // The instant near t at which the Moon is so far ahead of the Sun. It gains 0.18 to 0.26 rad a
 // day, so that there is one such instant in a month, and the secant through the last two
@@ -85,6 +88,8 @@ bool Diary::find_phases() {
         if (!within(t)) continue;
         walk.cursor = t;
         SKYEVENT_PHASE detail = detail_of(sky, t, apsides.nearest(t));
+        if (phase % 2 == 0 && std::fabs(detail.latitude) < kEclipseLatitude)
+            detail.eclipse = solsys::diary::eclipse_at(*model, t, phase == 2);
         horizontal({solsys::diary::kMoon}, t, detail.azimuth, detail.altitude);
         if (!add(t, SKYEVENT_NEW_MOON + phase, detail)) return false;
     }

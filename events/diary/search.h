@@ -49,6 +49,7 @@ struct Diary {
     bool find_phases();
     bool find_moon_apsides();
     bool find_conjunctions(const Target& first, const Target& second, std::int32_t kind);
+    bool find_eclipses();
     bool find_showers();
     bool fill_shower(SHOWER& shower);
 

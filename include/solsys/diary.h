@@ -20,6 +20,7 @@
 
 #include "solsys/astr_event.h"
 #include "solsys/conjunctions.h"
+#include "solsys/eclipses.h"
 #include "solsys/export.h"
 #include "solsys/observer.h"
 #include "solsys/solar_system.h"
@@ -61,7 +62,7 @@ enum : std::int32_t {
     /// the Sun moves about the barycentre of the solar system.
     SKYEVENT_PERIHELION = 18,
     SKYEVENT_APHELION = 19,
-    /// [D] Greatest eclipse.
+    /// [D, an `ECLIPSE`] Greatest eclipse, by the precise search of `CSWEclipses`.
     SKYEVENT_SOLAR_ECLIPSE = 20,
     SKYEVENT_LUNAR_ECLIPSE = 21,
     /// [C] Mars to Pluto: the apparent longitudes of planet and Sun differ by 180, 0, 90 (the
@@ -214,6 +215,7 @@ class SOLSYS_API CSkyDiaryEvents : public CSWAstrEv_dll {
     int SearchOuter(SSO_ID planet);  ///< Kinds 15, 16, 18, 19 and 22 to 27 of Mars to Pluto.
     int SearchMoonPhases();          ///< Kinds 7 to 10.
     int SearchMoonApsides();         ///< Kinds 26 and 27 of the Moon.
+    int SearchEclipses();            ///< Kinds 20 and 21.
     int SearchShowers();             ///< Kind 28.
     /// Kind 29, the Moon with Mercury, Venus, Mars ... Pluto, in this order.
     int SearchConjPlanetsMoon();

@@ -1,0 +1,30 @@
+/// \file
+/// Watching and stopping a search.
+#pragma once
+
+#include <atomic>
+#include <functional>
+
+#include "solsys/export.h"
+
+namespace solsys::sky {
+
+/// Handed to a search by its caller: any thread may stop the search, and the searching one is
+/// told how far it is. A search that was stopped answers what it had found till then.
+class SearchControl {
+  public:
+    /// `progress` gets the fraction done, 0 to 1, once a step.
+    explicit SearchControl(std::function<void(double)> progress = {})
+        : progress_(std::move(progress)) {}
+    void stop() { stopped_.store(true, std::memory_order_relaxed); }
+    [[nodiscard]] bool stopped() const { return stopped_.load(std::memory_order_relaxed); }
+    void tell(double fraction) const {
+        if (progress_) progress_(fraction);
+    }
+
+  private:
+    std::atomic<bool> stopped_{false};
+    std::function<void(double)> progress_;
+};
+
+}  // namespace solsys::sky

@@ -1,0 +1,61 @@
+// What the searches of the typed layer share: the model as it was afterwards, a span in
+// dynamical time, and the caller's control as the searches below know it.
+#pragma once
+
+#include "events/diary/geocentric_sky.h"
+#include "events/search/control.h"
+#include "events/search/crossings.h"
+#include "events/search/keep_model.h"
+#include "solsys/sky/model.h"
+#include "solsys/sky/search.h"
+
+namespace solsys::sky {
+
+// Searches from the Earth's centre; the observer and the instant of the model come back.
+class SearchScope {
+  public:
+    SearchScope(Model& model, const Span& span, SearchControl* control)
+        : keep_(model.classic()),
+          asked_(control),
+          span_{span.from.jd_tt(), span.to.jd_tt(), span.from.jd_tt()},
+          sky(model.classic()) {
+        model.classic().SetObserver(&centre());
+        control_.on_progress(&SearchScope::step, this);
+        if (!(span_.end - span_.start < kLongest)) span_.end = span_.start;
+    }
+
+    [[nodiscard]] search::Span span() const { return span_; }
+    [[nodiscard]] const search::Control& control() const { return control_; }
+    [[nodiscard]] bool within(double jd_tt) const {
+        return jd_tt >= span_.start && jd_tt < span_.end;
+    }
+
+  private:
+    // Longer than any ephemeris [day]: nothing is looked for then.
+    static constexpr double kLongest = 2e7;
+
+    static const OBSERVER& centre() {
+        static const OBSERVER observer = earth_centre();
+        return observer;
+    }
+    static void step(double fraction, void* self) {
+        auto& scope = *static_cast<SearchScope*>(self);
+        if (scope.asked_ == nullptr) return;
+        scope.asked_->tell(fraction);
+        if (scope.asked_->stopped()) scope.control_.stop();
+    }
+
+    search::KeepModel keep_;
+    search::Control control_;
+    SearchControl* asked_;
+    search::Span span_;
+
+  public:
+    diary::GeocentricSky sky;
+};
+
+inline diary::Target target_of(const Body& body) {
+    return {body.id, std::get_if<StarObject>(&body.record)};
+}
+
+}  // namespace solsys::sky
