@@ -82,7 +82,7 @@ bool CSWSolSys::GetHelEcl2K(const SSO_ID& id, char velocity, double* out) {
                 break;
         }
     }
-    return answer(known, bodies.ecl2k_from_j2000 * state, with_velocity, out);
+    return answer(known, ecliptic_of(bodies) * state, with_velocity, out);
 }
 
 bool CSWSolSys::GetRefVec2K(const SSO_ID& id, char velocity, double* out) {
