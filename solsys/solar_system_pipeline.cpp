@@ -142,6 +142,17 @@ bool CSWSolSys::GetSSOVisVec2K(const SSO_ID& id, double* out, double lightTime) 
     return known;
 }
 
+bool CSWSolSys::GetAstrometricVec2K(const SSO_ID& id, double* out, double lightTime) {
+    if (out == nullptr) return false;
+    const Model& m = *model_;
+    ApparentPlace place;
+    const bool known = apparent(m.bodies, m.current.observer, find_source(m.bodies, id),
+                                m.current.now, lightTime, place);
+    store(place.path, out);
+    out[3] = place.distance;
+    return known;
+}
+
 bool CSWSolSys::GetRADecVis(const SSO_ID& id, double* out, double lightTime) {
     if (out == nullptr) return false;
     if (!solsys::kind_of(id.type).has_states()) return GetRADec(id, out, true);

@@ -416,6 +416,9 @@ class SOLSYS_API CSWSolSys {
     /// at the instant the light left it, the answer is false and the model stays at that
     /// instant.
     bool GetSSOVisVec2K(const SSO_ID& id, double* out, double lightTime);
+    /// The vector along which the light came [au] and its length: light time alone, without
+    /// deflection and aberration, as an astrometric place has it. 4 values; false as above.
+    bool GetAstrometricVec2K(const SSO_ID& id, double* out, double lightTime);
     /// Apparent distance [au], right ascension and declination of date [rad]; all else as
     /// `GetSSOVisVec2K`. Stars as `GetRADecVisStar` has them.
     bool GetRADecVis(const SSO_ID& id, double* out, double lightTime);
