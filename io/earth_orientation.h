@@ -31,8 +31,8 @@ struct OrientationLine {
 };
 OrientationLine parse_orientation(std::string_view line, OrientationFormat format);
 
-// Reads a table in the format of its first data line, row after row in the file's order. Of the two
-// bulletins in finals2000A the first (A) is taken, which reaches into the future.
+// Reads a table in the format of its first data line, row after row in the file's order. Of the
+// two bulletins in finals2000A the first (A) is taken, which reaches into the future.
 struct OrientationFile {
     std::vector<EarthOrientationRow> rows;
     std::optional<OrientationFormat> format;  // empty: no data line was found
