@@ -24,6 +24,8 @@ struct FrameSet {
     double obliquity = 0;  // mean [rad]
     double d_epsilon = 0;  // nutation in obliquity [rad]
     double d_psi = 0;      // nutation in longitude [rad]
+    // Earth rotation angle minus sidereal time [rad]; only the modern reduction needs it.
+    double equation_of_origins = 0;
 };
 
 // Replacements of a host for the built-in models; null or a false answer leaves them alone.

@@ -10,6 +10,8 @@
 
 namespace solsys {
 
+struct Reduction;
+
 // Type and number of an SSO_ID, without its name.
 struct BodyKey {
     std::int32_t type = -1;
@@ -28,6 +30,7 @@ struct Bodies {
     Elements eros{};  // built in: (433), as a spacecraft's central body
     double eros_gm = 0;
     Mat3 ecl2k_from_j2000 = kIdentity;  // J2000 equator to the J2000 ecliptic of elements
+    Reduction* modern = nullptr;        // the modern reduction; null: the classic one
 
     [[nodiscard]] SS_Object* find(BodyKey body) const {
         const auto* object = objects.find(key_of(body));

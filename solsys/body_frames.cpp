@@ -6,6 +6,7 @@
 #include "frames/body_rotation.h"
 #include "frames/rotation_registry.h"
 #include "solsys/earth_orientation.h"
+#include "solsys/reduction.h"
 #include "solsys/states.h"
 
 namespace solsys {
@@ -35,7 +36,10 @@ bool j2000_from_body(SS_Object* object, BodyKey body, Instant t, Mat3& out) {
     return true;
 }
 
-Mat3 earth_of_date(Instant t) { return rotate_z(-SiderialTime(true, t.day, t.fraction)); }
+Mat3 earth_of_date(const Bodies& bodies, Instant t) {
+    return bodies.modern != nullptr ? bodies.modern->cur_from_earth(t)
+                                    : rotate_z(-SiderialTime(true, t.day, t.fraction));
+}
 
 // Of a body other than the Earth.
 bool turning_frame(const Bodies& bodies, BodyKey body, Instant t, Mat3& out) {
@@ -58,7 +62,7 @@ const BodyRotationParams* registered_rotation(BodyKey body) {
 bool body_frame(const Bodies& bodies, BodyKey body, Instant t, Mat3& body_from_j2000) {
     if (body == kEarthKey) return false;
     if (body == kEclipticKey) {
-        body_from_j2000 = bodies.ecl2k_from_j2000;
+        body_from_j2000 = ecliptic_of(bodies);
         return true;
     }
     Mat3 back{};
@@ -70,14 +74,14 @@ bool body_frame(const Bodies& bodies, BodyKey body, Instant t, Mat3& body_from_j
 bool surface_frame(const Bodies& bodies, BodyKey body, Instant t, const Mat3& cur_from_j2000,
                    Mat3& j2000_from_body) {
     if (body != kEarthKey) return turning_frame(bodies, body, t, j2000_from_body);
-    j2000_from_body = transpose(cur_from_j2000) * earth_of_date(t);
+    j2000_from_body = transpose(cur_from_j2000) * earth_of_date(bodies, t);
     return true;
 }
 
 bool surface_frame_of_date(const Bodies& bodies, BodyKey body, Instant t,
                            const Mat3& cur_from_j2000, Mat3& cur_from_body) {
     if (body == kEarthKey) {
-        cur_from_body = earth_of_date(t);
+        cur_from_body = earth_of_date(bodies, t);
         return true;
     }
     Mat3 j2000_from_body{};

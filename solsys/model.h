@@ -7,9 +7,11 @@
 #include "core/instant.h"
 #include "core/linalg.h"
 #include "frames/frame_set.h"
+#include "frames/modern_frame_set.h"
 #include "solsys/bodies.h"
 #include "solsys/de_ephemeris.h"
 #include "solsys/observer_state.h"
+#include "solsys/reduction.h"
 #include "solsys/satellite_theory.h"
 #include "solsys/solar_system.h"
 
@@ -57,11 +59,15 @@ struct CSWSolSys::Model {
     // Read-only after construction.
     solsys::Mat3 b1850_from_j2000 = solsys::kIdentity;  // precession to B1850.0
 
+    solsys::Mat3 b1875_from_gcrs = solsys::b1875_from_gcrs();  // of the modern reduction
+
     solsys::ModelInstant current;
     solsys::ModelInstant saved;
     bool has_saved = false;
+    bool saved_is_stale = false;  // what the slot derived follows from another reduction
     solsys::VisibleMatrices visible{};
 
+    std::unique_ptr<solsys::Reduction> reduction = std::make_unique<solsys::Reduction>();
     PrecessionFn precession = nullptr;
     NutationFn nutation = nullptr;
 
@@ -74,6 +80,9 @@ struct CSWSolSys::Model {
 
     // The frames of an instant: the one place where a reduction is chosen.
     [[nodiscard]] solsys::FrameSet frames_for(solsys::Instant t, bool on_earth) const;
+    // After a change of what frames and observer follow from.
+    void reduction_changed();
+    void derive_anew();
     // Makes the frames belong to the current instant and the observer's body.
     void update_frames();
     // Has the frames computed anew, those of a restored instant too.

@@ -8,6 +8,7 @@
 #include "solsys/body_frames.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/physical.h"
+#include "solsys/reduction.h"
 #include "solsys/states.h"
 
 namespace solsys {
@@ -22,6 +23,10 @@ Vec3 from_spherical(const double location[3]) {
     return to_cartesian({location[0], location[1], location[2]});
 }
 
+// The Earth of the modern reduction.
+constexpr double kWgs84RadiusKm = 6378.137;
+constexpr double kWgs84Flattening = 1 / 298.257223563;
+
 // What a surface is like for its observer.
 struct Ground {
     double radius_km = 1;  // of a body without known size
@@ -31,6 +36,10 @@ struct Ground {
 
 // False for a body with neither size nor turn.
 bool ground_of(const Bodies& bodies, BodyKey body, Ground& out) {
+    if (bodies.modern != nullptr && body == kEarthKey) {
+        out = {kWgs84RadiusKm, kWgs84Flattening, kEarthRotationRate};
+        return true;
+    }
     if (const SS_Object* object = bodies.find(body)) {
         const double period = object->RotationPeriod();
         out = {object->RadiusKm(), object->Flattening(), period != 0 ? kTwoPi / period : 0.0};
@@ -97,6 +106,16 @@ void place(const Bodies& bodies, const State& of_body, const FrameSet& frames,
     }
 }
 
+// The Sun about the barycentre, and who bends the light.
+void derive_modern(const Bodies& bodies, Instant t, ObserverState& o) {
+    o.place.sun = barycentric_sun(bodies.modern->file, bodies.modern->dynamical(t));
+    State jupiter{};
+    State saturn{};
+    heliocentric(bodies, find_source(bodies, BodyKey{SSO_PLNT, 5}), t, true, jupiter);
+    heliocentric(bodies, find_source(bodies, BodyKey{SSO_PLNT, 6}), t, true, saturn);
+    o.place.bending = bodies_around(o.place.heliocentric, jupiter, saturn, o.on_earth());
+}
+
 // The orbit frame of a body that goes round another one than the Sun.
 void orient_orbit(const Bodies& bodies, BodyKey body, Instant t, Mat3& orbit_from_j2000) {
     if (centre_of(bodies, body, t) == kSunKey) return;
@@ -149,7 +168,9 @@ void derive_observer(const Bodies& bodies, Instant t, const FrameSet& frames,
     if (kind == LOCATION_BODY || kind == LOCATION_SURFACE)
         orient_orbit(bodies, body, t, o.frames.orbit_from_j2000);
 
-    o.place.velocity_c = kLightDayPerAu * o.place.heliocentric.v;
+    o.place.sun = {};
+    if (bodies.modern != nullptr) derive_modern(bodies, t, o);
+    o.place.velocity_c = kLightDayPerAu * (o.place.heliocentric.v + o.place.sun.v);
     o.place.lorentz_reciprocal =
         std::sqrt(std::max(0.0, 1 - dot(o.place.velocity_c, o.place.velocity_c)));
 }

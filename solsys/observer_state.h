@@ -6,17 +6,20 @@
 #include "core/linalg.h"
 #include "frames/frame_set.h"
 #include "solsys/bodies.h"
+#include "solsys/deflection.h"
 #include "solsys/observer.h"
 
 namespace solsys {
 
 // What places relative to an observer need of it.
 struct ObserverPlace {
-    bool known = true;                // false: its body cannot be computed at the instant
-    State relative{};                 // to the centre of its body, J2000 equator
-    State heliocentric{};             // J2000 equator
-    Vec3 velocity_c{};                // heliocentric velocity in units of light's
+    bool known = true;     // false: its body cannot be computed at the instant
+    State relative{};      // to the centre of its body, J2000 equator
+    State heliocentric{};  // J2000 equator
+    Vec3 velocity_c{};     // velocity in units of light's: heliocentric, modern: barycentric
     double lorentz_reciprocal = 1.0;  // sqrt(1 - |velocity_c|^2)
+    State sun{};                      // modern reduction: of the barycentre; else zero
+    DeflectingBodies bending;         // modern reduction: who bends light on its way here
 };
 
 // Which way its frames point, named target_from_source.

@@ -78,6 +78,8 @@ bool apparent(const Bodies& bodies, const ObserverState& observer, const StateSo
     out = ApparentPlace{};
     const ObserverPlace& place = observer.place;
     if (!place.known) return false;
+    if (bodies.modern != nullptr)
+        return apparent_modern(bodies, observer, source, t, light_time, out);
     if (source.user_object != nullptr) return apparent_in_line(bodies, place, source, t, out);
 
     double tau = light_time;

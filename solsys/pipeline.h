@@ -37,4 +37,10 @@ bool apparent(const Bodies& bodies, const ObserverState& observer, const StateSo
               Instant t, double light_time, ApparentPlace& out,
               std::optional<Instant>* failed_at = nullptr);
 
+// The same by the modern reduction: light time to convergence, deflection by the Sun, Jupiter
+// and Saturn, relativistic aberration, all from the barycentre of the solar system.
+bool apparent_modern(const Bodies& bodies, const ObserverState& observer,
+                     const StateSource& source, Instant t, double light_time,
+                     ApparentPlace& out);
+
 }  // namespace solsys

@@ -183,6 +183,8 @@ bool CSWSolSys::InitSys(const char* path) try {
         m.hand_over_ephemeris();
     }
     create_objects(m.bodies, m.ephemeris.get(), m.theories);
+    if (SS_Object* sun = m.bodies.find(solsys::kSunKey))
+        sun->KeepOnlyExactInstants(m.bodies.modern != nullptr);
     set_up_eros(m.bodies);
     return true;
 } catch (const std::bad_alloc&) {
@@ -207,6 +209,7 @@ bool CSWSolSys::HasEphemeris() const {
 }
 
 void CSWSolSys::Model::hand_over_ephemeris() {
+    reduction->file = ephemeris.get();
     for (const auto& [key, object] : bodies.objects.entries()) {
         if (solsys::type_of(key) == SSO_PLNT) {
             static_cast<SS_PlanetObject&>(*object).SetEphemeris(ephemeris.get());
@@ -222,7 +225,10 @@ bool CSWSolSys::SetTime(int day, double fraction, bool updateFrames) {
         PrintDebugString("SetTime(): tj is NaN!\n");
         fraction = 0.0;
     }
-    if (std::fabs(days_between({day, fraction}, m.current.now)) < kSameInstant) {
+    // The modern reduction takes every instant as it is: the Moon moves 0.5 mas in a
+    // millisecond.
+    const double same = m.bodies.modern != nullptr ? 0.0 : kSameInstant;
+    if (std::fabs(days_between({day, fraction}, m.current.now)) < same) {
         // A new model stands at J2000.0 without frames.
         if (updateFrames && !m.current.has_frames) m.update_frames();
         return true;
@@ -256,6 +262,7 @@ bool CSWSolSys::SetT3(int day, double fraction) {
 void CSWSolSys::SaveT3Data() {
     model_->saved = model_->current;
     model_->has_saved = true;
+    model_->saved_is_stale = false;
 }
 
 void CSWSolSys::RestoreT3Data() {
@@ -264,7 +271,9 @@ void CSWSolSys::RestoreT3Data() {
     m.current = m.saved;
     // The slot may hold the caller's own split of SetT3; the model's is the ordinary one.
     if (const auto t = normalised(m.saved.now.day, m.saved.now.fraction)) m.current.now = *t;
+    m.reduction->take_frames(m.current.frames, m.current.frames_on_earth);
     m.refresh_visible();
+    if (m.saved_is_stale) m.derive_anew();
 }
 
 bool CSWSolSys::GetTime(int* day, double* fraction) const {
@@ -323,7 +332,9 @@ void CSWSolSys::SetNutationFunction(NutationFn function) {
 }
 
 solsys::FrameSet CSWSolSys::Model::frames_for(Instant t, bool on_earth) const {
-    return solsys::frames_at(t, on_earth, precession, nutation);
+    return bodies.modern != nullptr
+               ? solsys::modern_frames_at(t, on_earth, precession, nutation, reduction->nodes)
+               : solsys::frames_at(t, on_earth, precession, nutation);
 }
 
 void CSWSolSys::Model::update_frames() {
@@ -333,6 +344,7 @@ void CSWSolSys::Model::update_frames() {
         std::fabs(jd - current.frame_time) <= kSameInstant)
         return;
     current.frames = frames_for(current.now, on_earth);
+    reduction->take_frames(current.frames, on_earth);
     current.has_frames = true;
     current.frame_time = jd;
     current.frames_on_earth = on_earth;
@@ -352,5 +364,5 @@ void CSWSolSys::Model::refresh_visible() {
     store(f.mod_from_j2000, visible.precession.data());
     store(f.tod_from_mod, visible.nutation.data());
     store(current.observer.frames.body_from_horizon, visible.horizon.data());
-    store(bodies.ecl2k_from_j2000, visible.ecl2k.data());
+    store(ecliptic_of(bodies), visible.ecl2k.data());
 }

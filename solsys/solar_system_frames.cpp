@@ -1,4 +1,5 @@
 // Directions between the frames of the instant.
+#include "core/angles.h"
 #include "core/fast_trig.h"
 #include "core/spherical.h"
 #include "solsys/arguments.h"
@@ -10,8 +11,10 @@ using solsys::Vec3;
 
 namespace {
 
-// By the cosines of both angles; the sines follow from them.
-Vec3 direction(double longitude, double latitude) {
+// Classic: by the cosines of both angles, from which the sines follow, with half the digits
+// near the axes.
+Vec3 direction(const solsys::Bodies& bodies, double longitude, double latitude) {
+    if (bodies.modern != nullptr) return solsys::direction(longitude, latitude);
     const solsys::SinCos lon = solsys::fast_sincos(longitude);
     const solsys::SinCos lat = solsys::fast_sincos(latitude);
     return {lat.cos * lon.cos, lat.cos * lon.sin, lat.sin};
@@ -86,7 +89,7 @@ bool CSWSolSys::VecFromRAToAzm(const double* in, double* out) const {
 bool CSWSolSys::FromRAToAzm(bool j2000, const double* ra, const double* dec, double* azm,
                             double* alt) const {
     if (any_null({ra, dec, azm, alt})) return false;
-    Vec3 cur = direction(*ra, *dec);
+    Vec3 cur = direction(model_->bodies, *ra, *dec);
     if (j2000) cur = model_->current.frames.cur_from_j2000 * cur;
     double longitude = 0;  // from north through west
     angles(to_horizon(model_->current.observer.frames, cur), &longitude, alt);
@@ -99,7 +102,7 @@ bool CSWSolSys::FromAzmToRA(bool j2000, const double* azm, const double* alt, do
                             double* dec) const {
     if (any_null({azm, alt, ra, dec})) return false;
     const solsys::ObserverFrames& o = model_->current.observer.frames;
-    Vec3 horizon = direction(*azm, *alt);
+    Vec3 horizon = direction(model_->bodies, *azm, *alt);
     horizon.y = -horizon.y;  // azimuth runs through east, the frame's second axis points west
     Vec3 v = o.cur_from_body * (o.body_from_horizon * horizon);
     if (j2000) v = transpose_times(model_->current.frames.cur_from_j2000, v);
@@ -111,7 +114,7 @@ bool CSWSolSys::FromRAToEclAng(bool j2000, const double* ra, const double* dec, 
                                double* lat) const {
     if (any_null({ra, dec, lon, lat})) return false;
     const solsys::FrameSet& f = model_->current.frames;
-    Vec3 cur = direction(*ra, *dec);
+    Vec3 cur = direction(model_->bodies, *ra, *dec);
     if (j2000) cur = f.cur_from_j2000 * cur;
     angles(f.ecl_from_tod * cur, lon, lat);
     return true;
@@ -121,7 +124,7 @@ bool CSWSolSys::FromEclAngToRA(bool j2000, const double* lon, const double* lat,
                                double* dec) const {
     if (any_null({lon, lat, ra, dec})) return false;
     const solsys::FrameSet& f = model_->current.frames;
-    Vec3 v = transpose_times(f.ecl_from_tod, direction(*lon, *lat));
+    Vec3 v = transpose_times(f.ecl_from_tod, direction(model_->bodies, *lon, *lat));
     if (j2000) v = transpose_times(f.cur_from_j2000, v);
     angles(v, ra, dec);
     return true;
@@ -130,7 +133,7 @@ bool CSWSolSys::FromEclAngToRA(bool j2000, const double* lon, const double* lat,
 bool CSWSolSys::FromRAToPlEq(bool j2000, const double* ra, const double* dec, double* lon,
                              double* lat) const {
     if (any_null({ra, dec, lon, lat})) return false;
-    Vec3 v = direction(*ra, *dec);
+    Vec3 v = direction(model_->bodies, *ra, *dec);
     if (!j2000) v = transpose_times(model_->current.frames.cur_from_j2000, v);
     angles(model_->current.observer.frames.body_from_j2000 * v, lon, lat);
     return true;
@@ -139,8 +142,8 @@ bool CSWSolSys::FromRAToPlEq(bool j2000, const double* ra, const double* dec, do
 bool CSWSolSys::FromPlEqToRA(bool j2000, const double* lon, const double* lat, double* ra,
                              double* dec) const {
     if (any_null({lon, lat, ra, dec})) return false;
-    Vec3 v =
-        transpose_times(model_->current.observer.frames.body_from_j2000, direction(*lon, *lat));
+    Vec3 v = transpose_times(model_->current.observer.frames.body_from_j2000,
+                             direction(model_->bodies, *lon, *lat));
     if (!j2000) v = model_->current.frames.cur_from_j2000 * v;
     angles(v, ra, dec);
     return true;
@@ -149,7 +152,7 @@ bool CSWSolSys::FromPlEqToRA(bool j2000, const double* lon, const double* lat, d
 bool CSWSolSys::FromRAToOrbAng(bool j2000, const double* ra, const double* dec, double* lon,
                                double* lat) const {
     if (any_null({ra, dec, lon, lat})) return false;
-    Vec3 v = direction(*ra, *dec);
+    Vec3 v = direction(model_->bodies, *ra, *dec);
     if (!j2000) v = transpose_times(model_->current.frames.cur_from_j2000, v);
     angles(model_->current.observer.frames.orbit_from_j2000 * v, lon, lat);
     return true;
@@ -159,7 +162,7 @@ bool CSWSolSys::FromOrbAngToRA(bool j2000, const double* lon, const double* lat,
                                double* dec) const {
     if (any_null({lon, lat, ra, dec})) return false;
     Vec3 v = transpose_times(model_->current.observer.frames.orbit_from_j2000,
-                             direction(*lon, *lat));
+                             direction(model_->bodies, *lon, *lat));
     if (!j2000) v = model_->current.frames.cur_from_j2000 * v;
     angles(v, ra, dec);
     return true;
@@ -169,7 +172,8 @@ bool CSWSolSys::FromRAToGalAng(bool j2000, const double* ra, const double* dec, 
                                double* lat) const {
     if (any_null({ra, dec, lon, lat})) return false;
     const solsys::FrameSet& f = model_->current.frames;
-    angles((j2000 ? f.gal_from_j2000 : f.gal_from_cur) * direction(*ra, *dec), lon, lat);
+    angles((j2000 ? f.gal_from_j2000 : f.gal_from_cur) * direction(model_->bodies, *ra, *dec),
+           lon, lat);
     return true;
 }
 
@@ -177,7 +181,8 @@ bool CSWSolSys::FromGalAngToRA(bool j2000, const double* lon, const double* lat,
                                double* dec) const {
     if (any_null({lon, lat, ra, dec})) return false;
     const solsys::FrameSet& f = model_->current.frames;
-    angles(transpose_times(j2000 ? f.gal_from_j2000 : f.gal_from_cur, direction(*lon, *lat)),
+    angles(transpose_times(j2000 ? f.gal_from_j2000 : f.gal_from_cur,
+                           direction(model_->bodies, *lon, *lat)),
            ra, dec);
     return true;
 }

@@ -5,6 +5,7 @@
 #include "core/angles.h"
 #include "solsys/magnitudes.h"
 #include "solsys/model.h"
+#include "solsys/modern_magnitude.h"
 #include "solsys/states.h"
 
 using solsys::State;
@@ -78,6 +79,10 @@ bool CSWSolSys::GetMagnitude(const SSO_ID& id, float* magnitude) {
     const Vec3 seen = body.r - observer.heliocentric.r;
     switch (brightness) {
         case solsys::Brightness::law_of_body:
+            if (bodies.modern != nullptr && id.type == SSO_PLNT &&
+                modern_magnitude(bodies, id.number, body.r, observer.heliocentric.r,
+                                 model_->current.now, *magnitude))
+                return true;
             return by_law(*source.object, observer.heliocentric.r, body.r, *magnitude);
         case solsys::Brightness::hg: {
             const AsteroidRecord* record = GetAsteroid(id.number);

@@ -82,7 +82,7 @@ bool CSWSolSys::GetHelEcl2K(const SSO_ID& id, char velocity, double* out) {
                 break;
         }
     }
-    return answer(known, bodies.ecl2k_from_j2000 * state, with_velocity, out);
+    return answer(known, ecliptic_of(bodies) * state, with_velocity, out);
 }
 
 bool CSWSolSys::GetRefVec2K(const SSO_ID& id, char velocity, double* out) {
@@ -138,6 +138,17 @@ bool CSWSolSys::GetSSOVisVec2K(const SSO_ID& id, double* out, double lightTime) 
     ApparentPlace place;
     const bool known = apparent_now(*model_, id, lightTime, place);
     store(place.direction, out);
+    out[3] = place.distance;
+    return known;
+}
+
+bool CSWSolSys::GetAstrometricVec2K(const SSO_ID& id, double* out, double lightTime) {
+    if (out == nullptr) return false;
+    const Model& m = *model_;
+    ApparentPlace place;
+    const bool known = apparent(m.bodies, m.current.observer, find_source(m.bodies, id),
+                                m.current.now, lightTime, place);
+    store(place.path, out);
     out[3] = place.distance;
     return known;
 }

@@ -76,9 +76,9 @@ bool CSWSolSys::TransferLocationVec(const double* in, char from, double* out, ch
     const Model& m = *model_;
     const solsys::FrameSet& f = m.current.frames;
     const solsys::ObserverState& o = m.current.observer;
-    const Vec3 j2000 = transpose_times(
-        location_from_j2000(from, f, o, m.bodies.ecl2k_from_j2000), solsys::load(in));
-    store(location_from_j2000(to, f, o, m.bodies.ecl2k_from_j2000) * j2000, out);
+    const Vec3 j2000 = transpose_times(location_from_j2000(from, f, o, ecliptic_of(m.bodies)),
+                                       solsys::load(in));
+    store(location_from_j2000(to, f, o, ecliptic_of(m.bodies)) * j2000, out);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "solsys/body_frames.h"
 #include "solsys/orbit_motion.h"
+#include "solsys/reduction.h"
 #include "solsys/spacecraft_track.h"
 
 namespace solsys {
@@ -102,7 +103,13 @@ bool spacecraft_heliocentric(const Bodies& bodies, const SpacecraftTrack& track,
     return true;
 }
 
-bool state_of_object(SS_Object* object, Instant t, bool velocity, bool relative, State& out) {
+bool state_of_object(const Bodies& bodies, const StateSource& source, Instant t, bool velocity,
+                     bool relative, State& out) {
+    SS_Object* const object = source.object;
+    if (bodies.modern != nullptr) {
+        t = bodies.modern->dynamical(t);
+        if (!relative && exact_state(*bodies.modern, source, t, out)) return true;
+    }
     double s[6];
     s[3] = s[4] = s[5] = 0.0;
     const int status = object == nullptr ? SS_UNKNOWN
@@ -117,7 +124,7 @@ bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bo
                   int depth, State& out) {
     switch (source.kind->road) {
         case Road::itself:
-            return state_of_object(source.object, t, velocity, false, out);
+            return state_of_object(bodies, source, t, velocity, false, out);
         case Road::about_sun:
             about_centre(bodies, source, t, velocity, out);
             return true;
@@ -180,7 +187,8 @@ bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bo
 
 bool about_centre(const Bodies& bodies, const StateSource& source, Instant t, bool velocity,
                   State& out) {
-    if (source.object != nullptr) return state_of_object(source.object, t, velocity, true, out);
+    if (source.object != nullptr)
+        return state_of_object(bodies, source, t, velocity, true, out);
     if (source.elements != nullptr)
         return by_elements(bodies, *source.elements, kSunGm, t, velocity, out);
     if (source.held_asteroid != nullptr || source.held_comet != nullptr)

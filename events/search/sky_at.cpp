@@ -111,7 +111,10 @@ double SkyAt::sine_of_altitude(const SSO_ID& id) {
 }
 
 double SkyAt::sidereal_time() const {
-    return SiderialTime(true, now_.day, now_.fraction) + model_.GetObserver().location[1];
+    const bool modern = model_.GetReduction() == REDUCTION_MODERN;
+    return (modern ? model_.GetSiderealTime(true)
+                   : SiderialTime(true, now_.day, now_.fraction)) +
+           model_.GetObserver().location[1];
 }
 
 double semidiameter(double radius_km, double distance_au) {

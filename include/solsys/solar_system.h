@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "solsys/body_rotation.h"
+#include "solsys/earth_rotation.h"
 #include "solsys/element_records.h"
 #include "solsys/export.h"
 #include "solsys/kepler.h"
@@ -24,6 +25,36 @@ using PrecessionFn = bool (*)(int day, double fraction, double* matrix);
 /// the built-in model.
 using NutationFn = bool (*)(int day, double fraction, double* matrix, double* obliquity,
                             double* d_epsilon, double* d_psi);
+
+/// Which models the frames and the apparent places of a model follow.
+///
+/// | | classic | modern |
+/// |---|---|---|
+/// | precession | IAU 1976 | IAU 2006, with the frame bias |
+/// | nutation | two terms | IAU 2000A, 1365 terms, fitted to IAU 2006 |
+/// | "2K" axes | mean equator of J2000, taken for those of the ephemeris | ICRS, the axes of
+/// the ephemeris themselves | | J2000 ecliptic (`Ecl`) | obliquity 0.4090928 rad | obliquity
+/// 84381.406 arcsec, bias; orbits by elements keep the classic one | | `GetMtrxEq2K_EclCur` |
+/// true obliquity on the mean equator | the true ecliptic and equinox of date | | equator of
+/// date off the Earth, `GetMtrxEqCur_EclCur` there | mean, by the true obliquity | mean, by the
+/// mean obliquity | | instants | serve as TDB; states within 1 ms of one another are one | TT,
+/// converted to TDB; every state at its own instant | | sidereal time, the Earth's matrix | IAU
+/// 1982 from UT of `ET_UT` | Earth rotation angle from UT1, minus the equation of the origins;
+/// polar motion | | the Earth's ellipsoid | the catalogue's | WGS 84 | | light time | to 2e-6
+/// day, heliocentric | converged, barycentric | | deflection of light | stars, by the Sun | all
+/// objects, by the Sun, Jupiter and Saturn | | aberration | heliocentric velocity of the
+/// observer | barycentric velocity | | stars | heliocentric observer, instant of observation |
+/// barycentric observer, light passing the barycentre | | own objects (`uSCO`) | in a straight
+/// line, velocities added | as all others | | an object that cannot be computed when its light
+/// left it | the model stays at that instant | the model stays where it was | | constellations
+/// | boundaries looked up at B1850 | at B1875, for which they were drawn | | magnitudes of the
+/// Sun and the planets | as printed before 2018 | Mallama & Hilton 2018; the Sun -26.74 |
+///
+/// Modern places agree with those of the IAU's reference routines on the same ephemeris within
+/// 0.01 mas in ICRS axes, 0.05 mas on the true equator of date; the classic ones are 0.27
+/// arcsec rms from them and up to 1.7 arcsec beside the Sun. UT of the searches stays that of
+/// `ET_UT`, and so do the free functions of earth_orientation.h.
+enum SolsysReduction { REDUCTION_CLASSIC = 0, REDUCTION_MODERN = 1 };
 
 /// The solar system at an instant for an observer.
 ///
@@ -123,6 +154,37 @@ class SOLSYS_API CSWSolSys {
     void SetPrecessionFunction(PrecessionFn function);
     /// Nutation of the host's own; null restores the built-in model.
     void SetNutationFunction(NutationFn function);
+    /// @}
+
+    /// \name Reduction
+    /// @{
+    /// The classic reduction is in force until another is chosen; what is derived from the
+    /// instant follows at once, the save slot when it is restored. Precession and nutation
+    /// functions of the host's own take precedence under both.
+    void SetReduction(SolsysReduction reduction);
+    SolsysReduction GetReduction() const;
+    /// UT1 - UTC [s] and the pole [arcsec] for the modern reduction, where the table does not
+    /// answer; NaN takes them back. False, and nothing changed, beyond 1 s or 2 arcsec. They
+    /// need no reduction in force.
+    ///
+    /// Without UT1 - UTC from either source (none given, or before 1960, when there was no UTC)
+    /// UT1 is TT - Delta T of `ET_UT`, that is UTC since 1972: within 0.9 s of UT1, 13 arcsec
+    /// in hour angles. Without a pole there is no polar motion.
+    bool SetUT1(double ut1MinusUtc);
+    bool SetPolarMotion(double x, double y);
+    /// A table of both, in any order; it replaces the last one (none: null or count 0). Between
+    /// its rows UT1 - TAI and the pole are interpolated through four of them; outside its span
+    /// and inside its holes the values above serve. \return what was wrong with the rows
+    EarthOrientationReport SetEarthOrientation(const EarthOrientationRow* rows, int count);
+    /// What serves at the model's instant, and where it comes from; `row` may be null.
+    EarthOrientationSource GetEarthOrientation(EarthOrientationRow* row) const;
+    /// Leap seconds from 1972 on instead of the built-in ones, which are known to hold until
+    /// `LeapSecondsValidUntil`. To be set before the table of UT1. False, and nothing changed,
+    /// for rows out of order, not finite or not between 10 and 1000 s.
+    bool SetLeapSeconds(const LeapSecond* rows, int count, double validUntil);
+    /// Greenwich sidereal time of the model's instant [rad, 0 to 2 pi) by its reduction; the
+    /// frames must be those of the instant.
+    double GetSiderealTime(bool apparent) const;
     /// @}
 
     /// \name Observer
@@ -354,6 +416,9 @@ class SOLSYS_API CSWSolSys {
     /// at the instant the light left it, the answer is false and the model stays at that
     /// instant.
     bool GetSSOVisVec2K(const SSO_ID& id, double* out, double lightTime);
+    /// The vector along which the light came [au] and its length: light time alone, without
+    /// deflection and aberration, as an astrometric place has it. 4 values; false as above.
+    bool GetAstrometricVec2K(const SSO_ID& id, double* out, double lightTime);
     /// Apparent distance [au], right ascension and declination of date [rad]; all else as
     /// `GetSSOVisVec2K`. Stars as `GetRADecVisStar` has them.
     bool GetRADecVis(const SSO_ID& id, double* out, double lightTime);

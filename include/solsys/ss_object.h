@@ -81,6 +81,10 @@ class SOLSYS_API SS_Object {
     /// far, the process's DE file included: whoever keeps states compares the count.
     std::uint32_t SourceChanges() const;
 
+    /// Of the Sun, for the whole system: whether a kept state serves only the very instant it
+    /// was computed for, as the modern reduction has it, or all those within a millisecond.
+    void KeepOnlyExactInstants(bool exact) { only_exact_instants_ = exact; }
+
     int Number() const { return number_; }                      ///< within its type
     double RadiusKm() const { return radius_km_; }              ///< equatorial [km]
     double OrbitalPeriod() const { return orbital_period_; }    ///< sidereal [day]
@@ -124,6 +128,7 @@ class SOLSYS_API SS_Object {
   private:
     SS_Object* root_;                   // of the chain of parents: the Sun, in a model
     std::uint32_t source_changes_ = 0;  // the root's count
+    bool only_exact_instants_ = false;  // the root's
     // The rotation elements of the last instant asked for.
     struct KeptRotation {
         bool valid = false;  // whether it holds an instant

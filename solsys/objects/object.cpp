@@ -81,7 +81,8 @@ std::uint32_t SS_Object::SourceChanges() const {
 void SS_Object::SourceChanged() { ++root_->source_changes_; }
 
 bool SS_Object::Cached(int day, double fraction, bool velocity) const {
-    return std::fabs(cached_time_ - (day + fraction)) <= kCacheTolerance &&
+    const double tolerance = root_->only_exact_instants_ ? 0.0 : kCacheTolerance;
+    return std::fabs(cached_time_ - (day + fraction)) <= tolerance &&
            cached_level_ >= (velocity ? 1 : 0) && cached_source_ == SourceChanges();
 }
 
