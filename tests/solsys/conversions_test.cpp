@@ -28,12 +28,14 @@ class FromPlaces : public testing::TestWithParam<Place> {
     }
     Vec3 location(const double* v, int from, int to) {
         double out[3] = {v[0], v[1], v[2]};  // in place
-        model->TransferLocationVec(out, static_cast<char>(from), out, static_cast<char>(to));
+        EXPECT_TRUE(model->TransferLocationVec(out, static_cast<char>(from), out,
+                                               static_cast<char>(to)));
         return load(out);
     }
     Vec3 view(const double* v, int from, int to) {
         double out[3] = {v[0], v[1], v[2]};
-        model->TransferViewVec(out, static_cast<char>(from), out, static_cast<char>(to));
+        EXPECT_TRUE(
+            model->TransferViewVec(out, static_cast<char>(from), out, static_cast<char>(to)));
         return load(out);
     }
     std::unique_ptr<CSWSolSys> model = support::built_in_model();
@@ -100,7 +102,7 @@ TEST_P(FromPlaces, SphericalLocationsComeBackFromEveryFrame) {
                              : a == LOCATION_GALACTOCENTRIC ? 1e9
                                                             : 1.25;
             there.location[0] = r, there.location[1] = 0.8, there.location[2] = 0.4;
-            model->TransferLocationCoor(&there, b);
+            EXPECT_TRUE(model->TransferLocationCoor(&there, b));
             EXPECT_EQ(there.frame, b);
             model->TransferLocationCoor(&there, a);
             // As for the angles above, next to an axis half the digits are left; a surface

@@ -132,6 +132,10 @@ TEST_F(Observer, TheOrbitFrameLooksAtTheCentralBody) {
     EXPECT_NEAR(down[0], -Vmod(s, 3), 1e-15);
     EXPECT_LT(forward[1], -0.99 * Vmod(s + 3, 3));  // the second axis points back
     EXPECT_NEAR(forward[2], 0.0, 1e-15);
+    // It stays while the observer moves about the same body.
+    place(support::on_moon(LOCATION_BODY_FIXED, 301, 1e-5));
+    model->TransferLocationVec(s, LOCATION_EQUATOR_2K, forward, LOCATION_BODY);
+    EXPECT_EQ(norm(load(forward) - load(down)), 0.0);
     // A planet goes round the Sun: no such frame.
     place(observer(LOCATION_BODY, 5));
     model->TransferLocationVec(s, LOCATION_EQUATOR_2K, down, LOCATION_BODY);
