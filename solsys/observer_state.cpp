@@ -97,11 +97,16 @@ void place(const Bodies& bodies, const State& of_body, const FrameSet& frames,
     }
 }
 
-// The orbit frame of a body that goes round another one than the Sun.
-void orient_orbit(const Bodies& bodies, BodyKey body, Instant t, Mat3& orbit_from_j2000) {
-    if (centre_of(bodies, body, t) == kSunKey) return;
+// The orbit frame of a body that goes round another one than the Sun; of a spacecraft with
+// gravity for its vertical, or the direction from the centre.
+void orient_orbit(const Bodies& bodies, BodyKey body, Instant t, bool gravity,
+                  Mat3& orbit_from_j2000) {
+    const BodyKey centre = centre_of(bodies, body, t);
+    if (centre == kSunKey) return;
     State about{};
     if (!about_centre(bodies, find_source(bodies, body), t, true, about)) return;
+    if (gravity && body.type == SSO_SCFT)
+        about.r = bodies.integrated.up_from(centre.type, centre.number, t, about);
     double r[3], v[3], matrix[9];
     store(about.r, r);
     store(about.v, v);
@@ -147,7 +152,7 @@ void derive_observer(const Bodies& bodies, Instant t, const FrameSet& frames,
         o.place.known = computed;
     if (kind == LOCATION_HELIOCENTRIC || kind == LOCATION_GALACTOCENTRIC) o.place.known = true;
     if (kind == LOCATION_BODY || kind == LOCATION_SURFACE)
-        orient_orbit(bodies, body, t, o.frames.orbit_from_j2000);
+        orient_orbit(bodies, body, t, o.record.gravity, o.frames.orbit_from_j2000);
 
     o.place.velocity_c = kLightDayPerAu * o.place.heliocentric.v;
     o.place.lorentz_reciprocal =
