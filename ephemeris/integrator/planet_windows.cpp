@@ -15,7 +15,7 @@ struct WindowShape {
 // By trial, for the accuracy that the header states.
 constexpr std::array<WindowShape, kPluto + 1> kShapes{{{16, 11},  // Mercury
                                                        {40, 12},
-                                                       {16, 12},  // the Earth, led by the Moon
+                                                       {16, 14},  // the Earth, led by the Moon
                                                        {4, 10},   // the Moon from the Earth
                                                        {80, 12},
                                                        {320, 12},  // Jupiter

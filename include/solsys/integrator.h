@@ -72,9 +72,9 @@ class SOLSYS_API Integrator {
 /// a force of the host's own it integrates any system of first or second order.
 ///
 /// It goes on from where it is when asked for an instant beyond, and keeps its steps: an
-/// instant between them costs no force. Steps end where a force must be known, so states near
-/// both ends of an ephemeris (within a step of them) are not reached. Not thread-safe: one
-/// integrator, one thread. Another DE file makes it start anew.
+/// instant between them costs no force. The first and the last year of the
+/// built-in theories are not reached. Not thread-safe: one integrator, one thread. Another DE
+/// file makes it start anew.
 ///
 /// Accuracy of the method over 1000 revolutions of two bodies, eccentricities up to 0.99:
 /// energy 1e-13, position 2e-8 of the semi-major axis.
