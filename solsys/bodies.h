@@ -5,6 +5,7 @@
 
 #include "core/linalg.h"
 #include "solsys/element_tables.h"
+#include "solsys/integrated_objects.h"
 #include "solsys/object_table.h"
 #include "solsys/ss_object.h"
 
@@ -27,6 +28,7 @@ constexpr std::uint64_t key_of(BodyKey body) { return key_of(body.type, body.num
 struct Bodies {
     FlatTable<std::unique_ptr<SS_Object>> objects;
     ElementTables elements;
+    IntegratedObjects integrated;
     Elements eros{};  // built in: (433), as a spacecraft's central body
     double eros_gm = 0;
     Mat3 ecl2k_from_j2000 = kIdentity;  // J2000 equator to the J2000 ecliptic of elements

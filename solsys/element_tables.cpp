@@ -75,6 +75,13 @@ bool is_orbit(const Elements& elements) {
                      elements.epochFraction});
 }
 
+bool is_orbit(const UserObjectRecord& record) {
+    const double* s = record.state;
+    if (!finite({s[0], s[1], s[2], s[3], s[4], s[5], record.epoch_fraction})) return false;
+    const State start = load_state(s);
+    return norm(cross(start.r, start.v)) != 0.0;
+}
+
 double mean_motion(double q, double e, double mu) {
     if (conic_of(e) == Conic::parabola) return std::sqrt(mu / (2.0 * q)) / q;
     const double a = e > 1.0 ? q / (e - 1.0) : q;
@@ -121,10 +128,7 @@ bool add(ElementTables& tables, std::int32_t number, const SpacecraftRecord* rec
 }
 
 bool add(ElementTables& tables, std::int32_t number, const UserObjectRecord& record) {
-    const double* s = record.state;
-    if (!finite({s[0], s[1], s[2], s[3], s[4], s[5], record.epoch_fraction})) return false;
-    const State start = load_state(s);
-    if (norm(cross(start.r, start.v)) == 0.0) return false;  // at the centre, or bound for it
+    if (!is_orbit(record)) return false;
     replace(tables, tables.user_objects, key_of(SSO_USCO, number), record);
     return true;
 }

@@ -48,6 +48,8 @@ void clear_user_objects(ElementTables& tables);
 
 // Whether elements are finite numbers of an orbit: q (or a) above 0, e not below.
 bool is_orbit(const Elements& elements);
+// Whether a state is: neither at the centre nor bound for it.
+bool is_orbit(const UserObjectRecord& record);
 
 // Mean motion [rad/day] of an orbit as `Kepler` takes it: q is the semi-major axis of an
 // ellipse and the pericentre distance otherwise; on a parabola n t is Barker's sum s + s^3/3.

@@ -16,6 +16,7 @@ enum class Table : std::int8_t {
     comets,        // likewise
     spacecraft,    // by tracks of elements about several bodies
     user_objects,  // by states
+    integrated,    // of these three: asteroids, comets, user's objects, by type
     stars          // stars and deep-sky objects, which have places but no states
 };
 
@@ -62,13 +63,13 @@ inline constexpr Kind kKinds[] = {
     {SSO_MOON, Table::objects, Road::itself, Centre::planet_by_number, Brightness::law_of_body},
     {SSO_ASTR, Table::asteroids, Road::about_sun, Centre::sun, Brightness::hg},
     {SSO_COMT, Table::comets, Road::about_sun, Centre::sun, Brightness::comet, 1.0},
-    {SSO_FAST, Table::none, Road::about_sun, Centre::sun},
-    {SSO_FCOM, Table::none, Road::about_sun, Centre::sun},
+    {SSO_FAST, Table::integrated, Road::about_sun, Centre::sun, Brightness::hg},
+    {SSO_FCOM, Table::integrated, Road::about_sun, Centre::sun, Brightness::comet},
     {SSO_SCFT, Table::spacecraft, Road::blended, Centre::of_record, Brightness::meaningless,
      0.02},
     {SSO_USCO, Table::user_objects, Road::about_centre, Centre::of_record,
      Brightness::by_distance, 0.1, false},
-    {SSO_FSCO, Table::none, Road::about_centre, Centre::of_record},
+    {SSO_FSCO, Table::integrated, Road::about_centre, Centre::of_record},
     {SSO_TLE, Table::none, Road::about_centre},
     {SSO_STAR, Table::stars, Road::none, Centre::none, Brightness::stored},
     {SSO_USTR, Table::stars, Road::none, Centre::none, Brightness::stored},

@@ -106,6 +106,7 @@ void place(const Bodies& bodies, const State& of_body, const FrameSet& frames,
     }
 }
 
+<<<<<<< HEAD
 // The Sun about the barycentre, and who bends the light.
 void derive_modern(const Bodies& bodies, Instant t, ObserverState& o) {
     o.place.sun = barycentric_sun(bodies.modern->file, bodies.modern->dynamical(t));
@@ -119,8 +120,18 @@ void derive_modern(const Bodies& bodies, Instant t, ObserverState& o) {
 // The orbit frame of a body that goes round another one than the Sun.
 void orient_orbit(const Bodies& bodies, BodyKey body, Instant t, Mat3& orbit_from_j2000) {
     if (centre_of(bodies, body, t) == kSunKey) return;
+=======
+// The orbit frame of a body that goes round another one than the Sun; of a spacecraft with
+// gravity for its vertical, or the direction from the centre.
+void orient_orbit(const Bodies& bodies, BodyKey body, Instant t, bool gravity,
+                  Mat3& orbit_from_j2000) {
+    const BodyKey centre = centre_of(bodies, body, t);
+    if (centre == kSunKey) return;
+>>>>>>> integ
     State about{};
     if (!about_centre(bodies, find_source(bodies, body), t, true, about)) return;
+    if (gravity && body.type == SSO_SCFT)
+        about.r = bodies.integrated.up_from(centre.type, centre.number, t, about);
     double r[3], v[3], matrix[9];
     store(about.r, r);
     store(about.v, v);
@@ -166,7 +177,7 @@ void derive_observer(const Bodies& bodies, Instant t, const FrameSet& frames,
         o.place.known = computed;
     if (kind == LOCATION_HELIOCENTRIC || kind == LOCATION_GALACTOCENTRIC) o.place.known = true;
     if (kind == LOCATION_BODY || kind == LOCATION_SURFACE)
-        orient_orbit(bodies, body, t, o.frames.orbit_from_j2000);
+        orient_orbit(bodies, body, t, o.record.gravity, o.frames.orbit_from_j2000);
 
     o.place.sun = {};
     if (bodies.modern != nullptr) derive_modern(bodies, t, o);

@@ -7,6 +7,13 @@ using solsys::key_of;
 
 namespace {
 
+// Whether they are one orbit; a mean motion of 0 stands for the one that was derived.
+bool same(const Elements& a, const Elements& b) {
+    return a.q == b.q && a.e == b.e && a.i == b.i && a.node == b.node && a.peri == b.peri &&
+           (a.n == b.n || b.n == 0) && a.M == b.M && a.epochFraction == b.epochFraction &&
+           a.epochDay == b.epochDay;
+}
+
 template <class Record>
 bool hold(std::unique_ptr<Record>& slot, const Record* record) try {
     slot = record != nullptr ? std::make_unique<Record>(*record) : nullptr;
@@ -26,28 +33,42 @@ bool add_record(solsys::ElementTables& tables, std::int32_t number,
 }  // namespace
 
 bool CSWSolSys::AddAsteroid(std::int32_t number, const AsteroidRecord& record) {
+    const AsteroidRecord* old = GetAsteroid(number);
+    if (old != nullptr && !same(old->elements, record.elements))
+        model_->bodies.integrated.forget(SSO_ASTR, number);
     return add_record(model_->bodies.elements, number, record);
 }
 
 bool CSWSolSys::RemoveAsteroid(std::int32_t number) {
+    model_->bodies.integrated.forget(SSO_ASTR, number);
     return model_->bodies.elements.asteroids.erase(key_of(SSO_ASTR, number));
 }
 
-void CSWSolSys::ClearAsteroids() { model_->bodies.elements.asteroids.clear(); }
+void CSWSolSys::ClearAsteroids() {
+    model_->bodies.integrated.forget(SSO_ASTR);
+    model_->bodies.elements.asteroids.clear();
+}
 
 const AsteroidRecord* CSWSolSys::GetAsteroid(std::int32_t number) const {
     return model_->bodies.elements.asteroids.find(key_of(SSO_ASTR, number));
 }
 
 bool CSWSolSys::AddComet(std::int32_t number, const CometRecord& record) {
+    const CometRecord* old = GetComet(number);
+    if (old != nullptr && !same(old->elements, record.elements))
+        model_->bodies.integrated.forget(SSO_COMT, number);
     return add_record(model_->bodies.elements, number, record);
 }
 
 bool CSWSolSys::RemoveComet(std::int32_t number) {
+    model_->bodies.integrated.forget(SSO_COMT, number);
     return model_->bodies.elements.comets.erase(key_of(SSO_COMT, number));
 }
 
-void CSWSolSys::ClearComets() { model_->bodies.elements.comets.clear(); }
+void CSWSolSys::ClearComets() {
+    model_->bodies.integrated.forget(SSO_COMT);
+    model_->bodies.elements.comets.clear();
+}
 
 const CometRecord* CSWSolSys::GetComet(std::int32_t number) const {
     return model_->bodies.elements.comets.find(key_of(SSO_COMT, number));

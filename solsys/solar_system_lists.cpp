@@ -23,10 +23,14 @@ int size_of(const std::vector<SSO_ID>& list) { return static_cast<int>(list.size
 
 int CSWSolSys::GetFullList(std::vector<SSO_ID>* list) const {
     if (list == nullptr) return 0;
-    // The tables in the order of their type codes: astr, comt, moon and plnt, scft, uSCO.
+    // The tables in the order of their type codes: astr, comt, fAST, fCOM, fSCO, moon and plnt,
+    // scft, uSCO.
     const solsys::Bodies& m = model_->bodies;
     append(m.elements.asteroids, kAllTypes, list);
     append(m.elements.comets, kAllTypes, list);
+    append(m.integrated.asteroids, kAllTypes, list);
+    append(m.integrated.comets, kAllTypes, list);
+    append(m.integrated.user_objects, kAllTypes, list);
     append(m.objects, kAllTypes, list);
     append(m.elements.spacecraft, kAllTypes, list);
     append(m.elements.user_objects, kAllTypes, list);
@@ -78,7 +82,9 @@ bool CSWSolSys::CheckSSO(const SSO_ID* id) const {
     return m.objects.find(key) != nullptr || m.elements.asteroids.find(key) != nullptr ||
            m.elements.comets.find(key) != nullptr ||
            m.elements.spacecraft.find(key) != nullptr ||
-           m.elements.user_objects.find(key) != nullptr;
+           m.elements.user_objects.find(key) != nullptr ||
+           m.integrated.elements(key) != nullptr ||
+           m.integrated.user_objects.find(key) != nullptr;
 }
 
 SSO_ID CSWSolSys::GetCentralBodyID(const SSO_ID& id) const {

@@ -85,14 +85,16 @@ bool CSWSolSys::GetMagnitude(const SSO_ID& id, float* magnitude) {
                 return true;
             return by_law(*source.object, observer.heliocentric.r, body.r, *magnitude);
         case solsys::Brightness::hg: {
-            const AsteroidRecord* record = GetAsteroid(id.number);
+            const AsteroidRecord* record =
+                id.type == SSO_FAST ? GetIntegratedAsteroid(id.number) : GetAsteroid(id.number);
             if (record == nullptr) return false;
             *magnitude = MagnitudeHG(norm(body.r), norm(seen), solsys::separation(body.r, seen),
                                      record->H, record->G);
             return true;
         }
         case solsys::Brightness::comet: {
-            const CometRecord* record = GetComet(id.number);
+            const CometRecord* record =
+                id.type == SSO_FCOM ? GetIntegratedComet(id.number) : GetComet(id.number);
             if (record == nullptr) return false;
             *magnitude = comet_magnitude(id.number, *record, norm(body.r), norm(seen));
             return true;

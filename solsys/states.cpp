@@ -35,6 +35,13 @@ bool by_held_record(const Bodies& bodies, const StateSource& source, Instant t, 
     return solved;
 }
 
+bool integrated(const Bodies& bodies, IntegratedMotion& motion, Instant t, bool velocity,
+                State& out) {
+    if (!motion.state(t, out, bodies.integrated.progress)) return false;
+    if (!velocity) out.v = Vec3{};
+    return true;
+}
+
 BodyKey centre_of(const SpacecraftRecord& record) {
     return {record.central_type, record.central_number};
 }
@@ -55,16 +62,10 @@ bool spacecraft(const Bodies& bodies, const SpacecraftRecord& record, Elements e
 
 bool user_object(const Bodies& bodies, const UserObjectRecord& record, Instant t, bool velocity,
                  State& out) {
-    const BodyKey centre = centre_of(record);
-    const Instant epoch{record.epoch_day, record.epoch_fraction};
-    State start = load_state(record.state);
-    // The axes are those of the epoch: an orbit does not turn with the body below it.
-    Mat3 body_from_j2000{};
-    if (centre != kEarthKey && body_frame(bodies, centre, epoch, body_from_j2000))
-        start = transpose_times(body_from_j2000, start);
+    const double days = days_between(Instant{record.epoch_day, record.epoch_fraction}, t);
+    const State start = start_state(bodies, record);
     out = State{};
-    if (!moved_state(start, gravity_of(bodies, centre), days_between(epoch, t), out))
-        return false;
+    if (!moved_state(start, gravity_of(bodies, centre_of(record)), days, out)) return false;
     if (!velocity) out.v = Vec3{};
     return true;
 }
@@ -173,11 +174,29 @@ StateSource find_source(const Bodies& bodies, BodyKey body) {
         case Table::user_objects:
             source.user_object = tables.user_objects.find(key);
             break;
+        case Table::integrated:
+            source.elements = bodies.integrated.elements(key);
+            source.user_object = bodies.integrated.user_objects.find(key);
+            break;
         case Table::stars:
         case Table::none:
             break;
     }
+    const bool of_record = source.elements != nullptr || source.user_object != nullptr;
+    if (of_record && source.elements != &bodies.eros)
+        source.motion = bodies.integrated.motion(key);
     return source;
+}
+
+State start_state(const Bodies& bodies, const UserObjectRecord& record) {
+    const State start = load_state(record.state);
+    const BodyKey centre = centre_of(record);
+    const Instant epoch{record.epoch_day, record.epoch_fraction};
+    // The axes are those of the epoch: an orbit does not turn with the body below it.
+    Mat3 body_from_j2000{};
+    if (centre != kEarthKey && body_frame(bodies, centre, epoch, body_from_j2000))
+        return transpose_times(body_from_j2000, start);
+    return start;
 }
 
 bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bool velocity,
@@ -187,8 +206,14 @@ bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bo
 
 bool about_centre(const Bodies& bodies, const StateSource& source, Instant t, bool velocity,
                   State& out) {
+<<<<<<< HEAD
     if (source.object != nullptr)
         return state_of_object(bodies, source, t, velocity, true, out);
+=======
+    if (source.object != nullptr) return state_of_object(source.object, t, velocity, true, out);
+    if (source.motion != nullptr && integrated(bodies, *source.motion, t, velocity, out))
+        return true;
+>>>>>>> integ
     if (source.elements != nullptr)
         return by_elements(bodies, *source.elements, kSunGm, t, velocity, out);
     if (source.held_asteroid != nullptr || source.held_comet != nullptr)
@@ -221,6 +246,8 @@ BodyKey centre_of(const Bodies& bodies, BodyKey body, Instant t) {
                 return centre_of(record != nullptr ? *record : track->records.front());
             }
             if (const auto* record = bodies.elements.user_objects.find(key_of(body)))
+                return centre_of(*record);
+            if (const auto* record = bodies.integrated.user_objects.find(key_of(body)))
                 return centre_of(*record);
             break;
         case Centre::none:

@@ -11,7 +11,7 @@
 namespace solsys {
 
 // An identifier looked up, so that no table is searched twice: at most one of the pointers is
-// set, by its type; none: not found. They lead into the tables.
+// set, by its type, and perhaps a motion; none: not found. They lead into the tables.
 struct StateSource {
     BodyKey body;
     const Kind* kind = nullptr;
@@ -21,6 +21,8 @@ struct StateSource {
     const tagComet_SPH_5* held_comet = nullptr;
     const SpacecraftTrack* track = nullptr;
     const UserObjectRecord* user_object = nullptr;
+    // Of an integrated body; the elements or the record beside it serve where it fails.
+    IntegratedMotion* motion = nullptr;
 
     [[nodiscard]] bool found() const {
         return object != nullptr || elements != nullptr || held_asteroid != nullptr ||
@@ -47,6 +49,9 @@ bool about_centre(const Bodies& bodies, const StateSource& source, Instant t, bo
 // Heliocentric about a single centre, without the blending between spacecraft records.
 bool on_one_centre(const Bodies& bodies, const StateSource& source, Instant t, bool velocity,
                    State& out);
+
+// The state of an own object at its epoch about its central body.
+State start_state(const Bodies& bodies, const UserObjectRecord& record);
 
 // The central body at an instant; type and number -1: none.
 BodyKey centre_of(const Bodies& bodies, BodyKey body, Instant t);

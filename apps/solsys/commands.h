@@ -13,6 +13,7 @@ void add_diary(CLI::App& main);
 void add_occultations(CLI::App& main);
 void add_constellation(CLI::App& main);
 void add_orbit(CLI::App& main);
+void add_approaches(CLI::App& main);
 void add_moons(CLI::App& main);
 void add_info(CLI::App& main);
 void add_ephemeris_info(CLI::App& main);

@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
     app::add_occultations(main);
     app::add_constellation(main);
     app::add_orbit(main);
+    app::add_approaches(main);
     app::add_moons(main);
     app::add_info(main);
     app::add_ephemeris_info(main);

@@ -10,6 +10,7 @@
 #include "solsys/earth_rotation.h"
 #include "solsys/element_records.h"
 #include "solsys/export.h"
+#include "solsys/integrator.h"
 #include "solsys/kepler.h"
 #include "solsys/observer.h"
 #include "solsys/ss_object.h"
@@ -212,9 +213,9 @@ class SOLSYS_API CSWSolSys {
     /// Observer's heliocentric state, J2000 equator: 6 values [au, au/day]. False when the
     /// observer's body cannot be computed (the state is then that about the body).
     bool GetObserverVec2K(double* out) const;
-    /// The model's own flag, which SetObserver leaves alone: whether the frame of an observer
-    /// aboard a spacecraft may come from an integration of its motion. Kept for that; until
-    /// then the frame follows from the spacecraft's elements.
+    /// The model's own flag, which SetObserver leaves alone: whether the orbit frame of an
+    /// observer aboard a spacecraft has gravity for its direction to the centre, that of all
+    /// bodies together (see integrator.h); else it is the central body's.
     void setUseGravityForRNB(bool use);
     /// @}
 
@@ -373,11 +374,11 @@ class SOLSYS_API CSWSolSys {
     /// cannot be computed.
     ///
     /// Types: `plnt` and `moon` by the ephemeris and the theories; `astr`, `comt`, `scft` and
-    /// `uSCO` by the records added to the model. Asteroids and comets that are in no table
-    /// answer true from `GetHelVec2K`, with zeros (the place of the Sun), and from what builds
-    /// on it; the other types answer false. The integrated kinds `fAST`, `fCOM` and `fSCO` and
-    /// the satellites `TLE_` have no source in this version: they answer as an object that is
-    /// not in its table, `fAST` and `fCOM` true with zeros, `fSCO` and `TLE_` false.
+    /// `uSCO` by the records added to the model; `fAST`, `fCOM` and `fSCO` by integration, and
+    /// by their osculating orbit where that does not come. Asteroids and comets that are in no
+    /// table answer true from `GetHelVec2K`, with zeros (the place of the Sun), and from what
+    /// builds on it; the other types answer false. The satellites `TLE_` have no source in this
+    /// version: false.
     ///
     /// An asteroid that is the central body of a spacecraft or own object of the model is
     /// computed from the built-in elements of (433) Eros, and has its mass. Element orbits are
@@ -451,6 +452,45 @@ class SOLSYS_API CSWSolSys {
     bool AddUserObject(std::int32_t number, const UserObjectRecord& record);
     bool RemoveUserObject(std::int32_t number);
     void ClearUserObjects();
+    /// @}
+
+    /// \name Integrated bodies
+    /// Bodies moved by numerical integration (see integrator.h) from their osculating elements,
+    /// or an own object from its state, among the planets: `fAST`, `fCOM`, `fSCO`. The first
+    /// question about another time integrates as far as that; states within what has been
+    /// integrated cost an evaluation. Where the integration does not come (beyond the
+    /// ephemeris, after a collision, ended by the callback) the osculating orbit serves.
+    /// Elements are refused as above. Own objects go about the Sun, a planet or the Moon; those
+    /// about another body move on two-body orbits.
+    /// @{
+    bool AddIntegratedAsteroid(std::int32_t number, const AsteroidRecord& record,
+                               const SmallForces& forces = {});
+    bool AddIntegratedComet(std::int32_t number, const CometRecord& record,
+                            const SmallForces& forces = {});
+    bool AddIntegratedUserObject(std::int32_t number, const UserObjectRecord& record,
+                                 const SmallForces& forces = {});
+    bool RemoveIntegratedAsteroid(std::int32_t number);
+    bool RemoveIntegratedComet(std::int32_t number);
+    bool RemoveIntegratedUserObject(std::int32_t number);
+    void ClearIntegratedAsteroids();
+    void ClearIntegratedComets();
+    void ClearIntegratedUserObjects();
+    const AsteroidRecord* GetIntegratedAsteroid(std::int32_t number) const;
+    const CometRecord* GetIntegratedComet(std::int32_t number) const;
+    const UserObjectRecord* GetIntegratedUserObject(std::int32_t number) const;
+    /// Integrates an `astr` or `comt` of the tables, or no longer. A new record under its
+    /// number ends that. False: not there.
+    bool SetIntegrated(const SSO_ID& id, bool integrated = true,
+                       const SmallForces& forces = {});
+    /// Whether the state last asked of an object came by integration.
+    bool IsIntegrated(const SSO_ID& id) const;
+    /// Told now and then, during an integration, what part of it is done (0 to 1). False ends
+    /// it: the osculating orbit serves that object from then on, until this is called again.
+    void SetIntegrCallBack(bool (*callback)(double done, void* context), void* context);
+    /// @}
+
+    /// \name Records held
+    /// @{
     /// Holds (a copy of) the five-element record of the object a host aims at, P and Q on the
     /// J2000 ecliptic: the `astr` of its number is then computed from it, before any table.
     /// Null releases. False when memory is short.

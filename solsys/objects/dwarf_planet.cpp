@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int kPluto = 9;
+constexpr double kFirstStep = 0.015;  // of an attached integrator [day]
 
 // The J2000 ecliptic of the elements to the equator.
 constexpr solsys::Mat3 kEquatorFromEcliptic =
@@ -97,6 +98,10 @@ void SS_DwarfPlanetObject::AttachIntegrator(Integrator* integrator) {
     SourceChanged();
     if (integrator_ == nullptr) return;
 
+    if (auto* own = dynamic_cast<IntegRA15*>(integrator_)) {
+        own->Init(12, 3, 2);
+        own->SetSteps(kFirstStep, kFirstStep);
+    }
     double state[6];
     const int day = elements_.epochDay;
     const double fraction = elements_.epochFraction;

@@ -22,8 +22,6 @@ bool finite(const double* state, int size) {
 
 }  // namespace
 
-Integrator::~Integrator() = default;
-
 SS_Object::SS_Object(const SS_BodyData& data, SS_Object* parent)
     : number_(data.number),
       radius_km_(data.radius_km),

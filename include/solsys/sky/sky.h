@@ -8,6 +8,7 @@
 #pragma once
 
 #include "solsys/sky/appearance.h"
+#include "solsys/sky/approaches.h"
 #include "solsys/sky/body.h"
 #include "solsys/sky/chart.h"
 #include "solsys/sky/conjunctions.h"

@@ -1,0 +1,60 @@
+#include "ephemeris/integrator/integrated_motion.h"
+
+#include <cmath>
+
+#include "ephemeris/planet_states.h"
+
+namespace solsys {
+namespace {
+
+constexpr double kTolerance = 1e-6;  // of the last term of a step: 1e-10 au in a century
+// First steps tried [day], about the Sun and about a planet.
+constexpr double kFirstStep = 1.0, kFirstStepAboutPlanet = 1e-3;
+constexpr double kOtherStep = 0.015;
+
+}  // namespace
+
+IntegratedMotion::IntegratedMotion(std::shared_ptr<Perturbers> perturbers, MassiveBody centre,
+                                   Instant epoch, const State& start, const SmallForces& forces)
+    : perturbers_(std::move(perturbers)),
+      centre_(centre),
+      epoch_(epoch),
+      start_(start),
+      forces_(forces) {}
+
+bool IntegratedMotion::starts_as(MassiveBody centre, Instant epoch, const State& start,
+                                 const SmallForces& forces) const {
+    const State d = start - start_;
+    const SmallForces& f = forces_;
+    return centre == centre_ && days_between(epoch_, epoch) == 0 &&
+           dot(d.r, d.r) + dot(d.v, d.v) == 0 && f.A1 == forces.A1 && f.A2 == forces.A2 &&
+           f.A3 == forces.A3 && f.inverse_square == forces.inverse_square &&
+           f.radiation == forces.radiation;
+}
+
+void IntegratedMotion::begin() {
+    file_changes_ = de_file_changes();
+    perturbers_->renew();
+    double start[6];
+    store(start_, start);
+    force_ = std::make_unique<SmallBodyForce>(*perturbers_, days_since_j2000(epoch_), centre_,
+                                              forces_, 1);
+    force_->tell_apart(start);
+    motion_ = std::make_unique<Trajectory>(3, 2, *force_, kTolerance);
+    const bool about_sun = centre_ == kTheSun;
+    status_ = motion_->start(start, about_sun ? kFirstStep : kFirstStepAboutPlanet,
+                             about_sun ? kOtherStep : kFirstStepAboutPlanet);
+}
+
+bool IntegratedMotion::state(Instant t, State& out, const Trajectory::Progress& progress) {
+    if (stopped_) return false;
+    if (!motion_ || file_changes_ != de_file_changes()) begin();
+    double s[6];
+    status_ = motion_->state_at(days_between(epoch_, t), s, progress);
+    stopped_ = status_ == StepStatus::kStopped;
+    if (status_ != StepStatus::kOk) return false;
+    out = load_state(s);
+    return true;
+}
+
+}  // namespace solsys
