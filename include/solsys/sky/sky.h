@@ -10,6 +10,7 @@
 #include "solsys/sky/appearance.h"
 #include "solsys/sky/body.h"
 #include "solsys/sky/chart.h"
+#include "solsys/sky/eclipses.h"
 #include "solsys/sky/facts.h"
 #include "solsys/sky/instant.h"
 #include "solsys/sky/model.h"
