@@ -16,6 +16,7 @@ void add_orbit(CLI::App& main);
 void add_approaches(CLI::App& main);
 void add_moons(CLI::App& main);
 void add_info(CLI::App& main);
+void add_eclipses(CLI::App& main);
 void add_ephemeris_info(CLI::App& main);
 
 }  // namespace app

@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
     app::add_approaches(main);
     app::add_moons(main);
     app::add_info(main);
+    app::add_eclipses(main);
     app::add_ephemeris_info(main);
 
     ET_UT::Init(nullptr);

@@ -13,6 +13,7 @@
 #include "solsys/sky/chart.h"
 #include "solsys/sky/conjunctions.h"
 #include "solsys/sky/diary.h"
+#include "solsys/sky/eclipses.h"
 #include "solsys/sky/facts.h"
 #include "solsys/sky/instant.h"
 #include "solsys/sky/model.h"

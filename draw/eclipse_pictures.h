@@ -1,0 +1,17 @@
+// Pictures of what an eclipse looks like.
+#pragma once
+
+#include <string>
+
+#include "solsys/sky/eclipses.h"
+
+namespace solsys::draw {
+
+// The Moon's way through the Earth's shadow, north up and east left, as in the sky.
+std::string moon_in_shadow_svg(sky::Model& model, const sky::Eclipse& eclipse, bool light);
+
+// The Sun's disk at the contacts and between them, as a site sees it: north up, east left.
+std::string eclipsed_sun_svg(sky::Model& model, const sky::Eclipse& eclipse,
+                             const sky::LocalEclipse& local, const sky::Site& site, bool light);
+
+}  // namespace solsys::draw
