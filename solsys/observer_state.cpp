@@ -106,7 +106,6 @@ void place(const Bodies& bodies, const State& of_body, const FrameSet& frames,
     }
 }
 
-<<<<<<< HEAD
 // The Sun about the barycentre, and who bends the light.
 void derive_modern(const Bodies& bodies, Instant t, ObserverState& o) {
     o.place.sun = barycentric_sun(bodies.modern->file, bodies.modern->dynamical(t));
@@ -117,17 +116,12 @@ void derive_modern(const Bodies& bodies, Instant t, ObserverState& o) {
     o.place.bending = bodies_around(o.place.heliocentric, jupiter, saturn, o.on_earth());
 }
 
-// The orbit frame of a body that goes round another one than the Sun.
-void orient_orbit(const Bodies& bodies, BodyKey body, Instant t, Mat3& orbit_from_j2000) {
-    if (centre_of(bodies, body, t) == kSunKey) return;
-=======
 // The orbit frame of a body that goes round another one than the Sun; of a spacecraft with
 // gravity for its vertical, or the direction from the centre.
 void orient_orbit(const Bodies& bodies, BodyKey body, Instant t, bool gravity,
                   Mat3& orbit_from_j2000) {
     const BodyKey centre = centre_of(bodies, body, t);
     if (centre == kSunKey) return;
->>>>>>> integ
     State about{};
     if (!about_centre(bodies, find_source(bodies, body), t, true, about)) return;
     if (gravity && body.type == SSO_SCFT)

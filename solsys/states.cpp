@@ -206,14 +206,10 @@ bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bo
 
 bool about_centre(const Bodies& bodies, const StateSource& source, Instant t, bool velocity,
                   State& out) {
-<<<<<<< HEAD
     if (source.object != nullptr)
         return state_of_object(bodies, source, t, velocity, true, out);
-=======
-    if (source.object != nullptr) return state_of_object(source.object, t, velocity, true, out);
     if (source.motion != nullptr && integrated(bodies, *source.motion, t, velocity, out))
         return true;
->>>>>>> integ
     if (source.elements != nullptr)
         return by_elements(bodies, *source.elements, kSunGm, t, velocity, out);
     if (source.held_asteroid != nullptr || source.held_comet != nullptr)
