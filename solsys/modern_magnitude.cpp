@@ -10,7 +10,8 @@
 namespace solsys {
 namespace {
 
-constexpr int kMars = 4, kSaturn = 6, kUranus = 7, kNeptune = 8, kSun = 10;
+constexpr int kMarsNumber = 4, kSaturnNumber = 6, kUranusNumber = 7, kNeptuneNumber = 8,
+              kSunNumber = 10;
 constexpr double kMarsSpringLongitude = 85;  // deg, J2000 ecliptic: where Ls is 0
 
 double degrees(double rad) { return rad * kDegreesPerRadian; }
@@ -35,22 +36,22 @@ bool modern_magnitude(const Bodies& bodies, int planet, Vec3 body, Vec3 observer
     PlanetAspect a;
     a.r = norm(body);
     a.delta = norm(to_observer);
-    if (planet == kSun) {
+    if (planet == kSunNumber) {
         magnitude = static_cast<float>(kSunMagnitude2018 + 5 * std::log10(a.delta));
         return true;
     }
-    if (planet < 1 || planet > kNeptune || !(a.r > 0 && a.delta > 0)) return false;
+    if (planet < 1 || planet > kNeptuneNumber || !(a.r > 0 && a.delta > 0)) return false;
     a.phase_deg = degrees(std::atan2(norm(cross(-body, to_observer)), dot(-body, to_observer)));
     a.year = 2000 + (days_since_j2000(now) + 0.5) / kDaysPerJulianYear;
 
     Mat3 fixed{};
     const double tau = a.delta * kLightDayPerAu;
-    if ((planet == kMars || planet == kSaturn || planet == kUranus) &&
+    if ((planet == kMarsNumber || planet == kSaturnNumber || planet == kUranusNumber) &&
         can_be_earlier(now, tau) &&
         body_frame(bodies, {SSO_PLNT, planet}, earlier(now, tau), fixed)) {
         const Vec3 sun = fixed * -body, there = fixed * to_observer;
         const double flattening =
-            planet == kUranus ? bodies.find({SSO_PLNT, planet})->Flattening() : 0.0;
+            planet == kUranusNumber ? bodies.find({SSO_PLNT, planet})->Flattening() : 0.0;
         a.sun_latitude_deg = degrees(planetographic(latitude(sun), flattening));
         a.observer_latitude_deg = degrees(planetographic(latitude(there), flattening));
         a.meridian_deg = mean_meridian(sun, there);
