@@ -19,8 +19,8 @@ struct MassivePositions {
 
 // The massive bodies of an ephemeris: the planets and the Moon from it, the great asteroids by
 // an integration among these from elements of 2022 (farther than 150 years from then on the
-// osculating orbits, to spare long integrations: their pull is 1e-9 of the Sun's). May be shared by any number of integrations
-// in one thread; keeps what it has computed.
+// osculating orbits, to spare long integrations: their pull is 1e-9 of the Sun's). May be
+// shared by any number of integrations in one thread; keeps what it has computed.
 class Perturbers {
   public:
     // `file`: whether the DE file that the process has open serves, where it reaches.

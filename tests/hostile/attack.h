@@ -1,5 +1,5 @@
-// Calls functions with arguments that no careful host would pass: each parameter's type draws from
-// a pool of edges, NaN, infinities, null pointers and absurd records.
+// Calls functions with arguments that no careful host would pass: each parameter's type draws
+// from a pool of edges, NaN, infinities, null pointers and absurd records.
 #pragma once
 
 #include <chrono>
@@ -22,14 +22,16 @@ template <class T, class... Others>
 constexpr bool kOneOf = (std::is_same_v<T, Others> || ...);
 template <class T>
 constexpr bool kNumbersAlone =
-    kOneOf<T, Elements, tagAster_SPH, tagComet_SPH, tagAster_SPH_5, tagComet_SPH_5, AsteroidRecord,
-           CometRecord, SpacecraftRecord, UserObjectRecord, StarObject, Tycho2SphRecord>;
+    kOneOf<T, Elements, tagAster_SPH, tagComet_SPH, tagAster_SPH_5, tagComet_SPH_5,
+           AsteroidRecord, CometRecord, SpacecraftRecord, UserObjectRecord, StarObject,
+           Tycho2SphRecord>;
 
 class Attacker {
   public:
     explicit Attacker(unsigned seed) : random_(seed) {}
 
-    // Whether pointers may be null: members answer false to that, the plain toolkit does not look.
+    // Whether pointers may be null: members answer false to that, the plain toolkit does not
+    // look.
     bool nulls = true;
     // The longest call so far [s], and whose it was.
     double slowest = 0;
@@ -37,45 +39,86 @@ class Attacker {
 
     template <class R, class C, class Object, class... Args>
     void operator()(const char* name, R (C::*member)(Args...), Object& object) {
-        call(name, [&](auto&... a) { (void)(object.*member)(pass<Args>(a)...); },
-             std::type_identity<std::tuple<Args...>>{});
+        call(
+            name, [&](auto&... a) { (void)(object.*member)(pass<Args>(a)...); },
+            std::type_identity<std::tuple<Args...>>{});
     }
     template <class R, class C, class Object, class... Args>
     void operator()(const char* name, R (C::*member)(Args...) const, Object& object) {
-        call(name, [&](auto&... a) { (void)(object.*member)(pass<Args>(a)...); },
-             std::type_identity<std::tuple<Args...>>{});
+        call(
+            name, [&](auto&... a) { (void)(object.*member)(pass<Args>(a)...); },
+            std::type_identity<std::tuple<Args...>>{});
     }
     template <class R, class... Args>
     void operator()(const char* name, R (*function)(Args...)) {
-        call(name, [&](auto&... a) { (void)function(pass<Args>(a)...); },
-             std::type_identity<std::tuple<Args...>>{});
+        call(
+            name, [&](auto&... a) { (void)function(pass<Args>(a)...); },
+            std::type_identity<std::tuple<Args...>>{});
     }
 
     // For arguments that depend on one another.
     template <class Function>
-        requires std::is_invocable_v<Function>
+    requires std::is_invocable_v<Function>
     void operator()(const char* name, Function&& function) {
-        call(name, [&] { function(); }, std::type_identity<std::tuple<>>{});
+        call(
+            name, [&] { function(); }, std::type_identity<std::tuple<>>{});
     }
 
     double number() {
         constexpr double inf = std::numeric_limits<double>::infinity();
-        static const double pool[] = {0.0, -0.0, 1.0, -1.0, 0.5, 1e-300, -1e300, 1e300, inf, -inf,
-                                      std::numeric_limits<double>::quiet_NaN(), 3.2, 6.3, 1e9,
-                                      2451545.0, 2451545.5, 2460000.25, 2305814.0, 625000.0, -1e7,
-                                      2147483648.0, 86400.0, 4.9e-324, 1e-9, 1.7e-2};
+        static const double pool[] = {0.0,
+                                      -0.0,
+                                      1.0,
+                                      -1.0,
+                                      0.5,
+                                      1e-300,
+                                      -1e300,
+                                      1e300,
+                                      inf,
+                                      -inf,
+                                      std::numeric_limits<double>::quiet_NaN(),
+                                      3.2,
+                                      6.3,
+                                      1e9,
+                                      2451545.0,
+                                      2451545.5,
+                                      2460000.25,
+                                      2305814.0,
+                                      625000.0,
+                                      -1e7,
+                                      2147483648.0,
+                                      86400.0,
+                                      4.9e-324,
+                                      1e-9,
+                                      1.7e-2};
         return pool[pick(std::size(pool))];
     }
     int integer() {
-        static const int pool[] = {0, 1, -1, 2, 3, 5, 9, 10, 11, 301, 399, 501, 899, 2451545,
-                                   2460000, 1000000, -1000000, std::numeric_limits<int>::max(),
+        static const int pool[] = {0,
+                                   1,
+                                   -1,
+                                   2,
+                                   3,
+                                   5,
+                                   9,
+                                   10,
+                                   11,
+                                   301,
+                                   399,
+                                   501,
+                                   899,
+                                   2451545,
+                                   2460000,
+                                   1000000,
+                                   -1000000,
+                                   std::numeric_limits<int>::max(),
                                    std::numeric_limits<int>::min()};
         return pool[pick(std::size(pool))];
     }
     SSO_ID id() {
         static const std::int32_t types[] = {SSO_PLNT, SSO_MOON, SSO_ASTR, SSO_COMT, SSO_SCFT,
                                              SSO_STAR, SSO_USCO, SSO_FAST, SSO_FCOM, SSO_FSCO,
-                                             SSO_TLE, 0, -1};
+                                             SSO_TLE,  0,        -1};
         return {types[pick(std::size(types))], pick(2) == 0 ? pick_small() : integer()};
     }
     OBSERVER observer() {
@@ -99,8 +142,8 @@ class Attacker {
     using Held = std::remove_cv_t<std::remove_pointer_t<std::remove_reference_t<T>>>;
 
     template <class T>
-    static constexpr bool kNumbers =
-        std::is_arithmetic_v<Held<T>> && (std::is_pointer_v<T> || std::is_reference_v<T>);
+    static constexpr bool kNumbers = std::is_arithmetic_v<Held<T>> &&
+                                     (std::is_pointer_v<T> || std::is_reference_v<T>);
 
     template <class T>
     struct Slot {
@@ -150,13 +193,13 @@ class Attacker {
     void fill(bool& x) { x = pick(2) == 0; }
     void fill(char& x) { x = static_cast<char>(random_()); }
     template <class T>
-        requires std::is_integral_v<T>
+    requires std::is_integral_v<T>
     void fill(T& x) { x = static_cast<T>(integer()); }
     void fill(SSO_ID& x) { x = id(); }
     void fill(OBSERVER& x) { x = observer(); }
     // Records of numbers alone get absurd bytes, all others stay as they are made.
     template <class T>
-        requires std::is_class_v<T>
+    requires std::is_class_v<T>
     void fill(T& x) {
         if constexpr (kNumbersAlone<T>) {
             for (std::size_t at = 0; at + sizeof(double) <= sizeof(T); at += sizeof(double)) {
@@ -166,7 +209,9 @@ class Attacker {
         }
     }
     template <class T>
-    void fill(T*& x) { x = nullptr; }
+    void fill(T*& x) {
+        x = nullptr;
+    }
 
     template <class Call, class... Args>
     void call(const char* name, Call&& body, std::type_identity<std::tuple<Args...>>) {

@@ -11,13 +11,15 @@ namespace {
 
 using hostile::Attacker;
 
-constexpr int kRounds = 12;        // calls of each member in each state
-constexpr double kLongest = 20.0;  // s, under sanitizers: an end that is not reached is what fails
+constexpr int kRounds = 12;  // calls of each member in each state
+constexpr double kLongest =
+    20.0;  // s, under sanitizers: an end that is not reached is what fails
 
 #define MEMBER(name) attack(#name, &CSWSolSys::name, model)
 
 void attack_observer(Attacker& attack, CSWSolSys& model) {
-    MEMBER(SetTime), MEMBER(UpdateSys), MEMBER(SetT3), MEMBER(SaveT3Data), MEMBER(RestoreT3Data);
+    MEMBER(SetTime), MEMBER(UpdateSys), MEMBER(SetT3), MEMBER(SaveT3Data),
+        MEMBER(RestoreT3Data);
     MEMBER(GetTime), MEMBER(SetPrecessionFunction), MEMBER(SetNutationFunction);
     MEMBER(HasEphemeris), MEMBER(SetObserver), MEMBER(GetObserver), MEMBER(GetObserverSSO);
     MEMBER(GetObserverVec2K), MEMBER(setUseGravityForRNB);
@@ -80,7 +82,8 @@ void attack_tables(Attacker& attack, CSWSolSys& model) {
 void attack_physics(Attacker& attack, CSWSolSys& model) {
     MEMBER(GetMagnitude), MEMBER(PhaseElongation), MEMBER(GetRadiEq), MEMBER(GetGravity);
     MEMBER(GetParentGravity), MEMBER(GetPeriodRotation), MEMBER(GetAngVelocity);
-    MEMBER(GetPolarAxes), MEMBER(GetOrbitalPeriod), MEMBER(GetSolarDay), MEMBER(RADecInConstell);
+    MEMBER(GetPolarAxes), MEMBER(GetOrbitalPeriod), MEMBER(GetSolarDay),
+        MEMBER(RADecInConstell);
 }
 
 #undef MEMBER
@@ -128,7 +131,8 @@ const State kStates[] = {
     {"OnTheTheory", [](CSWSolSys& m, Attacker&) { m.InitSys(""), m.UpdateSys(2460000, 0.25); }},
     {"OnTheFile",
      [](CSWSolSys& m, Attacker&) { m.InitSys(SOLSYS_DE405), m.UpdateSys(2450000, 0.1); }},
-    {"BeyondAllSources", [](CSWSolSys& m, Attacker&) { m.InitSys(""), m.UpdateSys(9000000, 0); }},
+    {"BeyondAllSources",
+     [](CSWSolSys& m, Attacker&) { m.InitSys(""), m.UpdateSys(9000000, 0); }},
     {"AtNoInstant",
      [](CSWSolSys& m, Attacker& a) { m.InitSys(""), m.UpdateSys(a.integer(), a.number()); }},
     {"SeenFromAnywhere",
