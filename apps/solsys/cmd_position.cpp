@@ -34,7 +34,7 @@ void add_position(CLI::App& main) {
     add_ephemeris_table_options(*command, request->ephemeris);
     command->footer(
         "Places are as seen from the Earth's centre, or from the site if one is given.\n"
-        "Altitudes are without refraction.\n"
+        "Altitudes are without refraction, unless --refraction adds apparent ones.\n"
         "Examples:\n"
         "  solsys position sun moon mars --time 2026-12-01T20:00\n"
         "  solsys position venus --from 2026-12-01 --to 2026-12-31 --step 1d --json\n"

@@ -13,5 +13,6 @@ void add_orbit(CLI::App& main);
 void add_moons(CLI::App& main);
 void add_info(CLI::App& main);
 void add_ephemeris_info(CLI::App& main);
+void add_selfcheck(CLI::App& main);
 
 }  // namespace app

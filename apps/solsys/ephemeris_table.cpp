@@ -33,7 +33,7 @@ std::string shown_distance(double au) {
                                       : fmt::format("{:.2f} ly", au / kAuPerLightYear);
 }
 
-std::vector<Column> columns_for(Frame frame, bool site, const Zone& zone) {
+std::vector<Column> columns_for(Frame frame, bool site, bool refracted, const Zone& zone) {
     const bool equatorial = frame == Frame::kApparent || frame == Frame::kJ2000;
     std::vector<Column> columns{
         {"id", "", nullptr},
@@ -44,11 +44,13 @@ std::vector<Column> columns_for(Frame frame, bool site, const Zone& zone) {
         {"ra_deg", equatorial ? "RA" : "", shown_hours},
         {"dec_deg", equatorial ? "Dec" : "", shown_degrees},
         {"distance_au", frame == Frame::kHeliocentric ? "" : "Distance", shown_distance},
-        {"light_time_days", "", nullptr}};
+        {"light_time_days", "", nullptr},
+        {"reduction", "", nullptr}};
     if (site) {
         columns.push_back({"azimuth_deg", "Azimuth", fixed(3)});
         columns.push_back({"altitude_deg", "Altitude", fixed(3)});
     }
+    if (refracted) columns.push_back({"apparent_altitude_deg", "Apparent alt", fixed(3)});
     if (frame == Frame::kEcliptic || frame == Frame::kGalactic) {
         columns.push_back({"lon_deg", "Longitude", fixed(5)});
         columns.push_back({"lat_deg", "Latitude", fixed(5)});
@@ -66,7 +68,7 @@ std::vector<Column> columns_for(Frame frame, bool site, const Zone& zone) {
 }
 
 std::vector<Cell> row_for(CSWSolSys& model, const Target& target, Utc utc, Frame frame,
-                          bool site, const Zone& zone) {
+                          bool site, const Refraction& refraction, const Zone& zone) {
     const Tt tt = tt_from_utc(utc);
     const Place apparent = apparent_place(model, target.id);
     const Place shown = frame == Frame::kJ2000 ? astrometric_place(model, target.id) : apparent;
@@ -78,11 +80,17 @@ std::vector<Cell> row_for(CSWSolSys& model, const Target& target, Utc utc, Frame
                           shown.ra_deg,
                           shown.dec_deg,
                           shown.distance_au,
-                          shown.light_time_days};
+                          shown.light_time_days,
+                          model.GetReduction() == REDUCTION_MODERN ? "modern" : "classic"};
     if (site) {
         const Horizontal place = horizontal_of(model, apparent);
         row.emplace_back(place.azimuth_deg);
         row.emplace_back(place.altitude_deg);
+        if (refraction.wanted) {
+            const auto seen =
+                solsys::sky::apparent_altitude(place.altitude_deg, refraction.air);
+            row.push_back(seen ? Cell(*seen) : Cell());  // nothing: below the lowest ray
+        }
     }
     if (frame == Frame::kEcliptic || frame == Frame::kGalactic) {
         const double ra = apparent.ra_deg / kDegrees;
@@ -120,6 +128,7 @@ void add_ephemeris_table_options(CLI::App& command, EphemerisRequest& request) {
     add_span_options(command, request.options);
     command.add_option("--step", request.options.step, "Step of a span: 1d, 6h, 10m");
     add_site_options(command, request.options);
+    add_refraction_option(command, request.options);
     add_ephemeris_option(command, request.options);
     add_output_options(command, request.options);
 }
@@ -142,11 +151,13 @@ void print_ephemeris(const EphemerisRequest& request, const std::vector<Target>&
     for (const Target& target : targets) add_to(model, target);
     place_observer(model, site);
 
-    Report report(columns_for(frame, site.has_value(), zone));
+    const Refraction refraction = chosen_refraction(request.options, site);
+    if (refraction.wanted && !site) throw BadInput("refraction needs a --site or a --city");
+    Report report(columns_for(frame, site.has_value(), refraction.wanted, zone));
     for (const Target& target : targets) {
         for (const Utc& utc : instants) {
             move_to(model, tt_from_utc(utc));
-            report.add(row_for(model, target, utc, frame, site.has_value(), zone));
+            report.add(row_for(model, target, utc, frame, site.has_value(), refraction, zone));
         }
     }
     report.print(format);

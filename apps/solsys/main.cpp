@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
     app::add_moons(main);
     app::add_info(main);
     app::add_ephemeris_info(main);
+    app::add_selfcheck(main);
 
     ET_UT::Init(nullptr);
     int status = 0;

@@ -10,6 +10,7 @@
 #include "apps/solsys/report.h"
 #include "apps/solsys/site.h"
 #include "apps/solsys/zone.h"
+#include "solsys/sky/refraction.h"
 #include "solsys/solar_system.h"
 
 namespace app {
@@ -20,6 +21,10 @@ struct Options {
     std::string site, city;
     std::string zone;
     std::string ephemeris;
+    std::string reduction = "modern";
+    std::optional<double> dut1;
+    std::string earth_orientation;
+    std::string refraction = "none";
     bool json = false;
     bool csv = false;
 
@@ -48,6 +53,15 @@ Span chosen_span(const Options& options, double default_days);
 // Initialises the model on the ephemeris asked for, or on the built-in theory. Throws BadInput
 // for an ephemeris that is none.
 void open_model(CSWSolSys& model, const Options& options);
+
+// What is known of the air over a site: nothing for "none", no conditions for "standard", else
+// "P_HPA,T_C[,HUMIDITY[,WAVELENGTH_UM]]". Throws BadInput for what is none of these.
+struct Refraction {
+    bool wanted = false;
+    std::optional<solsys::sky::Atmosphere> air;
+};
+Refraction chosen_refraction(const Options& options, const std::optional<Site>& site);
+void add_refraction_option(CLI::App& command, Options& options);
 
 // Puts the observer at the site, or at the Earth's centre.
 void place_observer(CSWSolSys& model, const std::optional<Site>& site);

@@ -38,7 +38,8 @@ struct Horizontal {
     double azimuth_deg = 0;   ///< from north through east, [0, 360)
     double altitude_deg = 0;  ///< geometric: without refraction
 };
-/// Of an apparent place. UT serves as UT1: 15 arcsec of azimuth for each second between them.
+/// Of an apparent place. Without `Model::set_earth_rotation` UT serves as UT1: 15 arcsec of
+/// azimuth for each second between them.
 SOLSYS_API Horizontal horizontal_of(const Model& model, const Place& apparent);
 
 /// A longitude in [0, 360) and a latitude.
@@ -52,15 +53,5 @@ SOLSYS_API LonLat ecliptic_of(const Model& model, const Place& apparent);
 SOLSYS_API LonLat galactic_of(const Model& model, const Place& apparent);
 /// From J2000 mean equator to the true equator of date, without light time and aberration.
 SOLSYS_API Place of_date(const Model& model, const Place& j2000);
-
-/// Refraction at an altitude [deg], to be added to a geometric altitude.
-///
-/// Saemundsson 1986, Sky and Telescope 72, 70: within 0.07 arcmin of tables above the horizon.
-/// Below -1 degree it fades to nothing at -2, where nothing is seen any more.
-struct Air {
-    double pressure_hpa = 1010;
-    double temperature_c = 10;
-};
-SOLSYS_API double refraction_deg(double geometric_altitude_deg, const Air& air = {});
 
 }  // namespace solsys::sky
