@@ -241,7 +241,10 @@ class SOLSYS_API CSkyDiaryEvents : public CSWAstrEv_dll {
     /// Calls a function once a step with the fraction of the running search done, 0 to 1.
     void SetProgressHandler(void (*progress)(double fraction, void* context), void* context);
 
+    /// Ends a running search at its next step; from any thread. The flag stays until the next
+    /// `InitSearch`.
     void Stop();
+    /// Whether the stop flag is set.
     bool IsCalculationsInterrupt() const;
     /// Whether conjunctions (29 to 31) go into the list and to the callback. Off at first: the
     /// searches for them then find nothing.

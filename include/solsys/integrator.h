@@ -110,6 +110,8 @@ class SOLSYS_API IntegRA15 : public Integrator {
     void SetForces(const SmallForces& forces);
     /// The largest last term of a step in units of the force: 1e-8 unless set; 1e-12 to 1e-3.
     void SetTolerance(double tolerance);
+    /// Calls a function once a step; null for none. Its false ends the integration
+    /// (INTEGR_STOPPED).
     void SetCallBack(ProgressFn progress, void* context);
 
     /// Takes the start: positions first, then (second order) velocities; for one body about the
@@ -124,6 +126,7 @@ class SOLSYS_API IntegRA15 : public Integrator {
     bool GetState(double* state) const;
     /// `RA15` with its default steps, or those of `SetSteps`, and `GetState`.
     bool IntegrateTo(int day, double fraction, double* state) override;
+    /// The first trial steps of `IntegrateTo` [day], as `RA15` takes them.
     void SetSteps(double step1, double step2);
 
     /// An IntegrStatus: how the last call ended.
