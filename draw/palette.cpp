@@ -64,7 +64,8 @@ const Theme& dark_theme() { return kDark; }
 const Theme& light_theme() { return kLight; }
 
 const char* series_colour(std::size_t index, const Theme& theme) {
-    return (theme.dark ? kSeriesOnDark : kSeriesOnLight)[index % std::size(kSeriesOnDark)];
+    const std::size_t one = index % std::size(kSeriesOnDark);
+    return theme.dark ? kSeriesOnDark[one] : kSeriesOnLight[one];
 }
 
 Light light_at(double sun_altitude) {

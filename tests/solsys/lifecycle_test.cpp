@@ -200,7 +200,8 @@ struct Root {
 double probe(CSWSolSys& m, double jd, void* context) {
     Root& root = *static_cast<Root*>(context);
     ++root.calls;
-    m.SetTime(static_cast<int>(jd), jd - static_cast<int>(jd), true);
+    const int day = std::isfinite(jd) ? static_cast<int>(jd) : 0;
+    m.SetTime(day, jd - day, true);
     return root.f(jd - 2451545.0);
 }
 
