@@ -15,7 +15,9 @@
 namespace solsys::test {
 
 inline std::string reference_file(const std::string& name) {
-    return std::string(SOLSYS_TEST_DATA) + "/reference/" + name;
+    std::string path = SOLSYS_TEST_DATA "/reference/";
+    path += name;
+    return path;
 }
 
 struct Theories {
