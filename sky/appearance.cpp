@@ -47,18 +47,10 @@ bool saturn_magnitude(CSWSolSys& model, float* magnitude) {
     return StarMagPlanet(observer_turned, 6, position_turned, magnitude) == 0;
 }
 
-std::optional<double> magnitude_of(CSWSolSys& model, const SSO_ID& id) {
-    float magnitude = 0;
-    const bool known = id == SSO_ID(SSO_PLNT, 6) ? saturn_magnitude(model, &magnitude)
-                                                 : model.GetMagnitude(id, &magnitude);
-    if (!known || !(magnitude < kFaintest)) return std::nullopt;
-    // To the digits that single precision holds.
+// To the digits that single precision holds.
+std::optional<double> rounded(float magnitude) {
+    if (!(magnitude < kFaintest)) return std::nullopt;
     return std::round(double{magnitude} * 1e4) / 1e4;
-}
-
-std::optional<double> star_magnitude(const StarObject& star) {
-    if (!(star.magnitude < kFaintest)) return std::nullopt;
-    return std::round(double{star.magnitude} * 1e4) / 1e4;
 }
 
 // Phase, elongation and apparent size of what the Sun lights.
@@ -81,13 +73,24 @@ void add_phase(CSWSolSys& model, const SSO_ID& id, double distance_au, Appearanc
 
 }  // namespace
 
+std::optional<double> magnitude_of(Model& model, const Body& body) {
+    if (const auto* star = std::get_if<StarObject>(&body.record))
+        return rounded(star->magnitude);
+    CSWSolSys& classic = model.classic();
+    float magnitude = 0;
+    const bool known = body.id == SSO_ID(SSO_PLNT, 6)
+                           ? saturn_magnitude(classic, &magnitude)
+                           : classic.GetMagnitude(body.id, &magnitude);
+    return known ? rounded(magnitude) : std::nullopt;
+}
+
 Appearance appearance_of(Model& model, const Body& body, const Place& apparent) {
     Appearance looks;
     if (apparent.distance_au == 0) return looks;  // the observer is at its centre
     looks.constellation =
         constellation_at(model, apparent.ra_deg, apparent.dec_deg).abbreviation;
     if (const auto* star = std::get_if<StarObject>(&body.record)) {
-        looks.magnitude = star_magnitude(*star);
+        looks.magnitude = rounded(star->magnitude);
         const Result<bool> known = model.add(body);
         double elongation = 0;
         if (known && model.classic().PhaseElongation(body.id, nullptr, nullptr, &elongation,
@@ -95,7 +98,7 @@ Appearance appearance_of(Model& model, const Body& body, const Place& apparent) 
             looks.elongation_deg = elongation * kDegrees;
         return looks;
     }
-    looks.magnitude = magnitude_of(model.classic(), body.id);
+    looks.magnitude = magnitude_of(model, body);
     add_phase(model.classic(), body.id, apparent.distance_au, looks);
     return looks;
 }

@@ -24,6 +24,9 @@ struct Appearance {
 /// At the model's instant, for its observer; `apparent` is the body's place there.
 SOLSYS_API Appearance appearance_of(Model& model, const Body& body, const Place& apparent);
 
+/// The magnitude alone.
+SOLSYS_API std::optional<double> magnitude_of(Model& model, const Body& body);
+
 /// A constellation; `index` counts in the alphabetical order of the Latin names, -1 is none.
 struct Constellation {
     int index = -1;

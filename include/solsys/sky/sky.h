@@ -9,6 +9,7 @@
 
 #include "solsys/sky/appearance.h"
 #include "solsys/sky/approaches.h"
+#include "solsys/sky/batch.h"
 #include "solsys/sky/body.h"
 #include "solsys/sky/chart.h"
 #include "solsys/sky/conjunctions.h"
