@@ -43,6 +43,7 @@ Result<Model> Model::open(const std::string& ephemeris) {
         return Failure{"the model cannot be initialised: out of memory"};
     if (!ephemeris.empty() && !own->HasEphemeris())
         return Failure{in_quotes(ephemeris) + " cannot be mapped into memory"};
+    own->SetReduction(REDUCTION_MODERN);
     Model model(*own);
     model.own_ = std::move(own);
     model.observe_from_earth_centre();

@@ -1,6 +1,5 @@
 #include "solsys/sky/places.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -38,29 +37,11 @@ Place astrometric_star(const StarObject& star, const double observer[6], double 
     return place_of(star, direction);
 }
 
-// The body as its light left it: found again from the distance until that settles.
-std::optional<Place> astrometric_body(CSWSolSys& model, const SSO_ID& id,
-                                      const double observer[6]) {
-    int day = 0;
-    double fraction = 0;
-    model.GetTime(&day, &fraction);
-    double light_time = 0;
+std::optional<Place> astrometric_body(CSWSolSys& model, const SSO_ID& id) {
+    double vector[4] = {0, 0, 0, 0};
     double spherical[3] = {0, 0, 0};
-    for (int pass = 0; pass < 20; ++pass) {
-        double body[3] = {0, 0, 0};
-        model.SetTime(day, fraction - light_time, false);
-        const bool known = model.GetHelVec2K(id, 0, body);
-        model.SetTime(day, fraction, false);
-        if (!known) return std::nullopt;
-        double offset[3] = {0, 0, 0};
-        Vmmad(body, 1, observer, -1, offset);
-        const double distance = Vmod(offset, 3);
-        psf1(offset, distance, spherical);
-        const double next = distance * kLightDaysPerAu;
-        const bool settled = std::fabs(next - light_time) < 1e-10;
-        light_time = next;
-        if (settled) break;
-    }
+    if (!model.GetAstrometricVec2K(id, vector, 0.0)) return std::nullopt;
+    psf1(vector, vector[3], spherical);
     return place_of(spherical[0], spherical[1], spherical[2]);
 }
 
@@ -86,7 +67,7 @@ std::optional<Place> astrometric_place(Model& model, const Body& body) {
         return astrometric_star(*star, observer,
                                 (model.instant().jd_tt() - kJ2000) / kDaysPerYear);
     if (!model.add(body)) return std::nullopt;
-    return astrometric_body(model.classic(), body.id, observer);
+    return astrometric_body(model.classic(), body.id);
 }
 
 std::optional<std::array<double, 6>> heliocentric_state(Model& model, const Body& body) {
@@ -133,18 +114,6 @@ Place of_date(const Model& model, const Place& j2000) {
     psf1(turned, 1.0, spherical);
     return {spherical[1] * kDegrees, spherical[2] * kDegrees, j2000.distance_au,
             j2000.light_time_days};
-}
-
-double refraction_deg(double altitude_deg, const Air& air) {
-    constexpr double kFadesFrom = -1;
-    constexpr double kGoneAt = -2;
-    if (!(altitude_deg > kGoneAt && altitude_deg <= 90)) return 0;
-    const double h = std::max(altitude_deg, kFadesFrom);
-    const double arcmin = 1.02 / std::tan((h + 10.3 / (h + 5.11)) / kDegrees) *
-                          (air.pressure_hpa / 1010) * (283 / (273 + air.temperature_c));
-    const double fade =
-        altitude_deg < kFadesFrom ? (altitude_deg - kGoneAt) / (kFadesFrom - kGoneAt) : 1;
-    return std::max(0.0, arcmin) * fade / 60;
 }
 
 }  // namespace solsys::sky

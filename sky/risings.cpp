@@ -121,6 +121,13 @@ Altitude horizon_of(const Site& site, const Body& body) {
             v::rises_with_its_limb(body.id)};
 }
 
+std::optional<Altitude> horizon_of(const Site& site, const Body& body, const Air& air) {
+    const auto altitude =
+        true_altitude_of_horizon(site.above_horizon_m, {air, site.latitude_deg, site.height_m});
+    if (!altitude) return std::nullopt;
+    return Altitude{*altitude, v::rises_with_its_limb(body.id)};
+}
+
 std::vector<Passage> passages(Model& model, const Site& site, const Body& body,
                               std::span<const Altitude> altitudes, const Span& span) {
     std::vector<Passage> out;
@@ -147,7 +154,12 @@ Instant Rising::anchor() const {
 }
 
 Risings risings(Model& model, const Site& site, const Body& body, const Span& span) {
-    const Altitude levels[] = {horizon_of(site, body), kCivilTwilight, kNauticalTwilight,
+    return risings(model, site, body, span, horizon_of(site, body));
+}
+
+Risings risings(Model& model, const Site& site, const Body& body, const Span& span,
+                const Altitude& horizon) {
+    const Altitude levels[] = {horizon, kCivilTwilight, kNauticalTwilight,
                                kAstronomicalTwilight};
     constexpr Event::Kind kinds[] = {Event::kHorizon, Event::kCivil, Event::kNautical,
                                      Event::kAstronomical};

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "core/constants.h"
-#include "solsys/earth_orientation.h"
 
 namespace solsys::eclipses {
 namespace {
@@ -34,7 +33,7 @@ void observe_from_geocentre(CSWSolSys& model) {
 bool luminaries_at(CSWSolSys& model, Instant t, Luminaries& out) {
     model.UpdateSys(t.day, t.fraction);
     const Mat3 cur_from_j2000 = load_matrix(model.GetMtrxEq2K_EqCur());
-    out.greenwich = SiderialTime(true, t.day, t.fraction);
+    out.greenwich = model.GetSiderealTime(true);
     return apparent(model, SSO_ID(SSO_MOON, 301), cur_from_j2000, out.moon) &&
            apparent(model, SSO_ID(SSO_PLNT, 10), cur_from_j2000, out.sun);
 }

@@ -110,6 +110,34 @@ TEST(Risings, HoldEveryPassageOnce) {
     }
 }
 
+// Where the air is known, the limb stands on the horizon of that air when the Sun rises.
+TEST(Risings, FollowTheAirWhereItIsKnown) {
+    auto model = Model::open();
+    Site site = site_at(51.5, 0);
+    site.height_m = 300, site.above_horizon_m = 100;
+    const Span day = days_from("2026-02-01", 1);
+    const auto standard = risings(*model, site, sun(), day).rows.at(0);
+    for (const Air& air : {Air{1040, -30}, Air{980, 35, 0.8}}) {
+        const auto horizon = horizon_of(site, sun(), air);
+        ASSERT_TRUE(horizon && horizon->upper_limb);
+        const Atmosphere atmosphere{air, site.latitude_deg, site.height_m};
+        const auto row = risings(*model, site, sun(), day, *horizon).rows.at(0);
+        model->observe_from(site);
+        for (const Instant& t : {*row.rise, *row.set}) {
+            model->move_to(t);
+            const auto place = apparent_place(*model, sun());
+            const double limb =
+                horizontal_of(*model, *place).altitude_deg + 959.63 / 3600 / place->distance_au;
+            const auto seen = true_altitude(-*dip_of_horizon(100, atmosphere), atmosphere);
+            EXPECT_NEAR(limb, *seen, 0.001);
+        }
+        const double earlier = seconds_between(*row.rise, *standard.rise);
+        EXPECT_EQ(earlier > 0, air.temperature_c < 0) << earlier;
+        EXPECT_GT(std::fabs(earlier), 15);
+    }
+    EXPECT_FALSE(horizon_of(site, sun(), {.pressure_hpa = 2000}));
+}
+
 TEST(Risings, LeaveTheModelAloneAndRefuseTheUnknown) {
     auto model = Model::open();
     const Site oslo = site_at(59.9, 10.7);

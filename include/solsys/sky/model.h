@@ -28,10 +28,11 @@ namespace solsys::sky {
 class SOLSYS_API Model {
   public:
     /// On a DE file, on a folder with one, or (empty) on the built-in theories. An ephemeris
-    /// that cannot be opened is a failure, never a silent fall-back.
+    /// that cannot be opened is a failure, never a silent fall-back. The modern reduction is in
+    /// force, milliarcseconds from what observatories print; see `SolsysReduction`.
     static Result<Model> open(const std::string& ephemeris = {});
     /// Over a host's own model, which must outlive this; its observer and instant stay until
-    /// they are set here.
+    /// they are set here, and its reduction is its own.
     explicit Model(CSWSolSys& borrowed);
     Model(Model&&) noexcept;
     Model& operator=(Model&&) noexcept;
@@ -53,6 +54,10 @@ class SOLSYS_API Model {
 
     /// Makes a body with a record of its own known; others only have to be catalogued.
     [[nodiscard]] Result<bool> add(const Body& body);
+
+    /// Which models of precession, nutation and light everything follows.
+    void use(SolsysReduction reduction) { model_->SetReduction(reduction); }
+    [[nodiscard]] SolsysReduction reduction() const { return model_->GetReduction(); }
 
     /// What the places come from: "DE405" or "built-in theory".
     [[nodiscard]] std::string source() const;

@@ -23,7 +23,8 @@ struct Place {
 /// or elements) with it. Empty when the body cannot be computed there: unknown, or outside the
 /// span of the ephemeris.
 ///
-/// Apparent: light time, aberration, true equator and equinox of date. Stars with proper
+/// Apparent: light time, aberration, under the modern reduction the deflection of light; true
+/// equator and equinox of date. Stars with proper
 /// motion, parallax and aberration; without a known parallax their distance is NaN.
 SOLSYS_API std::optional<Place> apparent_place(Model& model, const Body& body);
 /// Astrometric: light time alone (stars: proper motion and parallax), mean equator and equinox
@@ -38,7 +39,9 @@ struct Horizontal {
     double azimuth_deg = 0;   ///< from north through east, [0, 360)
     double altitude_deg = 0;  ///< geometric: without refraction
 };
-/// Of an apparent place. UT serves as UT1: 15 arcsec of azimuth for each second between them.
+/// Of an apparent place. Unless the model was told of the Earth's rotation (earth_rotation.h)
+/// UT serves as UT1: 15 arcsec of azimuth for each second between them. For the altitude at
+/// which the body is seen see refraction.h.
 SOLSYS_API Horizontal horizontal_of(const Model& model, const Place& apparent);
 
 /// A longitude in [0, 360) and a latitude.
@@ -52,15 +55,5 @@ SOLSYS_API LonLat ecliptic_of(const Model& model, const Place& apparent);
 SOLSYS_API LonLat galactic_of(const Model& model, const Place& apparent);
 /// From J2000 mean equator to the true equator of date, without light time and aberration.
 SOLSYS_API Place of_date(const Model& model, const Place& j2000);
-
-/// Refraction at an altitude [deg], to be added to a geometric altitude.
-///
-/// Saemundsson 1986, Sky and Telescope 72, 70: within 0.07 arcmin of tables above the horizon.
-/// Below -1 degree it fades to nothing at -2, where nothing is seen any more.
-struct Air {
-    double pressure_hpa = 1010;
-    double temperature_c = 10;
-};
-SOLSYS_API double refraction_deg(double geometric_altitude_deg, const Air& air = {});
 
 }  // namespace solsys::sky

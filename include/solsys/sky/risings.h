@@ -22,6 +22,7 @@
 #include "solsys/sky/body.h"
 #include "solsys/sky/instant.h"
 #include "solsys/sky/model.h"
+#include "solsys/sky/refraction.h"
 #include "solsys/sky/site.h"
 
 namespace solsys::sky {
@@ -37,6 +38,11 @@ constexpr Altitude kAstronomicalTwilight{-18, false};  ///< of the Sun
 /// The horizon: 34 arcmin of refraction and the site's dip below zero; the Sun and the Moon
 /// rise with their upper limb.
 [[nodiscard]] SOLSYS_API Altitude horizon_of(const Site& site, const Body& body);
+/// The horizon in the air given, whose refraction and dip take the place of the standard ones.
+/// Empty for air out of the range of refraction.h, and for a site more than 10 km above its
+/// surroundings.
+[[nodiscard]] SOLSYS_API std::optional<Altitude> horizon_of(const Site& site, const Body& body,
+                                                            const Air& air);
 
 /// A passage through one of the altitudes asked for.
 struct Passage {
@@ -89,5 +95,8 @@ struct Risings {
 /// The visits of a body to the sky of a site. Transits are taken down when the body is then
 /// above the horizon (the Sun: above 18 degrees below it).
 SOLSYS_API Risings risings(Model& model, const Site& site, const Body& body, const Span& span);
+/// The same above another horizon.
+SOLSYS_API Risings risings(Model& model, const Site& site, const Body& body, const Span& span,
+                           const Altitude& horizon);
 
 }  // namespace solsys::sky
