@@ -13,13 +13,13 @@ namespace solsys::sky {
 
 /// Empty is what is not known, or has no meaning for the body.
 struct Appearance {
-    std::optional<double> magnitude;  ///< visual
-    std::optional<double> phase_angle_deg;
-    std::optional<double> illuminated_fraction;
-    std::optional<double> elongation_deg;   ///< from the Sun, positive east of it
-    std::optional<double> bright_limb_deg;  ///< position angle, from north through east
-    std::optional<double> angular_diameter_arcsec;
-    std::string constellation;  ///< IAU abbreviation
+    std::optional<double> magnitude;                ///< visual
+    std::optional<double> phase_angle_deg;          ///< Sun, body, observer: [0, 180]
+    std::optional<double> illuminated_fraction;     ///< of the disk, 0 to 1
+    std::optional<double> elongation_deg;           ///< from the Sun, positive east of it
+    std::optional<double> bright_limb_deg;          ///< position angle, from north through east
+    std::optional<double> angular_diameter_arcsec;  ///< equatorial; comets have none
+    std::string constellation;                      ///< IAU abbreviation
 };
 /// At the model's instant, for its observer; `apparent` is the body's place there.
 SOLSYS_API Appearance appearance_of(Model& model, const Body& body, const Place& apparent);
@@ -29,7 +29,7 @@ SOLSYS_API std::optional<double> magnitude_of(Model& model, const Body& body);
 
 /// A constellation; `index` counts in the alphabetical order of the Latin names, -1 is none.
 struct Constellation {
-    int index = -1;
+    int index = -1;                 ///< 0 to 87
     const char* name = "";          ///< "Bo\u00f6tes"
     const char* abbreviation = "";  ///< "Boo"
 };

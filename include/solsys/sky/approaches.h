@@ -15,12 +15,13 @@ namespace solsys::sky {
 
 /// A least distance between the centres of a body and a planet, geometric.
 struct Approach {
-    Body planet;  ///< Mercury to Neptune, or the Moon
-    Instant time;
-    double distance_au = 0;
-    double speed_km_s = 0;  ///< of one relative to the other
+    Body planet;             ///< Mercury to Neptune, or the Moon
+    Instant time;            ///< of the least distance, to 1e-5 s
+    double distance_au = 0;  ///< between the centres
+    double speed_km_s = 0;   ///< of one relative to the other
 };
 
+/// What is looked for, and how.
 struct ApproachOptions {
     double within_au = 0.1;  ///< the greatest distance told, above 0
     /// On the osculating orbit alone; else integrated among the planets.

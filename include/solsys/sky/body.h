@@ -20,25 +20,30 @@ namespace solsys::sky {
 /// What a place can be asked of. Bodies that the library does not know by itself bring their
 /// record, which `Model::add` hands over.
 struct Body {
+    /// What a body brings along: nothing (a catalogued one), a star, or orbital elements.
     using Record = std::variant<std::monostate, StarObject, AsteroidRecord, CometRecord>;
 
     SSO_ID id;         ///< carries the name too; number 0: the object has none
     std::string name;  ///< for people
-    Record record;
+    Record record;     ///< see `Record`
     /// Of bodies by orbital elements: their epoch [JD TT]; 0 for others.
     double elements_epoch = 0;
 
     Body() = default;
+    /// With a record of its own; `elements_epoch` is the caller's to set.
     SOLSYS_API Body(const SSO_ID& body_id, std::string body_name, Record body_record = {});
     /// One of the 229 catalogued bodies, under its English name.
     SOLSYS_API explicit Body(const SSO_ID& body_id);
 
+    /// Whether the record is a star's (or a deep-sky object's).
     [[nodiscard]] bool is_star() const { return std::holds_alternative<StarObject>(record); }
+    /// Whether the body moves by elements of its own.
     [[nodiscard]] bool has_elements() const { return elements_epoch != 0; }
 };
 
-/// The Sun, and the Moon.
+/// The Sun: "plnt:10".
 [[nodiscard]] SOLSYS_API Body sun();
+/// The Earth's Moon: "moon:301".
 [[nodiscard]] SOLSYS_API Body moon();
 
 /// A body by name ("jupiter", "Io", "the moon"), by code ("plnt:5", "moon:501", "hip:32349",

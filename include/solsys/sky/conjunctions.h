@@ -23,9 +23,10 @@ enum class ConjunctionWay {
     kClosest          ///< the angle between the two is least, below `closest_limit_deg`
 };
 
+/// Two bodies in conjunction.
 struct Conjunction {
-    Instant at;
-    double separation_deg = 0;
+    Instant at;                 ///< when, in the way asked for
+    double separation_deg = 0;  ///< of the centres, as an angle
     double position_angle_deg =
         0;                      ///< of the first body from the second, from north through east
     double elongation_deg = 0;  ///< of the first body from the Sun, positive east
@@ -41,10 +42,10 @@ SOLSYS_API std::vector<Conjunction> conjunctions(Model& model, const Body& first
 
 /// Several bodies within a small circle.
 struct Gathering {
-    Instant at;             ///< when the smallest circle around all of them is least
-    double radius_deg = 0;  ///< of that circle
-    double ra_deg = 0;      ///< of its centre, of date
-    double dec_deg = 0;
+    Instant at;                 ///< when the smallest circle around all of them is least
+    double radius_deg = 0;      ///< of that circle
+    double ra_deg = 0;          ///< of its centre, of date
+    double dec_deg = 0;         ///< likewise
     Span within;                ///< as long as they stay within the limit
     double elongation_deg = 0;  ///< of the centre from the Sun, positive east
 };

@@ -20,22 +20,28 @@ namespace solsys::sky {
 
 /// One event. Empty is what the kind does not have, or what needs a site.
 struct DiaryEvent {
-    Instant at;
-    int kind = 0;      ///< SKYEVENT_... 1 to 32
-    std::string text;  ///< "Jupiter 0.1° south of Saturn"
-    std::optional<Body> first, second;
-    std::optional<double> separation_deg;
+    Instant at;                                ///< when it happens
+    int kind = 0;                              ///< SKYEVENT_... 1 to 32
+    std::string text;                          ///< "Jupiter 0.1° south of Saturn"
+    std::optional<Body> first;                 ///< the body that it happens to
+    std::optional<Body> second;                ///< the other of two
+    std::optional<double> separation_deg;      ///< of the centres
     std::optional<double> position_angle_deg;  ///< of the first from the second
     std::optional<double> elongation_deg;      ///< of the first from the Sun, positive east
-    std::optional<double> magnitude, second_magnitude;
-    std::optional<double> distance_au;
-    std::optional<double> longitude_deg, latitude_deg;  ///< seasons and phases
-    std::optional<int> constellation;                   ///< 0 to 87, of the first body
-    std::optional<double> hours_to_perigee, hours_to_apogee;
-    std::optional<double> zhr, moon_illuminated;      ///< showers
-    std::array<std::optional<Instant>, 4> contacts;   ///< transits; occultations for the site
-    bool in_longitude = false;                        ///< stations
-    std::optional<double> azimuth_deg, altitude_deg;  ///< for the site
+    std::optional<double> magnitude;           ///< of the first body
+    std::optional<double> second_magnitude;    ///< of the second
+    std::optional<double> distance_au;    ///< from the Earth; seasons, apsides: from the Sun
+    std::optional<double> longitude_deg;  ///< seasons: the Sun's; phases: the Moon's; of date
+    std::optional<double> latitude_deg;   ///< phases: the Moon's, of date
+    std::optional<int> constellation;     ///< 0 to 87, of the first body
+    std::optional<double> hours_to_perigee;          ///< phases; negative: hours since
+    std::optional<double> hours_to_apogee;           ///< likewise
+    std::optional<double> zhr;                       ///< showers: zenithal hourly rate
+    std::optional<double> moon_illuminated;          ///< showers: fraction of the disk
+    std::array<std::optional<Instant>, 4> contacts;  ///< transits; occultations for the site
+    bool in_longitude = false;                       ///< stations
+    std::optional<double> azimuth_deg;               ///< for the site, from north through east
+    std::optional<double> altitude_deg;              ///< for the site, geometric
 };
 
 /// What a diary is made of.

@@ -13,9 +13,10 @@ namespace solsys::sky {
 
 /// A Julian date as a day number and a fraction in [0, 1), so that nanoseconds survive.
 struct JulianDate {
-    int day = 0;
-    double fraction = 0;
+    int day = 0;          ///< whole days; a day begins at noon
+    double fraction = 0;  ///< of a day
 
+    /// Both in one number: 40 microseconds are lost.
     [[nodiscard]] double jd() const { return day + fraction; }
 };
 
@@ -34,8 +35,11 @@ class SOLSYS_API Instant {
     /// From a Julian date; the fraction may be any finite number. What is not finite, or beyond
     /// 2e9 days, gives day 0.
     static Instant from_utc(JulianDate utc);
+    /// The same from a Julian date in one number [day, UTC].
     static Instant from_utc(double jd);
+    /// From Terrestrial Time; limits as for UTC.
     static Instant from_tt(JulianDate tt);
+    /// The same from a Julian date in one number [day, TT].
     static Instant from_tt(double jd);
     /// The computer's clock.
     static Instant now();
@@ -43,11 +47,20 @@ class SOLSYS_API Instant {
     /// (0h UTC). Empty for what is none; `parse_time` (zone.h) reads more, and local times.
     static std::optional<Instant> from_iso(std::string_view text);
 
+    /// \name As Julian dates [day]
+    /// Split, or in one number, which holds 40 microseconds.
+    /// @{
+    /// Universal Time.
     [[nodiscard]] JulianDate utc() const { return {day_, fraction_}; }
+    /// Terrestrial Time.
     [[nodiscard]] JulianDate tt() const;
+    /// Barycentric Dynamical Time, taken as Terrestrial Time.
     [[nodiscard]] JulianDate tdb() const { return tt(); }
+    /// Universal Time in one number.
     [[nodiscard]] double jd_utc() const { return day_ + fraction_; }
+    /// Terrestrial Time in one number.
     [[nodiscard]] double jd_tt() const { return tt().jd(); }
+    /// @}
     /// TT - UTC [s].
     [[nodiscard]] double delta_t_seconds() const;
 
@@ -57,11 +70,14 @@ class SOLSYS_API Instant {
 
     /// Later by days of UTC; negative: earlier.
     [[nodiscard]] Instant plus_days(double days) const;
+    /// Later by seconds of 1/86400 day of UTC.
     [[nodiscard]] Instant plus_seconds(double seconds) const {
         return plus_days(seconds / 86400.0);
     }
 
+    /// To the last bit of the fraction.
     friend bool operator==(const Instant& a, const Instant& b) = default;
+    /// The earlier is the less.
     friend std::partial_ordering operator<=>(const Instant& a, const Instant& b) = default;
 
   private:
@@ -74,9 +90,12 @@ class SOLSYS_API Instant {
 
 /// A stretch of time, both ends included.
 struct Span {
-    Instant from, to;
+    Instant from;  ///< the beginning
+    Instant to;    ///< the end
 
+    /// Its length in days of UTC; negative when the ends are exchanged.
     [[nodiscard]] double days() const { return days_between(from, to); }
+    /// Whether an instant lies in it; the ends do.
     [[nodiscard]] bool holds(const Instant& t) const { return from <= t && t <= to; }
 };
 

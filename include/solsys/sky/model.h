@@ -34,15 +34,18 @@ class SOLSYS_API Model {
     /// Over a host's own model, which must outlive this; its observer and instant stay until
     /// they are set here, and its reduction is its own.
     explicit Model(CSWSolSys& borrowed);
+    /// Takes the other's model over; it must not be used any more.
     Model(Model&&) noexcept;
+    /// Likewise.
     Model& operator=(Model&&) noexcept;
     ~Model();
 
     /// The model itself, for everything that this layer does not offer.
     [[nodiscard]] CSWSolSys& classic() const { return *model_; }
 
-    /// Puts the observer at a site, or at the Earth's centre.
+    /// Puts the observer at a site.
     void observe_from(const Site& site);
+    /// Puts the observer at the Earth's centre.
     void observe_from_earth_centre();
     /// The site, if it is not the Earth's centre.
     [[nodiscard]] const std::optional<Site>& site() const { return site_; }
@@ -50,6 +53,7 @@ class SOLSYS_API Model {
     /// Moves to an instant. False: nothing can be computed there (the model stays where it
     /// was).
     bool move_to(const Instant& t);
+    /// The instant that the model was moved to last.
     [[nodiscard]] const Instant& instant() const { return instant_; }
 
     /// Makes a body with a record of its own known; others only have to be catalogued.
@@ -57,9 +61,10 @@ class SOLSYS_API Model {
 
     /// Which models of precession, nutation and light everything follows.
     void use(SolsysReduction reduction) { model_->SetReduction(reduction); }
+    /// The reduction in use.
     [[nodiscard]] SolsysReduction reduction() const { return model_->GetReduction(); }
 
-    /// What the places come from: "DE405" or "built-in theory".
+    /// What the places come from: "DE file" or "built-in theory".
     [[nodiscard]] std::string source() const;
 
   private:

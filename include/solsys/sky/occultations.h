@@ -18,29 +18,31 @@ namespace solsys::sky {
 /// One contact. Planets have two at either limb: first the one, then the other edge of the
 /// disk.
 struct LunarOccultation {
+    /// What happens to the body.
     enum class Contact {
         kDisappears,         ///< the star; the planet's last edge
         kReappears,          ///< the star; the planet's first edge
         kBeginsToDisappear,  ///< the planet's first edge
         kHasReappeared       ///< the planet's last edge
     };
-    Instant at;
-    Body body;
-    Contact contact = Contact::kDisappears;
-    double magnitude = 99;  ///< 99: not known
+    Instant at;                              ///< of the contact, to 0.1 s for the mean limb
+    Body body;                               ///< the star or planet
+    Contact contact = Contact::kDisappears;  ///< which contact
+    double magnitude = 99;                   ///< 99: not known
     /// Of the contact on the Moon's limb, from north through east [0, 360).
     double position_angle_deg = 0;
     /// Along the limb from the nearer cusp, positive on the dark side.
     double cusp_angle_deg = 0;
-    bool north_cusp = true;
-    bool dark_limb = true;
+    bool north_cusp = true;  ///< whether the nearer cusp is the northern one
+    bool dark_limb = true;   ///< whether the contact is on the limb that the Sun does not light
     /// The path cuts the mean limb less than 10 arcsec deep: mountains may decide.
     bool graze = false;
     double moon_altitude_deg = 0;  ///< of its centre, geometric
-    double moon_azimuth_deg = 0;
-    double sun_altitude_deg = 0;
-    double moon_illuminated = 0;
+    double moon_azimuth_deg = 0;   ///< from north through east
+    double sun_altitude_deg = 0;   ///< of its centre, geometric
+    double moon_illuminated = 0;   ///< fraction of the disk
 };
+/// "disappears", "reappears", "begins to disappear", "has reappeared".
 SOLSYS_API const char* to_string(LunarOccultation::Contact contact);
 
 /// What is looked for.

@@ -10,22 +10,25 @@
 
 namespace solsys::sky {
 
-/// Geocentric: the apparent ecliptic longitude of the Moon less that of the Sun in [0, 360)
-/// [deg], and how much of the disk is lit.
+/// The Moon's phase, geocentric.
 struct MoonPhase {
+    /// Apparent ecliptic longitude of the Moon less that of the Sun, [0, 360); NaN where they
+    /// cannot be computed.
     double angle_deg = 0;
-    double illuminated = 0;
+    double illuminated = 0;  ///< fraction of the disk
 };
 /// Moves the model to the instant; its observer stays.
 SOLSYS_API MoonPhase moon_phase(Model& model, const Instant& t);
 
+/// A principal phase.
 enum class Phase { kNew, kFirstQuarter, kFull, kLastQuarter };
 /// "new Moon", "first quarter", "full Moon", "last quarter".
 SOLSYS_API const char* to_string(Phase phase);
 
+/// A principal phase and when it falls.
 struct PhaseEvent {
-    Instant at;
-    Phase phase = Phase::kNew;
+    Instant at;                 ///< longitudes 0, 90, 180 or 270 degrees apart
+    Phase phase = Phase::kNew;  ///< which
 };
 /// The principal phases of a span in order, to a second. Moves the model; its observer stays.
 SOLSYS_API std::vector<PhaseEvent> principal_phases(Model& model, const Span& span);

@@ -18,7 +18,9 @@
 
 namespace solsys::sky {
 
+/// A satellite's beginning or end of a transit, an occultation, an eclipse.
 struct SatellitePhenomenon {
+    /// What happens to it.
     enum class Kind {
         kTransit,            ///< the satellite before the planet's disk
         kShadowTransit,      ///< its shadow on the disk
@@ -27,9 +29,9 @@ struct SatellitePhenomenon {
         kMutualOccultation,  ///< another satellite before it
         kMutualEclipse       ///< in another satellite's shadow (penumbra)
     };
-    Instant at;
-    Kind kind = Kind::kTransit;
-    bool begins = true;  ///< or ends
+    Instant at;                  ///< as seen from the Earth's centre
+    Kind kind = Kind::kTransit;  ///< what
+    bool begins = true;          ///< or ends
     /// Not to be seen: an occultation of a satellite in the shadow, an eclipse of one behind
     /// the disk.
     bool hidden = false;

@@ -13,8 +13,8 @@ namespace solsys::sky {
 
 /// A direction on an equator, and how far.
 struct Place {
-    double ra_deg = 0;  ///< [0, 360)
-    double dec_deg = 0;
+    double ra_deg = 0;           ///< [0, 360)
+    double dec_deg = 0;          ///< [-90, 90]
     double distance_au = 0;      ///< NaN: not known
     double light_time_days = 0;  ///< likewise
 };
@@ -46,8 +46,8 @@ SOLSYS_API Horizontal horizontal_of(const Model& model, const Place& apparent);
 
 /// A longitude in [0, 360) and a latitude.
 struct LonLat {
-    double lon_deg = 0;
-    double lat_deg = 0;
+    double lon_deg = 0;  ///< [0, 360)
+    double lat_deg = 0;  ///< [-90, 90]
 };
 /// Of an apparent place, on the true ecliptic and equinox of date.
 SOLSYS_API LonLat ecliptic_of(const Model& model, const Place& apparent);

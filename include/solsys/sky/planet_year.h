@@ -12,14 +12,15 @@ namespace solsys::sky {
 
 /// A planet's way beside the Sun.
 struct ElongationCurve {
+    /// One day of it.
     struct Point {
-        Instant at;
+        Instant at;  ///< when
         /// Difference of the apparent ecliptic longitudes of date, planet less Sun, in (-180,
         /// 180]: positive in the evening sky, negative in the morning sky.
         double elongation_deg = 0;
     };
-    Body planet;
-    std::vector<Point> points;
+    Body planet;                ///< whose way
+    std::vector<Point> points;  ///< in order of time
 };
 
 /// Mercury to Neptune and Pluto over a span, a point every `step_days` (at least 0.01). Points

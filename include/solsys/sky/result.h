@@ -11,7 +11,7 @@ namespace solsys::sky {
 /// Why something could not be done: one line for people, without a full stop. It names what was
 /// wrong and, where that helps, shows a right one.
 struct Failure {
-    std::string message;
+    std::string message;  ///< UTF-8
 };
 
 /// A value, or a Failure. Used like std::optional; `message()` says why it is empty.
@@ -24,16 +24,24 @@ struct Failure {
 template <class T>
 class Result {
   public:
-    Result(T value) : value_(std::move(value)) {}                      // NOLINT: implicit
+    /// A value.
+    Result(T value) : value_(std::move(value)) {}  // NOLINT: implicit
+    /// A reason why there is none.
     Result(Failure failure) : message_(std::move(failure.message)) {}  // NOLINT: implicit
 
+    /// Whether there is a value.
     explicit operator bool() const { return value_.has_value(); }
+    /// Whether there is a value.
     [[nodiscard]] bool has_value() const { return value_.has_value(); }
     /// The value; only when there is one.
     const T& operator*() const { return *value_; }
+    /// The value, to be changed.
     T& operator*() { return *value_; }
+    /// A member of the value; only when there is one.
     const T* operator->() const { return &*value_; }
+    /// A member of the value, to be changed.
     T* operator->() { return &*value_; }
+    /// The value, or another where there is none.
     [[nodiscard]] T value_or(T otherwise) const {
         return value_ ? *value_ : std::move(otherwise);
     }

@@ -29,8 +29,8 @@ namespace solsys::sky {
 
 /// An altitude to go through, of the centre or of the upper limb; without refraction.
 struct Altitude {
-    double degrees = 0;
-    bool upper_limb = false;
+    double degrees = 0;       ///< above the mathematical horizon
+    bool upper_limb = false;  ///< of the upper limb, else of the centre
 };
 constexpr Altitude kCivilTwilight{-6, false};          ///< of the Sun
 constexpr Altitude kNauticalTwilight{-12, false};      ///< of the Sun
@@ -46,9 +46,9 @@ constexpr Altitude kAstronomicalTwilight{-18, false};  ///< of the Sun
 
 /// A passage through one of the altitudes asked for.
 struct Passage {
-    Instant at;
-    std::size_t which = 0;  ///< of the altitudes
-    bool rising = false;
+    Instant at;              ///< when
+    std::size_t which = 0;   ///< of the altitudes
+    bool rising = false;     ///< upwards, else downwards
     double azimuth_deg = 0;  ///< of the centre, from north through east, [0, 360)
 };
 
@@ -69,15 +69,21 @@ SOLSYS_API std::vector<Span> times_above(Model& model, const Site& site, const B
 /// it happens, and happens within the span. A visit may have no transit (it grazes the horizon
 /// far north or south), a transit no visit around it (the Sun's in twilight).
 struct Rising {
-    std::optional<Instant> rise;
-    std::optional<Instant> transit;  ///< upper, through the meridian
-    std::optional<Instant> set;
+    std::optional<Instant> rise;      ///< through the horizon, upwards
+    std::optional<Instant> transit;   ///< upper, through the meridian
+    std::optional<Instant> set;       ///< through the horizon, downwards
     double rise_azimuth_deg = 0;      ///< with `rise`
     double transit_altitude_deg = 0;  ///< with `transit`: without refraction
     double set_azimuth_deg = 0;       ///< with `set`
-    /// The Sun's twilights: beginning in the morning and end in the evening.
-    std::optional<Instant> astronomical_dawn, nautical_dawn, civil_dawn;
-    std::optional<Instant> civil_dusk, nautical_dusk, astronomical_dusk;
+    /// \name The Sun's twilights, beginning in the morning and end in the evening
+    /// @{
+    std::optional<Instant> astronomical_dawn;  ///< -18 degrees, upwards
+    std::optional<Instant> nautical_dawn;      ///< -12 degrees, upwards
+    std::optional<Instant> civil_dawn;         ///< -6 degrees, upwards
+    std::optional<Instant> civil_dusk;         ///< -6 degrees, downwards
+    std::optional<Instant> nautical_dusk;      ///< -12 degrees, downwards
+    std::optional<Instant> astronomical_dusk;  ///< -18 degrees, downwards
+    /// @}
 
     /// An instant that tells which day it is: the transit, else what stands first.
     [[nodiscard]] SOLSYS_API Instant anchor() const;
@@ -86,9 +92,9 @@ struct Rising {
 /// What a body does over a span.
 struct Risings {
     std::vector<Rising> rows;  ///< in order
-    /// Whether it can be computed where the span starts, and is then above the horizon. Rows
-    /// without a rise or a set leave the body on the side where it is.
-    bool known = false;
+    bool known = false;        ///< whether it can be computed where the span starts
+    /// Whether it is then above the horizon. Rows without a rise or a set leave the body on
+    /// the side where it is.
     bool up_at_start = false;
 };
 

@@ -16,8 +16,11 @@ class SearchControl {
     /// `progress` gets the fraction done, 0 to 1, once a step.
     explicit SearchControl(std::function<void(double)> progress = {})
         : progress_(std::move(progress)) {}
+    /// Asks the search to end at its next step; from any thread.
     void stop() { stopped_.store(true, std::memory_order_relaxed); }
+    /// Whether `stop` was called.
     [[nodiscard]] bool stopped() const { return stopped_.load(std::memory_order_relaxed); }
+    /// Called by the search: hands the fraction done to `progress`.
     void tell(double fraction) const {
         if (progress_) progress_(fraction);
     }

@@ -19,7 +19,7 @@ namespace solsys::sky {
 /// sea at the horizon lowers the horizon and lets the Sun rise earlier; in a mountain valley,
 /// or in a city on a plateau, that is 0.
 struct SOLSYS_API Site {
-    std::string name;
+    std::string name;            ///< for people
     double latitude_deg = 0;     ///< geodetic, north positive
     double longitude_deg = 0;    ///< east positive
     double height_m = 0;         ///< above sea level

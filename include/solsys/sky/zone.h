@@ -14,21 +14,26 @@ namespace solsys::sky {
 
 /// A date; see `Instant` for the calendar and the numbering of years.
 struct CivilDate {
-    int year = 2000, month = 1, day = 1;
+    int year = 2000;  ///< astronomical: 0 is 1 BC
+    int month = 1;    ///< 1 to 12
+    int day = 1;      ///< 1 to 31
 
+    /// The same day.
     friend bool operator==(const CivilDate&, const CivilDate&) = default;
 };
 /// Julian day number of the noon of a date. Months and days outside their range are taken on.
 [[nodiscard]] SOLSYS_API int julian_day_number(const CivilDate& date);
+/// The date whose noon has this Julian day number.
 [[nodiscard]] SOLSYS_API CivilDate date_of_julian_day(int day_number);
 /// "2026-11-21".
 [[nodiscard]] SOLSYS_API std::string to_string(const CivilDate& date);
 
 /// What a clock and a calendar on the wall show.
 struct CivilTime {
-    CivilDate date;
-    int hour = 0, minute = 0;
-    double second = 0;
+    CivilDate date;     ///< of the calendar
+    int hour = 0;       ///< 0 to 23
+    int minute = 0;     ///< 0 to 59
+    double second = 0;  ///< [0, 60)
 };
 
 /// A time zone: UTC, a fixed offset, or one of the IANA names.
@@ -44,9 +49,11 @@ class SOLSYS_API Zone {
     /// The same from the compiled tables alone, whatever the system has.
     static Result<Zone> find_compiled(std::string_view name);
 
+    /// As the zone database writes it.
     [[nodiscard]] const std::string& name() const { return name_; }
     /// Seconds east of Greenwich.
     [[nodiscard]] int offset_seconds(const Instant& t) const;
+    /// What the zone's clock shows.
     [[nodiscard]] CivilTime civil(const Instant& t) const;
     /// The instant of a clock reading. Of a reading that occurs twice the first; one that the
     /// clocks skip is read with the offset before the jump.
@@ -56,6 +63,7 @@ class SOLSYS_API Zone {
     [[nodiscard]] CivilDate date(const Instant& t) const;
     /// The civil day: from its midnight to the next, 23 to 25 hours.
     [[nodiscard]] Span day(const CivilDate& date) const;
+    /// The civil day that an instant falls in.
     [[nodiscard]] Span day(const Instant& t) const { return day(date(t)); }
 
     /// \name Text
@@ -84,8 +92,8 @@ SOLSYS_API Result<Instant> parse_time(std::string_view text, const Zone& zone = 
 
 /// A step of time: so many days, or calendar months.
 struct Step {
-    double days = 1;
-    int months = 0;  ///< not 0: whole months, and `days` says nothing
+    double days = 1;  ///< of 86400 s
+    int months = 0;   ///< not 0: whole months, and `days` says nothing
 };
 /// "1d", "6h", "10m" or "10min", "30s", "2w", "1mo", "1y", or a plain number of days; above 0.
 SOLSYS_API Result<Step> parse_step(std::string_view text);
