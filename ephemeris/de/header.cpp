@@ -19,10 +19,9 @@ namespace {
 static_assert(std::endian::native == std::endian::little, "DE files are read as they lie");
 
 // Layout [bytes from the start of the file]. Between the titles and the dates stand 400 names
-// of constants; further names push the last two pointer triples back.
+// of constants; further names, from byte 2856 on, push the last two pointer triples back.
 constexpr std::size_t kTitleSize = 252;
 constexpr std::int64_t kDates = 2652;
-constexpr std::int64_t kFurtherNames = 2856;
 constexpr std::int32_t kNamesInPlace = 400;
 constexpr std::int64_t kNameSize = 6;
 
