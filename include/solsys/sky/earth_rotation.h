@@ -21,10 +21,10 @@
 
 namespace solsys::sky {
 
-/// A table as read; `problems` names the lines that were skipped, and why (the first hundred).
+/// A table as read, with the lines that were skipped and why.
 struct EarthOrientationTable {
-    std::vector<EarthOrientationRow> rows;
-    std::vector<std::string> problems;
+    std::vector<EarthOrientationRow> rows;  ///< as the file has them
+    std::vector<std::string> problems;      ///< lines skipped, at most a hundred
 };
 
 /// Reads UT1 - UTC and the pole from a file of the IERS: finals2000A (all, data, daily) or EOP

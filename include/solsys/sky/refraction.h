@@ -11,8 +11,8 @@ namespace solsys::sky {
 
 /// The air at a site.
 struct Air {
-    double pressure_hpa = 1010;  ///< at the site, not reduced to sea level
-    double temperature_c = 10;
+    double pressure_hpa = 1010;    ///< at the site, not reduced to sea level
+    double temperature_c = 10;     ///< at the site
     double humidity = 0;           ///< relative, 0 to 1
     double wavelength_um = 0.574;  ///< of the light, micrometres
 };
@@ -27,9 +27,9 @@ struct Air {
 
 /// A column of air over a site.
 struct Atmosphere {
-    Air air{};
-    double latitude_deg = 45;
-    double height_m = 0;  ///< of the site above the sea
+    Air air{};                 ///< at the site
+    double latitude_deg = 45;  ///< of the site, geodetic
+    double height_m = 0;       ///< of the site above the sea
 };
 
 /// Altitudes [deg] below which no ray arrives: asked for a lower one, the functions here answer
@@ -46,6 +46,7 @@ inline constexpr double kLowestApparentAltitude = -1.0;
 /// apparent altitude of -1 degree or for what is not finite
 [[nodiscard]] SOLSYS_API std::optional<double> refraction_of_apparent_short(
     double apparent_deg, const Air& air = {});
+/// The same for a true altitude.
 [[nodiscard]] SOLSYS_API std::optional<double> refraction_of_true_short(double true_deg,
                                                                         const Air& air = {});
 
@@ -78,6 +79,7 @@ inline constexpr double kLowestApparentAltitude = -1.0;
 /// What is known of the air decides: with an atmosphere the integral, else the short formulas.
 [[nodiscard]] SOLSYS_API std::optional<double> apparent_altitude(
     double true_deg, const std::optional<Atmosphere>& atmosphere);
+/// The other way round.
 [[nodiscard]] SOLSYS_API std::optional<double> true_altitude(
     double apparent_deg, const std::optional<Atmosphere>& atmosphere);
 
