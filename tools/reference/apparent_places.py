@@ -6,11 +6,12 @@ heliocentric velocities, light time to 2e-6 day) on the states of the DE405 test
 usage: apparent_places.py build/de405/de405.bin data/delta_t.csv > data/reference/apparent_places.csv"""
 import math
 import random
-import struct
 import sys
 
 import erfa
 import numpy as np
+
+from de405 import De405
 
 random.seed(1)
 LIGHT_DAY = 0.005775518331436995
@@ -18,36 +19,19 @@ EARTH_RADIUS, FLATTENING = 6378.137 * 6.6845871222684464e-9, 0.00335281066474748
 FAR = 1e30  # au: aberration alone, without the Sun's potential
 BODIES = (10, 301, 1, 2, 4, 5, 6, 7, 8, 9)
 
-data = open(sys.argv[1], "rb").read()
-start, end, span = struct.unpack_from("<3d", data, 2652)
-au, emrat = struct.unpack_from("<2d", data, 2680)
-pointers = np.array(struct.unpack_from("<36i", data, 2696)).reshape(12, 3)
-records = np.frombuffer(data, "<f8").reshape(int((end - start) / span) + 2, -1)[2:]
+DE = De405(sys.argv[1])
 delta_t = [line.split(",") for line in open(sys.argv[2]) if line[0].isdigit()]
 keys = [int(row[2]) + float(row[3]) for row in delta_t]
-
-
-def row(number, day, fraction):
-    """Position and velocity of a row of the file [au, au/day]."""
-    offset, terms, subs = pointers[number - 1]
-    n, within = divmod((day + fraction) - start, span)  # one double, as the classic states have it
-    scaled = within / span * subs
-    sub = min(int(scaled), subs - 1)
-    u = 2 * (scaled - sub) - 1
-    block = records[int(n)][offset - 1:offset - 1 + 3 * terms * subs].reshape(subs, 3, terms)[sub]
-    rate = 2 * subs / span
-    series = [np.polynomial.chebyshev.Chebyshev(c) for c in block]
-    return np.array([[s(u) for s in series], [s.deriv()(u) * rate for s in series]]) / au
 
 
 def heliocentric(body, day, fraction):
     if body == 10:
         return np.zeros((2, 3))
     if body in (3, 301):
-        moon = row(10, day, fraction)
-        earth = row(3, day, fraction) - row(11, day, fraction) - moon / (1 + emrat)
+        moon = DE.row(10, day, fraction)
+        earth = DE.row(3, day, fraction) - DE.row(11, day, fraction) - moon / (1 + DE.emrat)
         return earth if body == 3 else earth + moon
-    return row(body, day, fraction) - row(11, day, fraction)
+    return DE.row(body, day, fraction) - DE.row(11, day, fraction)
 
 
 def frame(day, fraction):
