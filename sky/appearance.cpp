@@ -103,12 +103,15 @@ Appearance appearance_of(Model& model, const Body& body, const Place& apparent) 
     return looks;
 }
 
-Constellation constellation_at(const Model& model, double ra_deg, double dec_deg) {
-    const auto index = static_cast<unsigned char>(
-        model.classic().RADecInConstell(ra_deg / kDegrees, dec_deg / kDegrees));
-    if (index >= std::size(kConstellations)) return {};
+Constellation constellation_number(int index) {
+    if (index < 0 || index >= static_cast<int>(std::size(kConstellations))) return {};
     const Named& found = kConstellations[index];
     return {found.index, found.name, found.abbreviation};
+}
+
+Constellation constellation_at(const Model& model, double ra_deg, double dec_deg) {
+    return constellation_number(static_cast<unsigned char>(
+        model.classic().RADecInConstell(ra_deg / kDegrees, dec_deg / kDegrees)));
 }
 
 Constellation constellation_called(std::string_view abbreviation) {
