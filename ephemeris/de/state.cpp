@@ -75,23 +75,28 @@ double days_into_record(const DeFile& file, Instant t, std::int64_t record) {
     return ((t.day - start_day) - record_start) + (t.fraction - start_fraction);
 }
 
+// Leads a state to the record of an instant. \return the position in it, 0 to 1; -1 outside
+double seek(const DeFile& file, DE_EvalState& state, Instant t) {
+    const double jd = t.jd();
+    if (!(jd >= file.header.start_jd && jd <= file.last_jd)) return -1;  // NaN too
+
+    // The sum says which record it is, unless it rounds across the start of one.
+    std::int64_t record = record_number(file, (jd - file.header.start_jd) * file.per_span);
+    double within = days_into_record(file, t, record) * file.per_span;
+    if (within < 0 && record > 0) within = days_into_record(file, t, --record) * file.per_span;
+    within = std::clamp(within, 0.0, 1.0);
+    state.record_time = static_cast<double>(record) + within;
+    state.record = file.records + (record + kHeaderRecords) * file.header.ncoeff;
+    return within;
+}
+
 }  // namespace
 
 int de_state(DE_EvalState& state, Instant t, short body, bool velocity, double* out) {
     const DeFile* file = file_of(state);
     if (file == nullptr || body < 1 || body > kSun) return -1;
-    const double jd = t.jd();
-    if (!(jd >= file->header.start_jd && jd <= file->last_jd)) return -1;  // NaN too
-
-    // The sum says which record it is, unless it rounds across the start of one.
-    std::int64_t record = record_number(*file, (jd - file->header.start_jd) * file->per_span);
-    double within = days_into_record(*file, t, record) * file->per_span;
-    if (within < 0 && record > 0) {
-        within = days_into_record(*file, t, --record) * file->per_span;
-    }
-    within = std::clamp(within, 0.0, 1.0);
-    state.record_time = static_cast<double>(record) + within;
-    state.record = file->records + (record + kHeaderRecords) * file->header.ncoeff;
+    const double within = seek(*file, state, t);
+    if (within < 0) return -1;
 
     const auto kept = [&](DE_EvalState::Exact& exact, short row, double& cached_time,
                           std::int32_t& cached_level, double* cached) {
@@ -109,6 +114,23 @@ int de_state(DE_EvalState& state, Instant t, short body, bool velocity, double* 
         [&] { kept(state.exact_moon, kMoon, state.moon_time, state.moon_level, state.moon); },
         out);
     return 0;
+}
+
+bool de_planet_positions(DE_EvalState& state, Instant t,
+                         std::array<Vec3, kPlanetsInFile>& out) {
+    const DeFile* file = file_of(state);
+    if (file == nullptr) return false;
+    const double within = seek(*file, state, t);
+    if (within < 0) return false;
+    const auto place = [&](int row) {
+        double r[3];
+        evaluate(*file, state, row, within, false, r);
+        return load(r);
+    };
+    const Vec3 sun = place(kSun);
+    for (int row = 1; row <= kPlanetsInFile; ++row)
+        out[static_cast<std::size_t>(row - 1)] = place(row) - sun;
+    return true;
 }
 
 }  // namespace solsys

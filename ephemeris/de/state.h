@@ -1,7 +1,10 @@
 // States from the open DE file with the instant in two parts.
 #pragma once
 
+#include <array>
+
 #include "core/instant.h"
+#include "core/linalg.h"
 #include "solsys/de_ephemeris.h"
 
 namespace solsys {
@@ -12,5 +15,11 @@ namespace solsys {
 // integration and the modern reduction. A state may serve both forms in turn; neither takes up
 // what the other cached of the Sun and the Moon.
 int de_state(DE_EvalState& state, Instant t, short body, bool velocity, double* out);
+
+// The heliocentric positions of the planets at one instant, Mercury to Pluto, the third the
+// barycentre of Earth and Moon [au], equator of the file; what they share is worked out once.
+// False, and `out` untouched, as above.
+constexpr int kPlanetsInFile = 9;
+bool de_planet_positions(DE_EvalState& state, Instant t, std::array<Vec3, kPlanetsInFile>& out);
 
 }  // namespace solsys

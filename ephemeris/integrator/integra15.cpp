@@ -68,6 +68,7 @@ struct IntegRA15::Work {
     void* progress_context = nullptr;
 
     std::unique_ptr<solsys::Force> force;
+    solsys::SmallBodyForce* built_in = nullptr;  // the force, when it is that
     std::unique_ptr<solsys::Trajectory> motion;  // null: not started
     solsys::Instant epoch{0, 0.0};
     std::vector<double> start, state;
@@ -78,11 +79,14 @@ struct IntegRA15::Work {
 
     void forget() {
         motion.reset();
+        built_in = nullptr;
         force.reset();
         has_state = false;
         status = INTEGR_NOT_STARTED;
     }
     bool begin(double first, double other);
+    // Adds `sign` times where the Sun is from the origin of the coordinates at a time.
+    bool from_origin(double t, double sign, std::vector<double>& bodies) const;
 };
 
 Integrator::~Integrator() = default;
@@ -139,6 +143,7 @@ void IntegRA15::SetSteps(double step1, double step2) {
 bool IntegRA15::Work::begin(double first, double other) {
     using namespace solsys;
     motion.reset();
+    built_in = nullptr;
     force.reset();
     moved = has_state = false;
     file_changes = de_file_changes();
@@ -148,15 +153,30 @@ bool IntegRA15::Work::begin(double first, double other) {
         if (order != 2 || coordinates % 3 != 0) return false;
         if (!perturbers) perturbers = std::make_shared<Perturbers>(true);
         perturbers->renew();
-        auto built_in = std::make_unique<SmallBodyForce>(*perturbers, days_since_j2000(epoch),
-                                                         kTheSun, forces, coordinates / 3);
-        built_in->tell_apart(start.data());
-        force = std::move(built_in);
+        auto made = std::make_unique<SmallBodyForce>(*perturbers, days_since_j2000(epoch),
+                                                     kTheSun, forces, coordinates / 3);
+        made->tell_apart(start.data());
+        built_in = made.get();
+        force = std::move(made);
     }
     motion = std::make_unique<Trajectory>(coordinates, order, *force, tolerance);
-    if (motion->start(start.data(), first, other) == StepStatus::kOk) return true;
+    std::vector<double> from = start;
+    from_origin(0, 1, from);  // none: the integration finds no force either
+    if (motion->start(from.data(), first, other) == StepStatus::kOk) return true;
     motion.reset();
     return false;
+}
+
+bool IntegRA15::Work::from_origin(double t, double sign, std::vector<double>& bodies) const {
+    if (built_in == nullptr) return true;
+    solsys::State sun{};
+    if (!built_in->origin(t, sun)) return false;
+    const auto n = static_cast<std::size_t>(coordinates);
+    for (std::size_t i = 0; i < n; i += 3) {
+        store(solsys::load(&bodies[i]) + sign * sun.r, &bodies[i]);
+        store(solsys::load(&bodies[n + i]) + sign * sun.v, &bodies[n + i]);
+    }
+    return true;
 }
 
 bool IntegRA15::Start(int day, double fraction, const double* state) {
@@ -189,7 +209,9 @@ bool IntegRA15::RA15(int day, double fraction, double step1, double step2) {
         progress = [&w](double done) { return w.progress(done, w.progress_context); };
     w.state.resize(w.start.size());
     const double t = days_between(w.epoch, {day, fraction});
-    const solsys::StepStatus status = w.motion->state_at(t, w.state.data(), progress);
+    solsys::StepStatus status = w.motion->state_at(t, w.state.data(), progress);
+    if (status == solsys::StepStatus::kOk && !w.from_origin(t, -1, w.state))
+        status = solsys::StepStatus::kNoForce;
     w.status = solsys::public_status(status, w.host_force != nullptr);
     w.has_state = w.status == INTEGR_OK;
     return w.has_state;

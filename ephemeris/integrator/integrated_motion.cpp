@@ -40,6 +40,9 @@ void IntegratedMotion::begin() {
     force_ = std::make_unique<SmallBodyForce>(*perturbers_, days_since_j2000(epoch_), centre_,
                                               forces_, 1);
     force_->tell_apart(start);
+    State sun{};
+    force_->origin(0, sun);  // none: the integration finds no force either
+    store(start_ + sun, start);
     motion_ = std::make_unique<Trajectory>(3, 2, *force_, kTolerance);
     const bool about_sun = centre_ == kTheSun;
     status_ = motion_->start(start, about_sun ? kFirstStep : kFirstStepAboutPlanet,
@@ -50,10 +53,14 @@ bool IntegratedMotion::state(Instant t, State& out, const Trajectory::Progress& 
     if (stopped_) return false;
     if (!motion_ || file_changes_ != de_file_changes()) begin();
     double s[6];
-    status_ = motion_->state_at(days_between(epoch_, t), s, progress);
+    const double days = days_between(epoch_, t);
+    status_ = motion_->state_at(days, s, progress);
     stopped_ = status_ == StepStatus::kStopped;
+    State sun{};
+    if (status_ == StepStatus::kOk && !force_->origin(days, sun))
+        status_ = StepStatus::kNoForce;
     if (status_ != StepStatus::kOk) return false;
-    out = load_state(s);
+    out = load_state(s) - sun;
     return true;
 }
 

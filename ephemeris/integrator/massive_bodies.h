@@ -29,6 +29,7 @@ enum MassiveBody : std::size_t {
 };
 
 constexpr double kEarthOverMoon = 81.3005678;  // masses
+constexpr double kMoonShare = 1 / (1 + kEarthOverMoon);
 
 // GM [au^3/day^2]; planets from Mars outwards with their satellites.
 // Luzum et al. 2011, Celest. Mech. Dyn. Astr. 110, 293 (ratios to the Sun); Standish 1998, JPL
@@ -50,6 +51,10 @@ constexpr std::array<double, kMassiveBodies> kMassiveGm = [] {
                                               3.846858707712684e-14,
                                               kGaussSquared};
 }();
+
+// Of the mass of the Sun and Mercury.
+constexpr double kMercuryShare =
+    kMassiveGm[kMercury] / (kMassiveGm[kMercury] + kMassiveGm[kTheSun]);
 
 // Mean radii [km], where a motion ends. Archinal et al. 2011, Celest. Mech. Dyn. Astr. 109,
 // 101.

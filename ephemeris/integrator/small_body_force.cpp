@@ -7,8 +7,9 @@ namespace {
 
 constexpr double kSpeedOfLight = 1.0 / kLightDayPerAu;  // au/day
 
-// Within this of the Earth the Moon is a body of its own; beyond, its mass is the Earth's. The
-// difference swings to and fro with the month: 5e-13 au on a minor planet of the main belt.
+// Within this of the Earth the Moon is a body of its own; beyond, both masses stand at their
+// barycentre. What that leaves out, 6e-12 of the Sun's attraction at the most, swings to and
+// fro twice a month, and over a century of an inner orbit adds up to 1e-10 au.
 constexpr double kMoonReach = 0.5;         // au
 constexpr double kOblatenessReach = 0.03;  // au: 1e-11 of the Sun's attraction there
 
@@ -97,11 +98,20 @@ bool SmallBodyForce::prepare(Node& node) {
     if (with_moon && !perturbers_.place_moon(node.day, node.offset, at)) return false;
     node.centre = at.r[centre_];
     node.of_centre = Vec3{};
+    if (centre_ != kTheSun) at.earth_and_moon -= node.centre;
     for (std::size_t body = 0; body < kMassiveBodies; ++body) {
         if (centre_ != kTheSun) at.r[body] -= node.centre;
-        if (gm_[body] > 0) node.of_centre += attraction(gm_[body], at.r[body]);
+        const bool falls_with_it = body == kMercury && centre_ == kTheSun;
+        if (gm_[body] > 0 && !falls_with_it)
+            node.of_centre += attraction(gm_[body], at.r[body]);
     }
+    if (centre_ != kTheSun) at.sun = Vec3{};
     return true;
+}
+
+bool SmallBodyForce::origin(double t, State& sun) {
+    sun = State{};
+    return centre_ != kTheSun || perturbers_.sun_sway(epoch_day_ + t, 0, sun);
 }
 
 bool SmallBodyForce::prepare(double t, std::span<const double> offsets) {
@@ -116,9 +126,9 @@ bool SmallBodyForce::prepare(double t, std::span<const double> offsets) {
 // Whether the Moon counts by itself at r; its place is then there.
 bool SmallBodyForce::near_earth(Node& node, Vec3 r) {
     if (node.at.moon_known && centre_ != kTheSun) return true;
-    const Vec3 d = node.at.r[kEarth] - r;
+    const Vec3 d = node.at.earth_and_moon - r;
     if (dot(d, d) > kMoonReach * kMoonReach) {
-        node.at.r[kTheMoon] = node.at.r[kEarth];
+        node.at.r[kEarth] = node.at.r[kTheMoon] = node.at.earth_and_moon;
         return true;
     }
     return perturbers_.place_moon(node.day, node.offset, node.at);
@@ -163,9 +173,10 @@ bool SmallBodyForce::accelerate(Node& node, const State& state, Vec3& out) {
 bool SmallBodyForce::evaluate(int node, const double* x, const double* v, double* f) {
     for (std::size_t i = 0; i < bodies_; ++i) {
         Vec3 acceleration{};
-        const State state{load(x + 3 * i), load(v + 3 * i)};
-        if (!accelerate(nodes_[static_cast<std::size_t>(node)], state, acceleration))
-            return false;
+        Node& at = nodes_[static_cast<std::size_t>(node)];
+        // The Sun's own velocity, 5e-9 au/day, is nothing to what depends on velocities.
+        const State state{load(x + 3 * i) - at.at.sun, load(v + 3 * i)};
+        if (!accelerate(at, state, acceleration)) return false;
         store(acceleration, f + 3 * i);
     }
     return true;
@@ -175,11 +186,15 @@ std::optional<Vec3> acceleration(Perturbers& perturbers, MassiveBody centre, Ins
                                  const State& state) {
     SmallBodyForce force(perturbers, days_since_j2000(t), centre, {}, 1);
     const double now[1] = {0};
+    State sun{};
     double x[3], v[3], f[3];
-    store(state.r, x);
-    store(state.v, v);
+    if (!force.origin(0, sun)) return std::nullopt;
+    store(state.r + sun.r, x);
+    store(state.v + sun.v, v);
     if (!force.prepare(0, now) || !force.evaluate(0, x, v, f)) return std::nullopt;
-    return load(f);
+    if (centre != kTheSun) return load(f);
+    // The origin falls towards Mercury as its share of the mass bids.
+    return load(f) - attraction(kMassiveGm[kMercury], (-1 / kMercuryShare) * sun.r);
 }
 
 }  // namespace solsys

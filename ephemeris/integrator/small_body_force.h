@@ -37,8 +37,13 @@ class SmallBodyForce final : public Force {
                    const SmallForces& forces, int bodies);
 
     // A body that starts beside a massive asteroid and with its speed is that asteroid: it does
-    // not attract itself. Call with the start, before integrating.
+    // not attract itself. Call with the state about the centre, before integrating.
     void tell_apart(const double* start);
+
+    // The Sun from the origin of the coordinates at a time: the coordinates of what goes about
+    // the Sun are counted from its barycentre with Mercury (see Perturbers::sun_sway). Zero
+    // about other centres. False outside the ephemeris.
+    bool origin(double t, State& sun);
 
     // What the last collision was with.
     [[nodiscard]] std::optional<MassiveBody> hit() const { return hit_; }
