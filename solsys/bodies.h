@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core/linalg.h"
+#include "solsys/earth_satellites.h"
 #include "solsys/element_tables.h"
 #include "solsys/integrated_objects.h"
 #include "solsys/object_table.h"
@@ -29,6 +30,7 @@ struct Bodies {
     FlatTable<std::unique_ptr<SS_Object>> objects;
     ElementTables elements;
     IntegratedObjects integrated;
+    EarthSatellites satellites;
     Elements eros{};  // built in: (433), as a spacecraft's central body
     double eros_gm = 0;
     Mat3 ecl2k_from_j2000 = kIdentity;  // J2000 equator to the J2000 ecliptic of elements

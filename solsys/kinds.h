@@ -17,6 +17,7 @@ enum class Table : std::int8_t {
     spacecraft,    // by tracks of elements about several bodies
     user_objects,  // by states
     integrated,    // of these three: asteroids, comets, user's objects, by type
+    satellites,    // of the Earth, by element sets
     stars          // stars and deep-sky objects, which have places but no states
 };
 
@@ -26,6 +27,7 @@ enum class Road : std::int8_t {
     itself,        // the object computes it
     about_sun,     // the state about the Sun; answered even when there is none
     about_centre,  // the state about the central body, and that body's own
+    about_earth,   // likewise about the Earth, which is not named as the central body
     blended        // the same, and blended with the next one's where the centre changes
 };
 
@@ -70,7 +72,7 @@ inline constexpr Kind kKinds[] = {
     {SSO_USCO, Table::user_objects, Road::about_centre, Centre::of_record,
      Brightness::by_distance, 0.1, false},
     {SSO_FSCO, Table::integrated, Road::about_centre, Centre::of_record},
-    {SSO_TLE, Table::none, Road::about_centre},
+    {SSO_TLE, Table::satellites, Road::about_earth},
     {SSO_STAR, Table::stars, Road::none, Centre::none, Brightness::stored},
     {SSO_USTR, Table::stars, Road::none, Centre::none, Brightness::stored},
     {SSO_UDSO, Table::stars, Road::none, Centre::none, Brightness::stored},

@@ -10,6 +10,7 @@ namespace solsys {
 namespace {
 
 constexpr double kUnknown = -1.0;
+constexpr double kMinutesPerDay = 1440;
 
 constexpr BodyKey kMeasuredComet{SSO_COMT, 611674338};  // its nucleus has been measured
 constexpr double kMeasuredCometKm = 2.94;
@@ -75,6 +76,8 @@ double orbital_period(const Bodies& bodies, BodyKey body, Instant t) {
         const double reciprocal_a = 2.0 / norm(start.r) - dot(start.v, start.v) / mu;
         return period(1.0 / reciprocal_a, 0.0, mu);
     }
+    if (source.satellite != nullptr)
+        return source.satellite->set.period_minutes() / kMinutesPerDay;
     return kUnknown;
 }
 

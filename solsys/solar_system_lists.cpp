@@ -23,9 +23,10 @@ int size_of(const std::vector<SSO_ID>& list) { return static_cast<int>(list.size
 
 int CSWSolSys::GetFullList(std::vector<SSO_ID>* list) const {
     if (list == nullptr) return 0;
-    // The tables in the order of their type codes: astr, comt, fAST, fCOM, fSCO, moon and plnt,
-    // scft, uSCO.
+    // The tables in the order of their type codes: TLE_, astr, comt, fAST, fCOM, fSCO, moon and
+    // plnt, scft, uSCO.
     const solsys::Bodies& m = model_->bodies;
+    append(m.satellites, kAllTypes, list);
     append(m.elements.asteroids, kAllTypes, list);
     append(m.elements.comets, kAllTypes, list);
     append(m.integrated.asteroids, kAllTypes, list);
@@ -83,7 +84,7 @@ bool CSWSolSys::CheckSSO(const SSO_ID* id) const {
            m.elements.comets.find(key) != nullptr ||
            m.elements.spacecraft.find(key) != nullptr ||
            m.elements.user_objects.find(key) != nullptr ||
-           m.integrated.elements(key) != nullptr ||
+           m.integrated.elements(key) != nullptr || m.satellites.find(key) != nullptr ||
            m.integrated.user_objects.find(key) != nullptr;
 }
 

@@ -75,6 +75,7 @@ bool CSWSolSys::GetHelEcl2K(const SSO_ID& id, char velocity, double* out) {
                 known = about_centre(bodies, source, t, with_velocity, state);
                 break;
             case solsys::Road::about_centre:
+            case solsys::Road::about_earth:
             case solsys::Road::blended:
                 known = on_one_centre(bodies, source, t, with_velocity, state);
                 break;

@@ -70,6 +70,13 @@ bool user_object(const Bodies& bodies, const UserObjectRecord& record, Instant t
     return true;
 }
 
+bool satellite(const EarthSatellite& satellite, Instant t, bool velocity, State& out) {
+    ResonanceState<double> resonance{};
+    if (satellite.set.j2000_state(t, resonance, out) != TLE_OK) return none(out);
+    if (!velocity) out.v = Vec3{};
+    return true;
+}
+
 bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bool velocity,
                   int depth, State& out);
 
@@ -133,6 +140,9 @@ bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bo
             return about_centre(bodies, source, t, velocity, out) &&
                    add_centre(bodies, centre_of(bodies, source.body, t), t, velocity, depth,
                               out);
+        case Road::about_earth:
+            return about_centre(bodies, source, t, velocity, out) &&
+                   add_centre(bodies, kEarthKey, t, velocity, depth, out);
         case Road::blended:
             if (source.track == nullptr) break;
             return spacecraft_heliocentric(bodies, *source.track, t, velocity, depth, out);
@@ -178,6 +188,9 @@ StateSource find_source(const Bodies& bodies, BodyKey body) {
             source.elements = bodies.integrated.elements(key);
             source.user_object = bodies.integrated.user_objects.find(key);
             break;
+        case Table::satellites:
+            source.satellite = find_satellite(bodies.satellites, key);
+            break;
         case Table::stars:
         case Table::none:
             break;
@@ -221,13 +234,16 @@ bool about_centre(const Bodies& bodies, const StateSource& source, Instant t, bo
     }
     if (source.user_object != nullptr)
         return user_object(bodies, *source.user_object, t, velocity, out);
+    if (source.satellite != nullptr) return satellite(*source.satellite, t, velocity, out);
     return none(out);
 }
 
 bool on_one_centre(const Bodies& bodies, const StateSource& source, Instant t, bool velocity,
                    State& out) {
+    const BodyKey centre =
+        source.satellite != nullptr ? kEarthKey : centre_of(bodies, source.body, t);
     return about_centre(bodies, source, t, velocity, out) &&
-           add_centre(bodies, centre_of(bodies, source.body, t), t, velocity, 0, out);
+           add_centre(bodies, centre, t, velocity, 0, out);
 }
 
 BodyKey centre_of(const Bodies& bodies, BodyKey body, Instant t) {

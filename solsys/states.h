@@ -23,10 +23,12 @@ struct StateSource {
     const UserObjectRecord* user_object = nullptr;
     // Of an integrated body; the elements or the record beside it serve where it fails.
     IntegratedMotion* motion = nullptr;
+    const EarthSatellite* satellite = nullptr;
 
     [[nodiscard]] bool found() const {
         return object != nullptr || elements != nullptr || held_asteroid != nullptr ||
-               held_comet != nullptr || track != nullptr || user_object != nullptr;
+               held_comet != nullptr || track != nullptr || user_object != nullptr ||
+               satellite != nullptr;
     }
 };
 

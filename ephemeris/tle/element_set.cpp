@@ -21,17 +21,24 @@ double PreparedElements::minutes_at(Instant utc) const {
 
 double PreparedElements::period_minutes() const { return kTwoPi / set.c.n0; }
 
-int PreparedElements::teme_state(double minutes, double* state) {
+int PreparedElements::teme_state(double minutes, double* state) const {
+    ResonanceState<double> resonance{};
+    return teme_state(minutes, resonance, state);
+}
+
+int PreparedElements::teme_state(double minutes, ResonanceState<double>& resonance,
+                                 double* state) const {
     double found[6];
     const int code = sgp4_state(set.kind, set.c, minutes, resonance, found);
     if (code == TLE_OK || code == TLE_DECAYED) std::copy_n(found, 6, state);
     return code;
 }
 
-int PreparedElements::j2000_state(Instant tt, State& state) {
+int PreparedElements::j2000_state(Instant tt, ResonanceState<double>& resonance,
+                                  State& state) const {
     const Instant utc{tt.day, tt.fraction - ET_UT::Get(tt.day, tt.fraction) / kSecondsPerDay};
     double km[6];
-    const int code = teme_state(minutes_at(utc), km);
+    const int code = teme_state(minutes_at(utc), resonance, km);
     if (code != TLE_OK && code != TLE_DECAYED) return code;
     const State teme{1 / kKmPerAu * load(km), kSecondsPerDay / kKmPerAu * load(km + 3)};
     state = j2000_from_teme(tt) * teme;

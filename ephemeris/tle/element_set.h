@@ -13,14 +13,15 @@ namespace solsys {
 
 struct PreparedElements {
     Sgp4Set set;
-    ResonanceState<double> resonance{};  // goes on from the last state
 
     [[nodiscard]] double minutes_at(Instant utc) const;
     [[nodiscard]] double period_minutes() const;
-    // TEME [km, km/s]; left alone without a state. A TLEStatus.
-    int teme_state(double minutes, double* state);
+    // TEME [km, km/s]; left alone without a state. A TLEStatus. `resonance` may be kept from
+    // state to state of one set.
+    int teme_state(double minutes, ResonanceState<double>& resonance, double* state) const;
+    int teme_state(double minutes, double* state) const;
     // Geocentric, J2000 equator [au, au/day]; likewise.
-    int j2000_state(Instant tt, State& state);
+    int j2000_state(Instant tt, ResonanceState<double>& resonance, State& state) const;
 };
 
 // None for elements out of range.

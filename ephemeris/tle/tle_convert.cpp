@@ -17,6 +17,7 @@ struct TLEConvert::Impl {
     TLEFault fault;
     std::optional<TLERecord> record;
     std::optional<solsys::PreparedElements> set;
+    solsys::ResonanceState<double> resonance{};  // goes on from the last state
 };
 
 TLEConvert::TLEConvert() : impl_(std::make_unique<Impl>()) {}
@@ -55,13 +56,14 @@ double TLEConvert::GetPeriod() const { return impl_->set ? impl_->set->period_mi
 int TLEConvert::TLE2Vec(int day, double fraction, double* state) {
     if (!impl_->set) return TLE_NOT_SET;
     solsys::State found;
-    const int code = impl_->set->j2000_state({day, fraction}, found);
+    const int code = impl_->set->j2000_state({day, fraction}, impl_->resonance, found);
     if (has_state(code)) store(found, state);
     return code;
 }
 
 int TLEConvert::GetState(double minutes, double* state) {
-    return impl_->set ? impl_->set->teme_state(minutes, state) : static_cast<int>(TLE_NOT_SET);
+    if (!impl_->set) return TLE_NOT_SET;
+    return impl_->set->teme_state(minutes, impl_->resonance, state);
 }
 
 int TLEConvert::GetStateAt(int day, double fraction, double* state) {

@@ -9,6 +9,7 @@
 #include "solsys/body_rotation.h"
 #include "solsys/earth_rotation.h"
 #include "solsys/element_records.h"
+#include "solsys/element_sets.h"
 #include "solsys/export.h"
 #include "solsys/integrator.h"
 #include "solsys/kepler.h"
@@ -377,8 +378,8 @@ class SOLSYS_API CSWSolSys {
     /// `uSCO` by the records added to the model; `fAST`, `fCOM` and `fSCO` by integration, and
     /// by their osculating orbit where that does not come. Asteroids and comets that are in no
     /// table answer true from `GetHelVec2K`, with zeros (the place of the Sun), and from what
-    /// builds on it; the other types answer false. The satellites `TLE_` have no source in this
-    /// version: false.
+    /// builds on it; the other types answer false. The satellites `TLE_` come from their
+    /// element sets (element_sets.h); one that has re-entered has no state: false.
     ///
     /// An asteroid that is the central body of a spacecraft or own object of the model is
     /// computed from the built-in elements of (433) Eros, and has its mass. Element orbits are
@@ -487,6 +488,21 @@ class SOLSYS_API CSWSolSys {
     /// Told now and then, during an integration, what part of it is done (0 to 1). False ends
     /// it: the osculating orbit serves that object from then on, until this is called again.
     void SetIntegrCallBack(bool (*callback)(double done, void* context), void* context);
+    /// @}
+
+    /// \name Satellites of the Earth
+    /// Type `TLE_`, moved by the model of the element sets from the record added
+    /// (element_sets.h). Under a number that is there the record is replaced.
+    /// `GetCentralBodyID` knows none for them, `GetMagnitude` neither; their place is
+    /// geocentric with the Earth's own added.
+    /// @{
+
+    /// False for elements out of range, and for lines that do not hold a set.
+    bool AddSatellite(std::int32_t number, const TLERecord& record);
+    bool AddSatellite(std::int32_t number, const char* line1, const char* line2);
+    bool RemoveSatellite(std::int32_t number);
+    void ClearSatellites();
+    const TLERecord* GetSatellite(std::int32_t number) const;
     /// @}
 
     /// \name Records held

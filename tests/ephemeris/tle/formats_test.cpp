@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "tests/ephemeris/tle/published_sets.h"
+#include "tests/support/published_sets.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "frames/precession.h"
 #include "frames/sidereal_time.h"
 #include "platform/cpu_features.h"
-#include "tests/ephemeris/tle/published_sets.h"
+#include "tests/support/published_sets.h"
 
 namespace {
 

@@ -1,0 +1,34 @@
+#include "solsys/earth_satellites.h"
+
+#include <new>
+
+#include "solsys/model.h"
+
+using solsys::key_of;
+
+bool CSWSolSys::AddSatellite(std::int32_t number, const TLERecord& record) try {
+    const auto set = solsys::prepared(record);
+    if (!set) return false;
+    model_->bodies.satellites.replace(
+        key_of(SSO_TLE, number),
+        std::make_unique<solsys::EarthSatellite>(solsys::EarthSatellite{record, *set}));
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool CSWSolSys::AddSatellite(std::int32_t number, const char* line1, const char* line2) {
+    TLEConvert set;
+    return set.Set(line1, line2) == 0 && AddSatellite(number, *set.GetRecord());
+}
+
+bool CSWSolSys::RemoveSatellite(std::int32_t number) {
+    return model_->bodies.satellites.erase(key_of(SSO_TLE, number));
+}
+
+void CSWSolSys::ClearSatellites() { model_->bodies.satellites.clear(); }
+
+const TLERecord* CSWSolSys::GetSatellite(std::int32_t number) const {
+    const auto* found = find_satellite(model_->bodies.satellites, key_of(SSO_TLE, number));
+    return found != nullptr ? &found->record : nullptr;
+}
