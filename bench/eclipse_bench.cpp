@@ -12,7 +12,7 @@ namespace {
 
 constexpr double k1901 = 2415385.5, k2101 = 2488434.5;
 constexpr double k1960 = 2436934.5, k2060 = 2473459.5;
-constexpr double kMinus1999 = 990557.5, k3001 = 2817152.5;
+constexpr double kMinus1999 = 990922.5, k3001 = 2817152.5;
 
 // On the DE file, or on the built-in theories.
 void open(CSWSolSys& model, bool file, benchmark::State& state) {
