@@ -13,13 +13,16 @@ namespace {
 
 constexpr double kTenthMicroarcsec = kArcsec * 1e-7;  // unit of both tables [rad]
 
-// e^(i k a), as plain numbers: the product of two needs no care for infinities.
-struct Phasor {
-    double cos, sin;
+// e^(i k a) as {cos, sin}: two numbers that the processor works on at once.
+using Pair = double __attribute__((vector_size(16)));
+
+// What a phasor is multiplied by: re {cos, cos}, im {-sin, sin}.
+struct Factor {
+    Pair re, im;
 };
-constexpr Phasor operator*(Phasor a, Phasor b) {
-    return {a.cos * b.cos - a.sin * b.sin, a.sin * b.cos + a.cos * b.sin};
-}
+inline Factor factor_of(Pair a) { return {Pair{a[0], a[0]}, Pair{-a[1], a[1]}}; }
+inline Pair operator*(Pair a, const Factor& b) { return a * b.re + Pair{a[1], a[0]} * b.im; }
+inline Pair phasor_of(const Factor& f) { return Pair{f.re[0], f.im[1]}; }
 
 struct LunisolarRow {
     int term, n_l, n_lp, n_f, n_d, n_om;
@@ -59,14 +62,17 @@ constexpr int index_of(int argument, int multiple) {
 constexpr int kNoFactor = index_of(kArgL, 0);  // 1
 static_assert(kOffsets.back() < 256, "an index fits in a byte");
 
-using Phasors = std::array<Phasor, kOffsets.back()>;
+using Multiples = std::array<Factor, kOffsets.back()>;
 
 // Two products per term: l with l', F with Omega are multiplied beforehand.
 constexpr int kLSpan = 2 * kMost[kArgL] + 1, kLpSpan = 2 * kMost[kArgLp] + 1;
 constexpr int kFSpan = 2 * kMost[kArgF] + 1, kOmSpan = kMost[kArgOm] + 1;
+struct Weights {
+    double psi_cos, psi_sin, eps_cos, eps_sin;
+};
 struct LunisolarTerm {
     std::uint8_t l_lp, f_om, d;
-    double psi_sin, psi_sin_t, psi_cos, eps_cos, eps_cos_t, eps_sin;
+    Weights weights;
 };
 constexpr auto kLunisolar = [] {
     std::array<LunisolarTerm, kLunisolarCount> terms{};
@@ -76,89 +82,149 @@ constexpr auto kLunisolar = [] {
                                               kMost[kArgLp]),
                     static_cast<std::uint8_t>((r.n_f + kMost[kArgF]) * kOmSpan + r.n_om),
                     static_cast<std::uint8_t>(index_of(kArgD, r.n_d)),
-                    r.psi_sin,
-                    r.psi_sin_t,
-                    r.psi_cos,
-                    r.eps_cos,
-                    r.eps_cos_t,
-                    r.eps_sin};
+                    {r.psi_cos, r.psi_sin, r.eps_cos, r.eps_sin}};
     }
     return terms;
 }();
 
-// At most six arguments take part in a planetary term; the places left over multiply by 1.
+// The few terms that grow with time, by their place among all.
+struct SecularTerm {
+    std::size_t place;
+    double psi_sin_t, eps_cos_t;
+};
+constexpr bool is_secular(const LunisolarRow& r) {
+    return r.psi_sin_t != 0 || r.eps_cos_t != 0;
+}
+constexpr std::size_t kSecularCount = [] {
+    std::size_t count = 0;
+    for (const LunisolarRow& r : kLunisolarRows) count += is_secular(r);
+    return count;
+}();
+constexpr auto kSecular = [] {
+    std::array<SecularTerm, kSecularCount> terms{};
+    std::size_t used = 0;
+    for (std::size_t i = 0; i < kLunisolarCount; ++i) {
+        const LunisolarRow& r = kLunisolarRows[i];
+        if (is_secular(r)) terms.at(used++) = {i, r.psi_sin_t, r.eps_cos_t};
+    }
+    return terms;
+}();
+
+// At most six arguments take part in a planetary term. Terms with as many stand together, so
+// that no product is by 1.
 constexpr std::size_t kFactors = 6;
 struct PlanetaryTerm {
     std::array<std::uint8_t, kFactors> factor;
-    double psi_sin, psi_cos, eps_sin, eps_cos;
+    std::uint8_t factors;
+    Weights weights;
 };
 constexpr auto kPlanetary = [] {
     std::array<PlanetaryTerm, kPlanetaryCount> terms{};
-    for (std::size_t i = 0; i < terms.size(); ++i) {
-        const PlanetaryRow& r = kPlanetaryRows[i];
-        terms[i] = {{}, r.psi_sin, r.psi_cos, r.eps_sin, r.eps_cos};
-        terms[i].factor.fill(static_cast<std::uint8_t>(kNoFactor));
-        std::size_t used = 0;
-        for (std::size_t a = 0; a < std::size(r.n); ++a) {
-            if (r.n[a] == 0) continue;
-            terms[i].factor.at(used++) =
-                static_cast<std::uint8_t>(index_of(kPlanetaryArguments[a], r.n[a]));
+    std::size_t next = 0;
+    for (std::size_t wanted = 1; wanted <= kFactors; ++wanted) {
+        for (const PlanetaryRow& r : kPlanetaryRows) {
+            PlanetaryTerm t{{}, 0, {r.psi_cos, r.psi_sin, r.eps_cos, r.eps_sin}};
+            for (std::size_t a = 0; a < std::size(r.n); ++a) {
+                if (r.n[a] == 0) continue;
+                t.factor.at(t.factors++) =
+                    static_cast<std::uint8_t>(index_of(kPlanetaryArguments[a], r.n[a]));
+            }
+            if (t.factors == wanted) terms.at(next++) = t;
         }
     }
     return terms;
 }();
+static_assert(kPlanetary.back().factors > 0, "every term has a place");
+// Where the terms with so many factors begin.
+constexpr auto kPlanetaryBegin = [] {
+    std::array<std::size_t, kFactors + 2> begin{};
+    for (const PlanetaryTerm& t : kPlanetary)
+        for (std::size_t n = t.factors + 1U; n < begin.size(); ++n) ++begin[n];
+    return begin;
+}();
 
 // All multiples of the arguments of a set, by repeated multiplication.
-Phasors multiples(ArgumentSet set, double T) {
+Multiples multiples(ArgumentSet set, double T) {
     const auto angles = fundamental_arguments(set, T);
-    Phasors p{};
+    Multiples p{};
     for (int a = 0; a < kArgumentCount; ++a) {
-        const std::size_t i = static_cast<std::size_t>(a);
+        const double angle = angles[static_cast<std::size_t>(a)];
         const int middle = index_of(a, 0);
-        const Phasor one{std::cos(angles[i]), std::sin(angles[i])};
-        p[middle] = {1, 0};
+        const Factor one = factor_of(Pair{std::cos(angle), std::sin(angle)});
+        Pair power{1, 0};
+        p[middle] = factor_of(power);
         for (int k = 1; k <= kMost[a]; ++k) {
-            p[middle + k] = p[middle + k - 1] * one;
-            p[middle - k] = {p[middle + k].cos, -p[middle + k].sin};
+            power = power * one;
+            p[middle + k] = factor_of(power);
+            p[middle - k] = factor_of(Pair{power[0], -power[1]});
         }
     }
     return p;
 }
 
+// Sums of cosines and of sines, apart until the end.
+struct Sums {
+    Pair psi{0, 0}, epsilon{0, 0};
+
+    void add(Pair a, const Weights& w) {
+        psi += a * Pair{w.psi_cos, w.psi_sin};
+        epsilon += a * Pair{w.eps_cos, w.eps_sin};
+    }
+    [[nodiscard]] NutationOffsets total() const {
+        return {psi[0] + psi[1], epsilon[0] + epsilon[1]};
+    }
+};
+
 // Both sums run from the smallest terms to the largest, that is from the end.
 NutationOffsets lunisolar(double T) {
-    const Phasors p = multiples(ArgumentSet::kLunisolar, T);
-    std::array<Phasor, kLSpan * kLpSpan> l_lp;
+    const Multiples p = multiples(ArgumentSet::kLunisolar, T);
+    std::array<Pair, kLSpan * kLpSpan> l_lp;
     for (int l = 0; l < kLSpan; ++l) {
         for (int k = 0; k < kLpSpan; ++k)
-            l_lp[l * kLpSpan + k] = p[kOffsets[kArgL] + l] * p[kOffsets[kArgLp] + k];
+            l_lp[l * kLpSpan + k] = phasor_of(p[kOffsets[kArgL] + l]) * p[kOffsets[kArgLp] + k];
     }
-    std::array<Phasor, kFSpan * kOmSpan> f_om;
+    std::array<Factor, kFSpan * kOmSpan> f_om;
     for (int f = 0; f < kFSpan; ++f) {
         for (int k = 0; k < kOmSpan; ++k)
-            f_om[f * kOmSpan + k] = p[kOffsets[kArgF] + f] * p[index_of(kArgOm, k)];
+            f_om[f * kOmSpan + k] =
+                factor_of(phasor_of(p[kOffsets[kArgF] + f]) * p[index_of(kArgOm, k)]);
     }
-    double psi = 0, epsilon = 0;
-    for (std::size_t i = kLunisolarCount; i-- > 0;) {
-        const LunisolarTerm& t = kLunisolar[i];
-        const Phasor a = l_lp[t.l_lp] * f_om[t.f_om] * p[t.d];
-        psi += (t.psi_sin + t.psi_sin_t * T) * a.sin + t.psi_cos * a.cos;
-        epsilon += (t.eps_cos + t.eps_cos_t * T) * a.cos + t.eps_sin * a.sin;
+    const auto phasor = [&](const LunisolarTerm& t) {
+        return l_lp[t.l_lp] * f_om[t.f_om] * p[t.d];
+    };
+    Sums sums;
+    for (std::size_t i = kLunisolarCount; i-- > 0;)
+        sums.add(phasor(kLunisolar[i]), kLunisolar[i].weights);
+    NutationOffsets rate{0, 0};
+    for (std::size_t i = kSecularCount; i-- > 0;) {
+        const Pair a = phasor(kLunisolar[kSecular[i].place]);
+        rate.d_psi += kSecular[i].psi_sin_t * a[1];
+        rate.d_epsilon += kSecular[i].eps_cos_t * a[0];
     }
-    return {psi, epsilon};
+    const NutationOffsets total = sums.total();
+    return {total.d_psi + rate.d_psi * T, total.d_epsilon + rate.d_epsilon * T};
+}
+
+template <std::size_t N>
+void add_planetary(const Multiples& p, Sums& sums) {
+    for (std::size_t i = kPlanetaryBegin[N + 1]; i-- > kPlanetaryBegin[N];) {
+        const PlanetaryTerm& t = kPlanetary[i];
+        Pair a = phasor_of(p[t.factor[0]]);
+        for (std::size_t k = 1; k < N; ++k) a = a * p[t.factor[k]];
+        sums.add(a, t.weights);
+    }
 }
 
 NutationOffsets planetary(double T) {
-    const Phasors p = multiples(ArgumentSet::kPlanetary, T);
-    double psi = 0, epsilon = 0;
-    for (std::size_t i = kPlanetaryCount; i-- > 0;) {
-        const PlanetaryTerm& t = kPlanetary[i];
-        const Phasor a = (p[t.factor[0]] * p[t.factor[1]]) * (p[t.factor[2]] * p[t.factor[3]]) *
-                         (p[t.factor[4]] * p[t.factor[5]]);
-        psi += t.psi_sin * a.sin + t.psi_cos * a.cos;
-        epsilon += t.eps_sin * a.sin + t.eps_cos * a.cos;
-    }
-    return {psi, epsilon};
+    const Multiples p = multiples(ArgumentSet::kPlanetary, T);
+    Sums sums;
+    add_planetary<6>(p, sums);
+    add_planetary<5>(p, sums);
+    add_planetary<4>(p, sums);
+    add_planetary<3>(p, sums);
+    add_planetary<2>(p, sums);
+    add_planetary<1>(p, sums);
+    return sums.total();
 }
 
 }  // namespace
