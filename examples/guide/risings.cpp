@@ -1,39 +1,33 @@
-// Sunrises and sunsets at a site, as the guide shows them.
-// Run as: risings LATITUDE LONGITUDE JD_UT DAYS; degrees, north and east positive.
+// Sunrise and sunset where there are some, and where there are none.
+#include "solsys/sky/risings.h"
+
 #include <cstdio>
-#include <cstdlib>
 
-#include "solsys/solar_system.h"
-#include "solsys/visibility.h"
+#include "solsys/sky/zone.h"
+using namespace solsys::sky;
 
-int main(int argc, char** argv) {
-    if (argc != 5) return 2;
-    constexpr double kDegree = 0.017453292519943295;
-    const double latitude = std::atof(argv[1]) * kDegree;
-    const double longitude = std::atof(argv[2]) * kDegree;
-    const double start = std::atof(argv[3]);
-    const double end = start + std::atof(argv[4]);
-    CSWSolSys model;
-    model.InitSys("");
+int main() {
+    auto model = Model::open();
+    const Zone utc;
+    for (const char* city : {"Quito", "London", "Tromso"}) {
+        const Site site = *find_city(city);
+        const Zone zone = *Zone::find(site.zone);
+        const auto clock = [&](const std::optional<Instant>& t) {
+            return t ? zone.clock(*t) : std::string("-");
+        };
+        const Risings found = risings(*model, site, sun(), zone.day({2026, 12, 1}));
+        for (const Rising& day : found.rows)
+            std::printf("%-7s dawn %5s  rise %5s  noon %5s at %5.1f  set %5s  dusk %5s\n", city,
+                        clock(day.civil_dawn).c_str(), clock(day.rise).c_str(),
+                        clock(day.transit).c_str(), day.transit_altitude_deg,
+                        clock(day.set).c_str(), clock(day.civil_dusk).c_str());
+    }
 
-    // [guide]
-    OBSERVER site;
-    site.kind = LOCATION_SURFACE;
-    site.body_type = SSO_PLNT, site.body_number = 3;
-    site.location[0] = 0;  // height in km here, in au for the model itself
-    site.location[1] = longitude;
-    site.location[2] = latitude;
-
-    CSWVisibility visibility(&model);
-    visibility.InitSearch(start, end, SSO_ID(SSO_PLNT, 10), &site);  // Julian dates in UT
-    visibility.SearchCrossings(-34 / 60.0 * kDegree, true);          // of the upper limb
-    for (const CROSSING& c : visibility.GetCrossings())
-        std::printf("%.5f the Sun %s\n", c.time, c.sense > 0 ? "rises" : "sets");
-
-    VISIBILITY day;
-    while (visibility.SearchNext(&day))
-        std::printf("%.5f transit, %.1f degrees up\n", day.transit,
-                    day.transit_altitude / kDegree);
-    // [guide]
-    return 0;
+    // Any altitude of any body: when is Rigel more than 20 degrees up?
+    const Site london = *find_city("London");
+    const Span night = {*parse_time("2026-12-01T12:00Z"), *parse_time("2026-12-02T12:00Z")};
+    const Altitude twenty{20, false};
+    for (const Span& s : times_above(*model, london, *find_body("rigel"), twenty, night))
+        std::printf("Rigel above 20 degrees from %s to %s\n", utc.date_time(s.from).c_str(),
+                    utc.date_time(s.to).c_str());
 }

@@ -6,9 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "events/search/search_model.h"
@@ -218,26 +216,6 @@ TEST(SearchCrossings, HasNothingWhereThereIsNothing) {
     const int found = far.SearchCrossings(0, false);
     EXPECT_GT(found, 50);
     EXPECT_LT(found, 1000);
-}
-
-// The guide shows the program that is built and run, line by line.
-TEST(Guide, ShowsTheProgramThatIsRun) {
-    const auto lines_of = [](const char* path) {
-        std::ifstream in(path);
-        std::vector<std::string> lines;
-        for (std::string line; std::getline(in, line);) lines.push_back(line);
-        return lines;
-    };
-    const auto guide = lines_of("docs/guide.md");
-    const auto program = lines_of("examples/guide/risings.cpp");
-    const std::string mark = "    // [guide]";
-    const auto first = std::find(program.begin(), program.end(), mark) + 1;
-    const auto last = std::find(first, program.end(), mark);
-    ASSERT_GT(last - first, 10);
-    std::vector<std::string> shown;
-    for (auto line = first; line != last; ++line)
-        shown.push_back(line->size() > 4 ? line->substr(4) : "");
-    EXPECT_NE(std::search(guide.begin(), guide.end(), shown.begin(), shown.end()), guide.end());
 }
 
 }  // namespace
