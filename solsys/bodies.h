@@ -1,7 +1,9 @@
 // All that a model can move: its objects, and the bodies of its host.
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "core/linalg.h"
 #include "solsys/earth_satellites.h"
@@ -35,11 +37,19 @@ struct Bodies {
     double eros_gm = 0;
     Mat3 ecl2k_from_j2000 = kIdentity;  // J2000 equator to the J2000 ecliptic of elements
     Reduction* modern = nullptr;        // the modern reduction; null: the classic one
+    // The count of changes of source since which the built-in theories alone move the planets
+    // and the Moon; none: a file serves.
+    std::optional<std::uint32_t> theories_since;
 
     [[nodiscard]] SS_Object* find(BodyKey body) const {
         const auto* object = objects.find(key_of(body));
         return object != nullptr ? object->get() : nullptr;
     }
+    // Whether the built-in theories alone move the planets and the Moon: neither a file nor
+    // what a host has attached to one of them.
+    [[nodiscard]] bool only_theories() const;
+    // The count now, openings of files left out.
+    [[nodiscard]] std::optional<std::uint32_t> source_changes() const;
 };
 
 }  // namespace solsys

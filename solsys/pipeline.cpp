@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "solsys/held_motion.h"
 #include "solsys/light_time.h"
 #include "solsys/star_place.h"
 
@@ -27,23 +28,37 @@ bool apparent_in_line(const Bodies& bodies, const ObserverPlace& observer,
 }
 
 // The way that the light took which arrives at `t`, from a first guess of its time.
-bool light_path(const Bodies& bodies, const ObserverPlace& observer, const StateSource& source,
-                Instant t, double tau, ApparentPlace& out, std::optional<Instant>* failed_at) {
+bool light_path(HeldMotion& body, const ObserverPlace& observer, Instant t, double tau,
+                ApparentPlace& out, std::optional<Instant>* failed_at) {
     for (int step = 0; step < kMaxLightTimeSteps; ++step) {
         if (!can_be_earlier(t, tau)) return false;
         const Instant emission = earlier(t, tau);
-        State body{};
-        if (!heliocentric(bodies, source, emission, false, body)) {
+        Vec3 r{};
+        if (!body.position(emission, r)) {
             if (failed_at != nullptr) *failed_at = emission;
             return false;
         }
-        out.path = body.r - observer.heliocentric.r;
+        out.path = r - observer.heliocentric.r;
         out.distance = norm(out.path);
         const double next = out.distance * kLightDayPerAu;
         if (std::fabs(tau - next) <= kLightTimeTolerance) return true;
         tau = next;
     }
     return false;
+}
+
+// From the observer to the body at one instant.
+bool geometric_path(const Bodies& bodies, const ObserverState& observer,
+                    const StateSource& source, HeldMotion& body, Instant t, Vec3& out) {
+    if (body.carries()) {
+        if (!body.position(t, out)) return false;
+        out -= observer.place.heliocentric.r;
+        return true;
+    }
+    State state{};
+    if (!from_observer(bodies, observer, source, t, false, state)) return false;
+    out = state.r;
+    return true;
 }
 
 }  // namespace
@@ -82,18 +97,19 @@ bool apparent(const Bodies& bodies, const ObserverState& observer, const StateSo
         return apparent_modern(bodies, observer, source, t, light_time, out);
     if (source.user_object != nullptr) return apparent_in_line(bodies, place, source, t, out);
 
+    HeldMotion body(bodies, source);
     double tau = light_time;
     if (!(tau != 0.0 && tau <= kFarthestLightTime)) {
-        State geometric{};
-        if (!from_observer(bodies, observer, source, t, false, geometric)) return false;
-        const double distance = norm(geometric.r);
+        Vec3 geometric{};
+        if (!geometric_path(bodies, observer, source, body, t, geometric)) return false;
+        const double distance = norm(geometric);
         tau = distance * kLightDayPerAu;
         if (tau > kFarthestLightTime) {
-            out = {geometric.r, distance, geometric.r};
+            out = {geometric, distance, geometric};
             return true;
         }
     }
-    if (!light_path(bodies, place, source, t, tau, out, failed_at)) return false;
+    if (!light_path(body, place, t, tau, out, failed_at)) return false;
     if (out.distance > 0.0)  // an observer at the very place sees no direction
         out.direction = aberrated((1.0 / out.distance) * out.path, place.velocity_c,
                                   place.lorentz_reciprocal);

@@ -127,8 +127,10 @@ std::unique_ptr<SS_Object> make_object(const solsys::BodyRow& row, SS_Object* pa
     return std::make_unique<SS_DwarfPlanetObject>(data, parent, ephemeris);
 }
 
-void create_objects(solsys::Bodies& bodies, DE_EvalState* ephemeris,
+// True if any is new.
+bool create_objects(solsys::Bodies& bodies, DE_EvalState* ephemeris,
                     const solsys::SatelliteTheories& theories) {
+    bool any = false;
     for (int number = solsys::kFirstBody; number > 0;
          number = solsys::next_catalogue_number(number)) {
         const solsys::BodyRow& row = *solsys::catalogue_row(number);
@@ -136,7 +138,9 @@ void create_objects(solsys::Bodies& bodies, DE_EvalState* ephemeris,
         if (bodies.objects.find(key) != nullptr) continue;
         SS_Object* parent = bodies.find({SSO_PLNT, row.parent_number});
         bodies.objects.insert(key, make_object(row, parent, ephemeris, theories));
+        any = true;
     }
+    return any;
 }
 
 // (433) Eros, for spacecraft about it.
@@ -182,7 +186,8 @@ bool CSWSolSys::InitSys(const char* path) try {
         m.ephemeris = open ? std::make_unique<DE_EvalState>() : nullptr;
         m.hand_over_ephemeris();
     }
-    create_objects(m.bodies, m.ephemeris.get(), m.theories);
+    if (create_objects(m.bodies, m.ephemeris.get(), m.theories) && !m.ephemeris)
+        m.bodies.theories_since = m.bodies.source_changes();
     if (SS_Object* sun = m.bodies.find(solsys::kSunKey))
         sun->KeepOnlyExactInstants(m.bodies.modern != nullptr);
     set_up_eros(m.bodies);
@@ -217,6 +222,7 @@ void CSWSolSys::Model::hand_over_ephemeris() {
             static_cast<SS_MoonObject&>(*object).SetEphemeris(ephemeris.get());
         }
     }
+    bodies.theories_since = ephemeris ? std::nullopt : bodies.source_changes();
 }
 
 bool CSWSolSys::SetTime(int day, double fraction, bool updateFrames) {

@@ -1,5 +1,6 @@
 #include "solsys/states.h"
 
+#include "ephemeris/planet_states.h"
 #include "solsys/body_frames.h"
 #include "solsys/orbit_motion.h"
 #include "solsys/reduction.h"
@@ -153,6 +154,16 @@ bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bo
 }
 
 }  // namespace
+
+std::optional<std::uint32_t> Bodies::source_changes() const {
+    const SS_Object* sun = find(kSunKey);
+    if (sun == nullptr) return std::nullopt;
+    return sun->SourceChanges() - de_file_changes();
+}
+
+bool Bodies::only_theories() const {
+    return theories_since && theories_since == source_changes();
+}
 
 StateSource find_source(const Bodies& bodies, BodyKey body) {
     StateSource source{.body = body, .kind = &kind_of(body.type)};

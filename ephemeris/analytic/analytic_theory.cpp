@@ -21,6 +21,8 @@ bool analytic_planet(int planet, Instant t, bool with_velocity, State& out) {
     return true;
 }
 
+bool analytic_covers(Instant t) { return covered(days_since_j2000(t)); }
+
 bool analytic_moon(Instant t, bool with_velocity, State& out) {
     const double days = days_since_j2000(t);
     if (!covered(days)) return false;

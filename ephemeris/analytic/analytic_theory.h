@@ -23,6 +23,9 @@ namespace solsys {
 // velocity, in 0.6 of the time, out.v is zero and out.r the same bits.
 bool analytic_planet(int planet, Instant t, bool with_velocity, State& out);
 
+// Whether they reach that far.
+bool analytic_covers(Instant t);
+
 // The geocentric state of the Moon; velocity as above.
 bool analytic_moon(Instant t, bool with_velocity, State& out);
 

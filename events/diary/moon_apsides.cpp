@@ -2,7 +2,8 @@
 
 #include <cmath>
 
-#include "events/diary/quantities.h"
+#include "ephemeris/analytic/analytic_theory.h"
+#include "ephemeris/planet_states.h"
 #include "events/diary/search.h"
 #include "events/search/crossings.h"
 
@@ -10,30 +11,27 @@ namespace solsys::diary {
 
 namespace {
 
-constexpr double kRateStep = 0.05;  // day
 // From an apsis to the next one of its kind it is at most 28.6 days.
 constexpr double kReach = 29;  // day
 
-double moon_distance(CSWSolSys& model, double t) {
-    const Instant instant = search::split(t);
-    model.SetTime(instant.day, instant.fraction, false);
-    double v[3];
-    return model.GetVecCentre2K(kMoon, 0, v) ? norm(load(v)) : std::nan("");
-}
-
 }  // namespace
 
-double moon_distance_rate(CSWSolSys& model, double t) {
-    return rate([&model](double at) { return moon_distance(model, at); }, t, kRateStep, plain);
+double MoonDistance::rate(double t) {
+    if (!search::is_instant(t)) return std::nan("");
+    const Instant instant = search::split(t);
+    State moon{};
+    const bool known = (by_file_ && moon_in_file(file_, instant, true, moon)) ||
+                       analytic_moon(instant, true, moon);
+    return known ? dot(moon.r, moon.v) / norm(moon.r) : std::nan("");
 }
 
 ApsisWalk::ApsisWalk(CSWSolSys& model, double start)
-    : model_(model), known_to_(start - kReach) {}
+    : distance_(model), known_to_(start - kReach) {}
 
 ApsisWalk::Nearest ApsisWalk::nearest(double t) {
     if (known_to_ < t + kReach) {
         search::Span walk{known_to_, t + kReach, known_to_};
-        const auto f = [this](double at) { return moon_distance_rate(model_, at); };
+        const auto f = [this](double at) { return distance_.rate(at); };
         crossings(walk, control_, f, kMoonDistance3,
                   std::sqrt(3 * kMoonDistanceRate / kMoonDistance3),
                   [&](const search::Bracket& x) {
@@ -53,7 +51,8 @@ ApsisWalk::Nearest ApsisWalk::nearest(double t) {
 
 bool Diary::find_moon_apsides() {
     GeocentricSky sky(*model);
-    const auto distance_rate = [this](double t) { return moon_distance_rate(*model, t); };
+    MoonDistance distance(*model);
+    const auto distance_rate = [&distance](double t) { return distance.rate(t); };
     return zeros(distance_rate, kMoonDistance3, kMoonDistanceRate, [&](double t, bool rises) {
         SKYEVENT_BODY detail = body_detail(sky, t, {kMoon}, nullptr);
         detail.distance = norm(sky.heliocentric(kMoon).r - sky.earth().r);

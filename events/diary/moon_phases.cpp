@@ -3,6 +3,7 @@
 
 #include "core/angles.h"
 #include "core/constants.h"
+#include "ephemeris/lunation.h"
 #include "events/diary/eclipse_events.h"
 #include "events/diary/moon_apsides.h"
 #include "events/diary/quantities.h"
@@ -15,16 +16,6 @@ using solsys::diary::Difference;
 using solsys::diary::GeocentricSky;
 
 namespace {
-
-// Mean phases: Meeus 1998, Astronomical Algorithms, eq. 49.1. True ones are within a day.
-constexpr double kFirstNewMoon = 2451550.09766;  // JD TT
-constexpr double kSynodicMonth = 29.530588861;   // day
-constexpr double kLargestPhaseInequality = 1.0;  // day
-double mean_phase(double lunation) {
-    const double T = lunation / 1236.85;
-    return kFirstNewMoon + kSynodicMonth * lunation + 0.00015437 * T * T;
-}
-double lunation_of(double jd_tt) { return (jd_tt - kFirstNewMoon) / kSynodicMonth; }
 
 constexpr double kRate = 0.21277;  // rad/day: mean motion of the Moon from the Sun
 constexpr double kSettled = 1e-6;  // day: the step after is below a millisecond
@@ -78,13 +69,13 @@ bool Diary::find_phases() {
     solsys::diary::ApsisWalk apsides(*model, span.start);
     solsys::search::Span walk = span;
     const auto quarter_after = [](double t, double days) {
-        return std::floor(4 * lunation_of(t + days));
+        return std::floor(4 * solsys::lunation_of(t + days));
     };
-    const double last = quarter_after(span.end, kLargestPhaseInequality) + 1;
-    for (double quarter = quarter_after(span.start, -kLargestPhaseInequality);
+    const double last = quarter_after(span.end, solsys::kLargestPhaseInequality) + 1;
+    for (double quarter = quarter_after(span.start, -solsys::kLargestPhaseInequality);
          quarter <= last && control.go_on(walk); ++quarter) {
         const auto phase = static_cast<int>(quarter - 4 * std::floor(quarter / 4));
-        const double t = instant_of(sky, phase * kHalfPi, mean_phase(quarter / 4));
+        const double t = instant_of(sky, phase * kHalfPi, solsys::mean_phase(quarter / 4));
         if (!within(t)) continue;
         walk.cursor = t;
         SKYEVENT_PHASE detail = detail_of(sky, t, apsides.nearest(t));
