@@ -11,18 +11,37 @@ constexpr double kStep = 12;
 
 }  // namespace
 
+double LabelLayout::Box::distance(Point p) const {
+    return std::hypot(std::max({left - p.x, 0.0, p.x - right}),
+                      std::max({top - p.y, 0.0, p.y - bottom}));
+}
+
 LabelLayout::Box LabelLayout::box_of(Point middle, double width, double height) {
     return {middle.x - width / 2, middle.y - height / 2, middle.x + width / 2,
             middle.y + height / 2};
 }
 
-bool LabelLayout::free(const Box& box) const {
+bool LabelLayout::within(const Box& box) const {
+    if (page_)
+        return box.left >= 0 && box.top >= 0 && box.right <= page_->x && box.bottom <= page_->y;
     for (const double x : {box.left, box.right})
         for (const double y : {box.top, box.bottom})
             if (std::hypot(x - centre_.x, y - centre_.y) > radius_) return false;
-    return std::none_of(taken_.begin(), taken_.end(), [&](const Box& other) {
-        return box.left < other.right && other.left < box.right && box.top < other.bottom &&
-               other.top < box.bottom;
+    return true;
+}
+
+bool LabelLayout::free(const Box& box) const {
+    return within(box) && std::none_of(taken_.begin(), taken_.end(), [&](const Box& other) {
+               return box.left < other.right && other.left < box.right &&
+                      box.top < other.bottom && other.top < box.bottom;
+           });
+}
+
+bool LabelLayout::taken_for_another(const Box& box, Point object) const {
+    const double own = box.distance(object);
+    return std::any_of(rivals_.begin(), rivals_.end(), [&](Point rival) {
+        const bool itself = std::hypot(rival.x - object.x, rival.y - object.y) < 0.5;
+        return !itself && box.distance(rival) < 1.6 * own;
     });
 }
 
@@ -41,6 +60,7 @@ std::optional<LabelLayout::Place> LabelLayout::beside(Point object, double radiu
             const double gap = (radius + kGap + away) * corner;
             const Point middle{object.x + sx * (gap + width / 2),
                                object.y + sy * (gap + height / 2)};
+            if (away == 0 && taken_for_another(box_of(middle, width, height), object)) continue;
             if (at(middle, width, height)) return Place{middle, away > 0};
         }
     }

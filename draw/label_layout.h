@@ -12,13 +12,18 @@ class LabelLayout {
   public:
     // Labels stay within the circle.
     LabelLayout(Point centre, double radius) : centre_(centre), radius_(radius) {}
+    // Labels stay within the page.
+    explicit LabelLayout(Point corner) : page_(corner) {}
 
     // Keeps labels off a round object.
     void occupy(Point at, double radius);
+    // An object that a label of another one must not be taken for its own: a label next to its
+    // object is nearer to that than to any rival.
+    void add_rival(Point at) { rivals_.push_back(at); }
 
     struct Place {
         Point middle;
-        bool moved = false;  // not next to the object
+        bool moved = false;  // not next to the object: it wants a leader line
     };
     // Takes room for a label of a width and height beside an object of a radius; none where
     // everything around is taken. `reach` is how far off it may move.
@@ -30,13 +35,19 @@ class LabelLayout {
   private:
     struct Box {
         double left, top, right, bottom;
+
+        [[nodiscard]] double distance(Point p) const;
     };
     static Box box_of(Point middle, double width, double height);
+    [[nodiscard]] bool within(const Box& box) const;
     [[nodiscard]] bool free(const Box& box) const;
+    [[nodiscard]] bool taken_for_another(const Box& box, Point object) const;
 
     Point centre_;
-    double radius_;
+    double radius_ = 0;
+    std::optional<Point> page_;
     std::vector<Box> taken_;
+    std::vector<Point> rivals_;
 };
 
 }  // namespace solsys::draw

@@ -42,7 +42,7 @@ struct TextStyle {
     bool italic = false;
     double opacity = 1;
     double spacing = 0;
-    std::string halo;
+    std::string halo = {};
 
     [[nodiscard]] std::string str() const;
 };

@@ -82,7 +82,12 @@ Body sun() { return Body(SSO_ID(SSO_PLNT, 10)); }
 Body moon() { return Body(SSO_ID(SSO_MOON, 301)); }
 
 Result<Body> find_body(std::string_view name, const Instant& near) {
-    if (auto body = catalogued(name)) return *body;
+    if (auto body = catalogued(name)) {
+        // A dwarf planet that the sample has too moves by its osculating elements.
+        const bool dwarf = body->id.type == SSO_PLNT && body->id.number > 10;
+        if (auto small = dwarf ? sample(name, near) : std::nullopt) return *small;
+        return *body;
+    }
     const auto code = code_in(name);
     if (code && code->type != SSO_STAR && code->type != SSO_ASTR && code->type != SSO_COMT) {
         Body body(*code);
@@ -124,7 +129,6 @@ Result<Body> find_small_body(std::string_view name, const Instant& near) {
 }
 
 std::string code_of(const SSO_ID& id) {
-    if (id.type == SSO_STAR) return "hip:" + std::to_string(id.number);
     const auto code = static_cast<std::uint32_t>(id.type);
     std::string text;
     for (const unsigned shift : {24U, 16U, 8U, 0U})

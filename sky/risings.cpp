@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "events/search/keep_model.h"
-#include "events/visibility/crossings.h"
 #include "events/visibility/day_step.h"
+#include "sky/passings.h"
 #include "sky/units.h"
 
 namespace solsys::sky {
@@ -33,15 +33,6 @@ class AtSite {
     bool known_;
 };
 
-v::Passings passings(Model& model, const Site& site, const Body& body,
-                     std::span<const Altitude> altitudes, const Span& span) {
-    const AtSite at_site(model, site, body);
-    if (!at_site.known()) return {};
-    std::vector<v::Level> levels;
-    for (const Altitude& a : altitudes) levels.push_back({a.degrees / kDegrees, a.upper_limb});
-    return v::level_passings(model.classic(), body.id, levels, span_of(span), {});
-}
-
 // What happens in the course of a visit.
 struct Event {
     enum Kind { kAstronomical, kNautical, kCivil, kHorizon, kTransit };
@@ -50,20 +41,6 @@ struct Event {
     bool rising = false;
     double angle_deg = 0;  // azimuth, of a transit the altitude
 };
-
-// The upper transits of a span.
-void add_transits(CSWSolSys& model, const SSO_ID& id, const search::Span& span,
-                  std::vector<Event>& events) {
-    v::SkyAt sky(model);
-    for (double t = span.start; t <= span.end + 0.5;) {
-        const auto found = v::passage(sky, id, t, 0);
-        const auto there = found ? sky.horizontal(id) : std::nullopt;
-        if (!there || found->time > span.end) return;
-        if (found->time >= span.start)
-            events.push_back({found->time, Event::kTransit, false, there->altitude * kDegrees});
-        t = found->time + 1;
-    }
-}
 
 // Takes away the transits of a body that is not above a level then.
 void drop_unseen(std::vector<Event>& events, Event::Kind level, bool up_at_start) {
@@ -115,6 +92,33 @@ std::vector<Rising> rows_of(const std::vector<Event>& events) {
 }
 
 }  // namespace
+
+v::Passings passings(Model& model, const Site& site, const Body& body,
+                     std::span<const Altitude> altitudes, const Span& span) {
+    const AtSite at_site(model, site, body);
+    if (!at_site.known()) return {};
+    std::vector<v::Level> levels;
+    for (const Altitude& a : altitudes) levels.push_back({a.degrees / kDegrees, a.upper_limb});
+    return v::level_passings(model.classic(), body.id, levels, span_of(span), {});
+}
+
+std::vector<Culmination> culminations(Model& model, const Site& site, const Body& body,
+                                      const Span& span) {
+    const AtSite at_site(model, site, body);
+    std::vector<Culmination> found;
+    if (!at_site.known()) return found;
+    v::SkyAt sky(model.classic());
+    const search::Span within = span_of(span);
+    for (double t = within.start; t <= within.end + 0.5;) {
+        const auto passage = v::passage(sky, body.id, t, 0);
+        const auto there = passage ? sky.horizontal(body.id) : std::nullopt;
+        if (!there || passage->time > within.end) return found;
+        if (passage->time >= within.start)
+            found.push_back({passage->time, there->altitude * kDegrees});
+        t = passage->time + 1;
+    }
+    return found;
+}
 
 Altitude horizon_of(const Site& site, const Body& body) {
     return {v::horizon_altitude(0) * kDegrees - site.dip_deg(),
@@ -173,10 +177,8 @@ Risings risings(Model& model, const Site& site, const Body& body, const Span& sp
     std::vector<Event> events;
     for (const v::Passing& p : found.list)
         events.push_back({p.time, kinds[p.level], p.sense > 0, p.azimuth * kDegrees});
-    {
-        const AtSite at_site(model, site, body);
-        add_transits(model.classic(), body.id, span_of(span), events);
-    }
+    for (const Culmination& c : culminations(model, site, body, span))
+        events.push_back({c.jd_tt, Event::kTransit, false, c.altitude_deg});
     std::sort(events.begin(), events.end(),
               [](const Event& a, const Event& b) { return a.jd_tt < b.jd_tt; });
     // With twilights the lowest of them decides.

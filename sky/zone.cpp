@@ -28,9 +28,13 @@ std::optional<Zone::Rules> system_rules(std::string_view name) {
     return read_zone_file(bytes);
 }
 
-// The reading of a clock that is so many seconds ahead of UTC, as a Julian date.
+// The reading of a clock that is so many seconds ahead of UTC, as a Julian date; to a
+// nanosecond, so that a midnight that came from a date reads as one.
 JulianDate reading(const Instant& t, double ahead_seconds) {
-    return t.plus_seconds(ahead_seconds).utc();
+    constexpr double kPerDay = 86400e9;
+    JulianDate local = t.plus_seconds(ahead_seconds).utc();
+    local.fraction = std::round(local.fraction * kPerDay) / kPerDay;
+    return local;
 }
 
 // The noon that the civil day of a reading has, and the part of the day since midnight.

@@ -1,167 +1,151 @@
 // solsys diary: the calendar of the sky.
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <memory>
 #include <sstream>
 
 #include "apps/solsys/commands.h"
 #include "apps/solsys/diary_pages.h"
 #include "apps/solsys/failure.h"
-#include "apps/solsys/typed_options.h"
+#include "apps/solsys/long_search.h"
+#include "apps/solsys/picture.h"
 #include "draw/icalendar.h"
 #include "draw/planet_chart.h"
-#include "solsys/sky/appearance.h"
 #include "solsys/sky/diary.h"
+#include "solsys/sky/names.h"
 
 namespace app {
 namespace {
 
-namespace sky = solsys::sky;
-
 struct Request {
     Options options;
-    std::string kinds;
-    std::string ics, svg;
+    PictureOptions picture;
+    std::optional<std::string> kinds, ics;
     double within = 180;
 };
+
+BadInput unknown_kind(const std::string& name) {
+    std::vector<std::string> names;
+    for (int kind = 1; !sky::name_of_kind(kind).empty(); ++kind)
+        names.emplace_back(sky::name_of_kind(kind));
+    std::string perhaps = sky::suggestion(name, names);
+    if (perhaps.empty()) perhaps = "use names such as " + names[4] + " or " + names.back();
+    return BadInput(fmt::format("--kinds: no kind '{}': {}", name, perhaps));
+}
 
 std::vector<int> chosen_kinds(const std::string& text) {
     std::vector<int> kinds;
     std::istringstream names(text);
     for (std::string name; std::getline(names, name, ',');) {
         const int kind = sky::find_kind(name);
-        if (kind == 0) throw BadInput(fmt::format("'{}' is no kind of event", name));
+        if (kind == 0) throw BadInput(unknown_kind(name));
         kinds.push_back(kind);
     }
     return kinds;
 }
 
-Cell optional_cell(const std::optional<double>& value) {
-    Cell cell;
-    if (value) cell = *value;
-    return cell;
-}
-Cell contact_cell(const std::optional<sky::Instant>& at) {
-    Cell cell;
-    if (at) cell = at->iso(0);
-    return cell;
-}
+using Row = sky::DiaryEvent;
 
-std::string objects_of(const sky::DiaryEvent& event) {
+std::string objects_of(const Row& event) {
     std::string objects;
     for (const auto* body : {&event.first, &event.second})
         if (body->has_value()) objects += (objects.empty() ? "" : ", ") + (*body)->name;
     return objects;
 }
 
-Report report_of(const std::vector<sky::DiaryEvent>& events) {
-    Report report({{"kind", "", nullptr},
-                   {"name", "", nullptr},
-                   {"time_utc", "", nullptr},
-                   {"delta_t_s", "", nullptr},
-                   {"event", "", nullptr},
-                   {"objects", "", nullptr},
-                   {"separation_deg", "", nullptr},
-                   {"position_angle_deg", "", nullptr},
-                   {"elongation_deg", "", nullptr},
-                   {"magnitude", "", nullptr},
-                   {"second_magnitude", "", nullptr},
-                   {"distance_au", "", nullptr},
-                   {"longitude_deg", "", nullptr},
-                   {"latitude_deg", "", nullptr},
-                   {"hours_to_perigee", "", nullptr},
-                   {"hours_to_apogee", "", nullptr},
-                   {"zhr_per_hour", "", nullptr},
-                   {"moon_illuminated", "", nullptr},
-                   {"contact1_utc", "", nullptr},
-                   {"contact2_utc", "", nullptr},
-                   {"contact3_utc", "", nullptr},
-                   {"contact4_utc", "", nullptr},
-                   {"in_longitude", "", nullptr},
-                   {"azimuth_deg", "", nullptr},
-                   {"altitude_deg", "", nullptr}});
-    for (const sky::DiaryEvent& e : events)
-        report.add({static_cast<long long>(e.kind),
-                    std::string(sky::name_of_kind(e.kind)),
-                    e.at.iso(0),
-                    e.at.delta_t_seconds(),
-                    e.text,
-                    objects_of(e),
-                    optional_cell(e.separation_deg),
-                    optional_cell(e.position_angle_deg),
-                    optional_cell(e.elongation_deg),
-                    optional_cell(e.magnitude),
-                    optional_cell(e.second_magnitude),
-                    optional_cell(e.distance_au),
-                    optional_cell(e.longitude_deg),
-                    optional_cell(e.latitude_deg),
-                    optional_cell(e.hours_to_perigee),
-                    optional_cell(e.hours_to_apogee),
-                    optional_cell(e.zhr),
-                    optional_cell(e.moon_illuminated),
-                    contact_cell(e.contacts[0]),
-                    contact_cell(e.contacts[1]),
-                    contact_cell(e.contacts[2]),
-                    contact_cell(e.contacts[3]),
-                    e.in_longitude,
-                    optional_cell(e.azimuth_deg),
-                    optional_cell(e.altitude_deg)});
-    return report;
+Column<Row> number(const char* name, std::optional<double> Row::*member) {
+    return {name, "", nullptr, [member](const Row& row) { return cell(row.*member); }};
+}
+
+std::vector<Column<Row>> columns_for(const Setting& setting) {
+    std::vector<Column<Row>> columns{
+        {"kind", "", nullptr,
+         [](const Row& r) { return Cell(static_cast<long long>(r.kind)); }},
+        {"kind_name", "", nullptr,
+         [](const Row& r) { return Cell(std::string(sky::name_of_kind(r.kind))); }}};
+    add_time_columns(columns, setting, "");
+    const std::vector<Column<Row>> more{
+        {"delta_t_s", "", nullptr, [](const Row& r) { return r.at.delta_t_seconds(); }},
+        {"event", "", nullptr, [](const Row& r) { return Cell(r.text); }},
+        {"objects", "", nullptr, [](const Row& r) { return Cell(objects_of(r)); }},
+        number("separation_deg", &Row::separation_deg),
+        number("position_angle_deg", &Row::position_angle_deg),
+        number("elongation_deg", &Row::elongation_deg),
+        number("magnitude", &Row::magnitude),
+        number("second_magnitude", &Row::second_magnitude),
+        number("distance_au", &Row::distance_au),
+        number("longitude_deg", &Row::longitude_deg),
+        number("latitude_deg", &Row::latitude_deg),
+        number("hours_to_perigee", &Row::hours_to_perigee),
+        number("hours_to_apogee", &Row::hours_to_apogee),
+        number("zhr_per_hour", &Row::zhr),
+        number("moon_illuminated", &Row::moon_illuminated),
+        {"in_longitude", "", nullptr, [](const Row& r) { return r.in_longitude; }},
+        number("azimuth_deg", &Row::azimuth_deg),
+        number("altitude_deg", &Row::altitude_deg)};
+    columns.insert(columns.end(), more.begin(), more.end());
+    for (std::size_t i = 0; i < 4; ++i)
+        add_instant_columns(columns, setting, fmt::format("contact{}", i + 1), "",
+                            [i](const Row& r) { return r.contacts[i]; });
+    return columns;
 }
 
 void run(const Request& request) {
-    const Format format = request.options.format();
-    const auto site = typed_site(request.options);
-    const sky::Zone zone = typed_zone(request.options, site);
-    const sky::Span span = typed_span(request.options, zone, request.svg.empty() ? 31 : 366);
+    check_picture_options(request.picture);
+    const Setting setting = setting_of(request.options);
+    const sky::Span span =
+        span_of(request.options, setting, request.picture.wanted() ? 366 : 31);
     sky::DiaryOptions options;
-    options.kinds = chosen_kinds(request.kinds);
+    if (request.kinds) options.kinds = chosen_kinds(*request.kinds);
     options.widest_conjunction_deg = request.within;
-    sky::Model model = open_sky_model(request.options);
-    if (site) model.observe_from(*site);
+    sky::Model model = model_of(request.options, setting);
 
-    Interruptible search;
+    LongSearch search;
     const auto events = sky::diary(model, span, options, search.control());
-    if (events.empty()) throw NothingFound("no event in that span");
-    if (!request.ics.empty())
-        write_file(request.ics, solsys::draw::icalendar(events, "The sky"));
-    if (!request.svg.empty())
-        write_file(request.svg,
-                   solsys::draw::planet_chart(sky::elongation_curves(model, span), events, span,
-                                              "The planets from " + zone.date_time(span.from))
-                       .str());
-    if (format == Format::kTable) {
-        print_diary_pages(model, events, span, zone);
-    } else {
-        report_of(events).print(format);
+    if (request.ics) {
+        write_file(*request.ics, solsys::draw::icalendar(events, "The sky"));
+        tell("wrote " + *request.ics);
     }
+    if (request.picture.wanted())
+        write_picture(
+            solsys::draw::planet_chart(sky::elongation_curves(model, span), events, span,
+                                       "The planets from " + setting.zone.date_time(span.from),
+                                       request.picture.light)
+                .str(),
+            request.picture);
+    if (request.picture.to_output()) return;
+    if (setting.format == Format::kTable && !events.empty()) {
+        print_diary_pages(model, events, setting);
+        return;
+    }
+    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
+    for (const Row& event : events) table.add(event);
+    table.finish("no event in that span");
 }
 
 }  // namespace
 
-void add_diary(CLI::App& main) {
+void add_diary(CommandLine& main) {
     auto request = std::make_shared<Request>();
-    CLI::App* command = main.add_subcommand(
-        "diary", "The calendar of the sky: Moon, planets, conjunctions, meteors");
-    command->add_option("--kinds", request->kinds,
-                        "Kinds of events by name or number: full-moon,opposition,30");
-    command->add_option("--within", request->within,
-                        "Conjunctions nearer than this alone [degrees]");
-    command->add_option("--ics", request->ics, "Write a calendar file (iCalendar), too");
-    command->add_option("--svg", request->svg,
-                        "Draw the planets' elongations over the span (a year), too");
-    add_span_options(*command, request->options);
-    add_site_options(*command, request->options);
-    add_ephemeris_option(*command, request->options);
-    add_output_options(*command, request->options);
-    command->footer(
-        "A month from --from, unless --to says otherwise.\n"
+    Command command =
+        main.add("diary", "The calendar of the sky: Moon, planets, conjunctions, meteors");
+    command.text("--kinds", request->kinds,
+                 "Kinds of events by name or number: full-moon,opposition,30");
+    command.number("--within", request->within, {0.0, 180.0},
+                   "Conjunctions nearer than this alone [degrees]");
+    command.text("--ics", request->ics, "Write a calendar file (iCalendar), too");
+    add_picture_options(command, request->picture,
+                        "Draw the planets' elongations over the span (without --to: a year)");
+    add_span_options(command, request->options, "31 days on");
+    add_site_options(command, request->options);
+    add_ephemeris_option(command, request->options);
+    add_output_options(command, request->options);
+    command.footer(
         "Examples:\n"
         "  solsys diary --from 2026-12-01 --city London\n"
         "  solsys diary --from 2026 --to 2027 --within 5 --ics sky.ics\n"
         "  solsys diary --from 2026 --to 2027 --kinds full-moon,new-moon --json");
-    command->callback([request] { run(*request); });
+    command.run([request] { run(*request); });
 }
 
 }  // namespace app

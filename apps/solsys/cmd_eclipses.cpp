@@ -2,287 +2,261 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <atomic>
-#include <cmath>
-#include <csignal>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
-#include "apps/solsys/options.h"
+#include "apps/solsys/long_search.h"
+#include "apps/solsys/picture.h"
 #include "draw/eclipse_map.h"
 #include "draw/eclipse_pictures.h"
 #include "solsys/sky/eclipses.h"
-#include "solsys/sky/zone.h"
 
 namespace app {
 namespace {
 
-using solsys::sky::Eclipse;
-using solsys::sky::EclipseKind;
-using solsys::sky::EclipseMoment;
-using solsys::sky::Instant;
-using solsys::sky::LocalEclipse;
-
 struct Request {
     Options options;
+    PictureOptions picture;
+    std::optional<std::string> map;
     bool solar = false, lunar = false;
-    bool fiftieth = false, all = false, light = false;
-    std::string map, picture;
+    bool fiftieth = false, all = false;
+
+    [[nodiscard]] bool wants(sky::EclipseKind kind) const {
+        return solar == lunar || (kind == sky::EclipseKind::kSolar ? solar : lunar);
+    }
 };
 
-std::atomic<bool> interrupted{false};
+struct Row {
+    sky::Eclipse eclipse;
+    std::optional<sky::LocalEclipse> local;
 
-Cell text_cell(const std::optional<Instant>& t, int decimals = 1) {
-    Cell cell;
-    if (t) cell = t->iso(decimals);
-    return cell;
-}
+    [[nodiscard]] bool solar() const { return eclipse.kind == sky::EclipseKind::kSolar; }
+};
+using Columns = std::vector<Column<Row>>;
+using Moment = std::optional<sky::EclipseMoment>;
 
-Cell number_cell(const std::optional<double>& value) {
-    Cell cell;
-    if (value) cell = *value;
-    return cell;
-}
-
-void write(const std::filesystem::path& path, const std::string& text) {
-    std::ofstream file(path, std::ios::binary);
-    file << text;
-    if (!file.flush()) throw BadInput(fmt::format("cannot write {}", path.string()));
-}
-
-// What a file of this name is to hold.
-std::string drawn(const solsys::sky::EclipseMap& map, const std::string& extension,
-                  bool light) {
-    if (extension == ".svg") return solsys::draw::eclipse_map_svg(map, light);
+void write_map(const sky::EclipseMap& map, const std::filesystem::path& path, bool light) {
+    const std::u8string name = path.u8string();
+    const std::string file(name.begin(), name.end());
+    const std::string extension = path.extension().string();
+    if (extension == ".svg") return write_file(file, solsys::draw::eclipse_map_svg(map, light));
+    if (extension == ".png") return write_png(file, solsys::draw::eclipse_map_svg(map, light));
     if (extension == ".geojson" || extension == ".json")
-        return solsys::draw::eclipse_map_geojson(map);
-    if (extension == ".kml") return solsys::draw::eclipse_map_kml(map);
+        return write_file(file, solsys::draw::eclipse_map_geojson(map));
+    if (extension == ".kml") return write_file(file, solsys::draw::eclipse_map_kml(map));
     throw BadInput(
-        "--map wants a file ending in .svg, .geojson or .kml, or a folder ending in /");
+        "--map: use a file ending in .svg, .png, .geojson or .kml, or a folder ending in /");
 }
 
-void write_maps(solsys::sky::Model& model, const Request& request,
-                const std::vector<Eclipse>& eclipses) {
-    const std::filesystem::path path(request.map);
-    if (request.map.back() == '/' || std::filesystem::is_directory(path)) {
-        std::filesystem::create_directories(path);
-        for (const Eclipse& e : eclipses) {
-            const auto map = eclipse_map(model, e);
-            const std::string iso = e.greatest.iso(0);
-            const std::string stem =
-                fmt::format("{}-{}", iso.substr(0, iso.find('T')), to_string(e.kind));
-            for (const char* extension : {".svg", ".geojson", ".kml"})
-                write(path / (stem + extension), drawn(map, extension, request.light));
-        }
+void write_maps(sky::Model& model, const Request& request, const std::vector<Row>& rows) {
+    const std::filesystem::path path = path_of(*request.map);
+    const bool light = request.picture.light;
+    if (request.map->back() != '/' && !std::filesystem::is_directory(path)) {
+        if (rows.size() != 1)
+            throw BadInput(
+                fmt::format("--map: {} eclipses in that span, and a map is of one; a folder "
+                            "(--map DIR/) takes all",
+                            rows.size()));
+        write_map(sky::eclipse_map(model, rows.front().eclipse), path, light);
+        tell("wrote " + *request.map);
         return;
     }
-    if (eclipses.size() != 1)
-        throw BadInput(
-            fmt::format("{} eclipses in that span: one map is of one eclipse; a folder (--map "
-                        "DIR/) takes all",
-                        eclipses.size()));
-    write(path, drawn(eclipse_map(model, eclipses.front()), path.extension().string(),
-                      request.light));
-}
-
-std::vector<Column> columns(bool with_site) {
-    std::vector<Column> all{{"kind", "Kind", nullptr},
-                            {"type", "Type", nullptr},
-                            {"greatest_utc", "Greatest (UT)", nullptr},
-                            {"begin_utc", "", nullptr},
-                            {"end_utc", "", nullptr},
-                            {"magnitude", "Magnitude", fixed(4)},
-                            {"gamma", "Gamma", fixed(4)},
-                            {"saros", "Saros", nullptr},
-                            {"lunation", "", nullptr},
-                            {"latitude_deg", "Latitude", fixed(1)},
-                            {"longitude_deg", "Longitude", fixed(1)},
-                            {"path_width_km", "Width km", fixed(0)},
-                            {"central_duration_s", "Duration s", fixed(0)}};
-    if (!with_site) return all;
-    all.push_back({"local_type", "Seen as", nullptr});
-    for (const char* name :
-         {"first_contact", "second_contact", "maximum", "third_contact", "fourth_contact"}) {
-        const std::string key = name;
-        all.push_back({key + "_utc", "", nullptr});
-        all.push_back({key + "_altitude_deg", "", nullptr});
-        all.push_back({key + "_azimuth_deg", "", nullptr});
-        all.push_back({key + "_position_angle_deg", "", nullptr});
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (error) throw BadInput(fmt::format("--map: cannot make the folder '{}'", *request.map));
+    LongSearch search;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (!search.go_on(static_cast<double>(i) / static_cast<double>(rows.size()))) break;
+        const sky::Eclipse& e = rows[i].eclipse;
+        const auto map = sky::eclipse_map(model, e);
+        const std::string stem = fmt::format(
+            "{}-{}", sky::to_string(sky::Zone().date(e.greatest)), to_string(e.kind));
+        for (const char* extension : {".svg", ".geojson", ".kml"})
+            write_map(map, path / (stem + extension), light);
     }
-    all.push_back({"", "First", nullptr});
-    all.push_back({"", "Maximum", nullptr});
-    all.push_back({"", "Altitude", fixed(0)});
-    all.push_back({"", "Last", nullptr});
-    all.push_back({"local_magnitude", "There", fixed(3)});
-    all.push_back({"obscuration", "Covered", fixed(3)});
-    all.push_back({"rise_utc", "", nullptr});
-    all.push_back({"set_utc", "", nullptr});
-    return all;
+    tell(fmt::format("wrote the maps of {} eclipses into {}", rows.size(), *request.map));
 }
 
-std::string clock(const std::optional<EclipseMoment>& m) {
-    if (!m) return "-";
-    const std::string iso = m->at.plus_seconds(0.5).iso(0);
-    return iso.substr(iso.find('T') + 1, 8);
+void add_circumstances(Columns& columns, const Setting& setting) {
+    using sky::Eclipse;
+    const auto number = [](const char* name, const char* title, int decimals, auto get) {
+        return Column<Row>{name, title, fixed(decimals),
+                           [get](const Row& r) { return Cell(get(r.eclipse)); }};
+    };
+    columns.push_back({"kind", "Kind", nullptr, [](const Row& r) {
+                           return Cell(std::string(to_string(r.eclipse.kind)));
+                       }});
+    columns.push_back({"type", "Type", nullptr, [](const Row& r) { return r.eclipse.type; }});
+    const auto time = [&](const char* name, const std::string& title,
+                          sky::Instant Eclipse::*member) {
+        add_instant_columns(
+            columns, setting, name, title,
+            [member](const Row& r) { return std::optional(r.eclipse.*member); }, shown_seconds);
+    };
+    time("greatest", fmt::format("Greatest ({})", setting.zone.name()), &Eclipse::greatest);
+    time("begin", "", &Eclipse::begin);
+    time("end", "", &Eclipse::end);
+    const Columns more{
+        {"delta_t_s", "", nullptr,
+         [](const Row& r) { return r.eclipse.greatest.delta_t_seconds(); }},
+        number("magnitude", "Mag", 4, [](const Eclipse& e) { return e.magnitude; }),
+        number("gamma", "Gamma", 4, [](const Eclipse& e) { return e.gamma; }),
+        {"saros", "Saros", nullptr,
+         [](const Row& r) { return Cell(static_cast<long long>(r.eclipse.saros)); }},
+        {"lunation", "", nullptr,
+         [](const Row& r) { return Cell(static_cast<long long>(r.eclipse.lunation)); }}};
+    columns.insert(columns.end(), more.begin(), more.end());
 }
 
-void add_row(Report& report, const Eclipse& e, const std::optional<LocalEclipse>& local) {
-    std::vector<Cell> row{std::string(to_string(e.kind)),
-                          e.type,
-                          e.greatest.iso(1),
-                          e.begin.iso(1),
-                          e.end.iso(1),
-                          e.magnitude,
-                          e.gamma,
-                          static_cast<long long>(e.saros),
-                          static_cast<long long>(e.lunation),
-                          e.nearest.latitude_deg,
-                          e.nearest.longitude_deg,
-                          number_cell(e.path_width_km),
-                          number_cell(e.duration_s)};
-    if (local) {
-        row.emplace_back(local->type);
-        const bool solar = e.kind == EclipseKind::kSolar;
-        for (const auto* m :
-             {&local->first, &local->second, &local->maximum, &local->third, &local->fourth}) {
-            std::optional<Instant> at;
-            std::optional<double> altitude, azimuth, angle;
-            if (*m) {
-                at = (*m)->at, altitude = (*m)->altitude_deg, azimuth = (*m)->azimuth_deg;
-                if (solar) angle = (*m)->position_angle_deg;
+void add_ground(Columns& columns, bool in_table) {
+    const auto number = [&](const char* name, const char* title, int decimals, auto get) {
+        columns.push_back({name, in_table ? title : "", fixed(decimals), get});
+    };
+    number("latitude_deg", "Lat", 1,
+           [](const Row& r) { return r.eclipse.nearest.latitude_deg; });
+    number("longitude_deg", "Lon", 1,
+           [](const Row& r) { return r.eclipse.nearest.longitude_deg; });
+    number("path_width_km", "Width km", 0,
+           [](const Row& r) { return cell(r.eclipse.path_width_km); });
+    number("central_duration_s", "Duration s", 0,
+           [](const Row& r) { return cell(r.eclipse.duration_s); });
+}
+
+void add_contact(Columns& columns, const Setting& setting, const std::string& name,
+                 const char* title, Moment sky::LocalEclipse::*member) {
+    add_instant_columns(
+        columns, setting, name, title,
+        [member](const Row& r) {
+            const Moment& m = (*r.local).*member;
+            return m ? std::optional(m->at) : std::nullopt;
+        },
+        shown_clock_seconds);
+    const auto angle = [&](const char* suffix, const char* heading,
+                           double sky::EclipseMoment::*value, bool lunar_too) {
+        columns.push_back({name + suffix, heading, fixed(0), [=](const Row& r) {
+                               const Moment& m = (*r.local).*member;
+                               return m && (lunar_too || r.solar()) ? Cell((*m).*value)
+                                                                    : Cell();
+                           }});
+    };
+    const bool greatest = name == "maximum";
+    angle("_altitude_deg", greatest ? "Alt" : "", &sky::EclipseMoment::altitude_deg, true);
+    angle("_azimuth_deg", "", &sky::EclipseMoment::azimuth_deg, true);
+    angle("_position_angle_deg", "", &sky::EclipseMoment::position_angle_deg, false);
+}
+
+void add_local(Columns& columns, const Setting& setting) {
+    using Local = sky::LocalEclipse;
+    columns.push_back(
+        {"local_type", "Seen as", nullptr, [](const Row& r) { return r.local->type; }});
+    add_contact(columns, setting, "first_contact", "First", &Local::first);
+    add_contact(columns, setting, "second_contact", "Second", &Local::second);
+    add_contact(columns, setting, "maximum", "Maximum", &Local::maximum);
+    add_contact(columns, setting, "third_contact", "Third", &Local::third);
+    add_contact(columns, setting, "fourth_contact", "Fourth", &Local::fourth);
+    columns.push_back({"local_magnitude", "There", fixed(3),
+                       [](const Row& r) { return r.local->magnitude; }});
+    columns.push_back({"obscuration", "", fixed(3), [](const Row& r) {
+                           return r.solar() ? Cell(r.local->obscuration) : Cell();
+                       }});
+    add_instant_columns(columns, setting, "rise", "",
+                        [](const Row& r) { return r.local->rise; });
+    add_instant_columns(columns, setting, "set", "", [](const Row& r) { return r.local->set; });
+}
+
+Columns columns_for(const Setting& setting) {
+    Columns columns;
+    add_circumstances(columns, setting);
+    add_ground(columns, !setting.site);
+    if (setting.site) add_local(columns, setting);
+    return columns;
+}
+
+std::vector<Row> rows_of(sky::Model& model, const Request& request, const Setting& setting,
+                         const sky::Span& span) {
+    LongSearch search;
+    sky::EclipseOptions options;
+    options.fiftieth = request.fiftieth;
+    options.progress = search.progress();
+    std::vector<Row> rows;
+    for (const auto kind : {sky::EclipseKind::kSolar, sky::EclipseKind::kLunar}) {
+        if (!request.wants(kind)) continue;
+        for (const sky::Eclipse& e : sky::find_eclipses(model, kind, span, options)) {
+            Row row{e, {}};
+            if (setting.site) {
+                row.local = sky::eclipse_at(model, e, *setting.site);
+                if (!row.local || (!row.local->visible && !request.all)) continue;
             }
-            row.push_back(text_cell(at));
-            row.push_back(number_cell(altitude));
-            row.push_back(number_cell(azimuth));
-            row.push_back(number_cell(angle));
+            rows.push_back(std::move(row));
         }
-        row.emplace_back(clock(local->first));
-        row.emplace_back(clock(local->maximum));
-        row.push_back(local->maximum ? Cell(local->maximum->altitude_deg) : Cell());
-        row.emplace_back(clock(local->fourth));
-        row.emplace_back(local->magnitude);
-        row.push_back(solar ? Cell(local->obscuration) : Cell());
-        row.push_back(text_cell(local->rise));
-        row.push_back(text_cell(local->set));
     }
-    report.add(row);
+    std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+        return a.eclipse.greatest < b.eclipse.greatest;
+    });
+    return rows;
 }
 
-template <class T>
-T need(solsys::sky::Result<T> result) {
-    if (!result) throw BadInput(result.message());
-    return std::move(*result);
-}
-
-std::optional<solsys::sky::Site> site_of(const Options& options) {
-    if (!options.site.empty() && !options.city.empty())
-        throw BadInput("give either --site or --city");
-    if (!options.site.empty()) return need(solsys::sky::parse_site(options.site));
-    if (!options.city.empty()) return need(solsys::sky::find_city(options.city));
-    return std::nullopt;
-}
-
-// From --from (default now) to --to (default a year and a half on).
-solsys::sky::Span span_of(const Options& options,
-                          const std::optional<solsys::sky::Site>& site) {
-    const std::string name = !options.zone.empty() ? options.zone : site ? site->zone : "UTC";
-    const auto zone = need(solsys::sky::Zone::find(name));
-    const Instant from = options.from.empty()
-                             ? Instant::now()
-                             : need(solsys::sky::parse_time(options.from, zone));
-    const Instant to = options.to.empty() ? from.plus_days(550)
-                                          : need(solsys::sky::parse_time(options.to, zone));
-    if (to < from) throw BadInput("--to is before --from");
-    return {from, to};
+// The Moon in the shadow, or the Sun's disk at a site.
+void draw(sky::Model& model, const Request& request, const Setting& setting,
+          const std::vector<Row>& rows) {
+    if (rows.size() != 1)
+        throw BadInput(fmt::format("--svg: {} eclipses in that span, and a picture is of one",
+                                   rows.size()));
+    const Row& row = rows.front();
+    const bool light = request.picture.light;
+    if (row.solar() && !setting.site)
+        throw BadInput("--svg: the Sun's disk is that of a place: --city or --site (or --map)");
+    write_picture(row.solar() ? solsys::draw::eclipsed_sun_svg(model, row.eclipse, *row.local,
+                                                               *setting.site, light)
+                              : solsys::draw::moon_in_shadow_svg(model, row.eclipse, light),
+                  request.picture);
 }
 
 void run(const Request& request) {
-    const auto site = site_of(request.options);
-    const auto span = span_of(request.options, site);
-    auto model = need(solsys::sky::Model::open(request.options.ephemeris));
-    if (!request.picture.empty() && request.solar && !site)
-        throw BadInput("--picture of a solar eclipse wants --site or --city");
-    std::signal(SIGINT, [](int) { interrupted = true; });
-
-    solsys::sky::EclipseOptions options;
-    options.fiftieth = request.fiftieth;
-    options.progress = [](double) { return !interrupted; };
-    std::vector<Eclipse> eclipses;
-    for (const EclipseKind kind : {EclipseKind::kSolar, EclipseKind::kLunar}) {
-        const bool asked = kind == EclipseKind::kSolar ? request.solar : request.lunar;
-        if (!asked && (request.solar || request.lunar)) continue;
-        const auto found = find_eclipses(model, kind, span, options);
-        eclipses.insert(eclipses.end(), found.begin(), found.end());
-    }
-    std::sort(eclipses.begin(), eclipses.end(),
-              [](const Eclipse& a, const Eclipse& b) { return a.greatest < b.greatest; });
-
-    Report report(columns(site.has_value()));
-    std::vector<Eclipse> kept;
-    std::vector<LocalEclipse> seen;
-    for (const Eclipse& e : eclipses) {
-        std::optional<LocalEclipse> local;
-        if (site) {
-            local = eclipse_at(model, e, *site);
-            if (!local || (!local->visible && !request.all)) continue;
-            seen.push_back(*local);
-        }
-        add_row(report, e, local);
-        kept.push_back(e);
-    }
-    if (kept.empty())
-        throw NothingFound(site ? "no eclipse in that span can be seen there"
-                                : "no eclipse in that span");
-    if (!request.map.empty()) write_maps(model, request, kept);
-    if (!request.picture.empty()) {
-        if (kept.size() != 1)
-            throw BadInput(
-                fmt::format("{} eclipses in that span: a picture is of one", kept.size()));
-        const Eclipse& e = kept.front();
-        write(request.picture, e.kind == EclipseKind::kLunar
-                                   ? solsys::draw::moon_in_shadow_svg(model, e, request.light)
-                                   : solsys::draw::eclipsed_sun_svg(model, e, seen.front(),
-                                                                    *site, request.light));
-    }
-    const Format format = request.options.format();
-    if (format == Format::kTable && site)
-        fmt::print("Eclipses at {} (times: UT)\n\n", site->name);
-    report.print(format);
+    if (!request.map) check_picture_options(request.picture);
+    const Setting setting = setting_of(request.options);
+    const sky::Span span = span_of(request.options, setting, 550);
+    sky::Model model = model_of(request.options, setting);
+    const std::vector<Row> rows = rows_of(model, request, setting, span);
+    if (!rows.empty() && request.map) write_maps(model, request, rows);
+    if (!rows.empty() && request.picture.wanted()) draw(model, request, setting, rows);
+    if (!rows.empty() && request.picture.to_output()) return;
+    if (setting.format == Format::kTable && setting.site && !rows.empty())
+        fmt::print("Eclipses at {}\n\n", setting.site->name);
+    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
+    for (const Row& row : rows) table.add(row);
+    table.finish(setting.site ? "no eclipse in that span can be seen there"
+                              : "no eclipse in that span");
 }
 
 }  // namespace
 
-void add_eclipses(CLI::App& main) {
+void add_eclipses(CommandLine& main) {
     auto request = std::make_shared<Request>();
-    CLI::App* command = main.add_subcommand("eclipses", "Solar and lunar eclipses");
-    command->add_flag("--solar", request->solar, "Solar eclipses (default: both)");
-    command->add_flag("--lunar", request->lunar, "Lunar eclipses");
-    command->add_option("--from", request->options.from, "Start of the span (default: now)");
-    command->add_option("--to", request->options.to, "End of the span (default: 550 days on)");
-    add_site_options(*command, request->options);
-    add_ephemeris_option(*command, request->options);
-    add_output_options(*command, request->options);
-    command->add_flag("--all", request->all, "At a site: also what is below the horizon there");
-    command->add_flag("--shadow-1-50", request->fiftieth,
-                      "Lunar: the shadow enlarged by 1/50 instead of Danjon's rule");
-    command->add_option("--map", request->map,
-                        "Write a map: FILE.svg, .geojson or .kml; DIR/ takes every eclipse");
-    command->add_option(
-        "--picture", request->picture,
-        "Write a picture (SVG): the Moon in the shadow, or the Sun at the site");
-    command->add_flag("--light", request->light, "Pictures for paper instead of the screen");
-    command->footer(
+    Command command = main.add("eclipses", "Solar and lunar eclipses");
+    command.flag("--solar", request->solar, "Solar eclipses (default: both)");
+    command.flag("--lunar", request->lunar, "Lunar eclipses");
+    add_span_options(command, request->options, "550 days on");
+    add_site_options(command, request->options);
+    add_ephemeris_option(command, request->options);
+    add_output_options(command, request->options);
+    command.flag("--all", request->all, "At a site: also what is below the horizon there");
+    command.flag("--shadow-1-50", request->fiftieth,
+                 "Lunar: the shadow enlarged by 1/50 instead of Danjon's rule");
+    command.text("--map", request->map,
+                 "Write a map: FILE.svg, .png, .geojson or .kml; DIR/ takes every eclipse");
+    add_picture_options(command, request->picture,
+                        "Draw the Moon in the shadow, or the Sun's disk at the site,");
+    command.footer(
+        "Decided by the ephemeris. Radii: Sun 959.63\" at 1 au, Moon 0.272488 (penumbra) and\n"
+        "0.272281 (umbra) of the Earth's; lunar: Danjon's shadow.\n"
         "Examples:\n"
         "  solsys eclipses --solar --from 2026 --to 2031\n"
         "  solsys eclipses --city Reykjavik --from 2026-08-01 --to 2026-09-01 --json\n"
         "  solsys eclipses --solar --from 2026-08 --to 2026-09 --map eclipse.svg\n"
-        "Decided by the ephemeris. Radii: Sun 959.63 arcsec at 1 au, Moon 0.272488 (penumbra) "
-        "and "
-        "0.272281 (umbra)\nof the Earth's; lunar: Danjon's shadow.");
-    command->callback([request] { run(*request); });
+        "  solsys eclipses --lunar --from 2026-03 --to 2026-04 --svg shadow.svg");
+    command.run([request] { run(*request); });
 }
 
 }  // namespace app

@@ -3,7 +3,6 @@
 
 #include <memory>
 
-#include "apps/solsys/civil_time.h"
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
 #include "apps/solsys/options.h"
@@ -12,38 +11,51 @@
 namespace app {
 namespace {
 
+struct Row {
+    std::string path;
+    const DEHeader* header;
+};
+
+std::string date(double jd) {
+    return sky::to_string(sky::Zone().date(sky::Instant::from_tt(jd)));
+}
+
 void run(const std::string& path, const Options& options) {
+    if (path.empty()) throw BadInput("the path is empty");
     const auto header = DE_Ephemeris::readHeader(path.c_str());
     if (!header) throw BadInput(fmt::format("'{}' is no DE ephemeris file", path));
-    Report report({{"path", "File", nullptr},
-                   {"de_number", "DE", nullptr},
-                   {"start_jd", "From JD", fixed(1)},
-                   {"start_date", "Date", nullptr},
-                   {"end_jd", "To JD", fixed(1)},
-                   {"end_date", "Date", nullptr},
-                   {"record_days", "Record days", fixed(0)},
-                   {"doubles_per_record", "Doubles", nullptr},
-                   {"au_km", "au km", fixed(4)},
-                   {"earth_moon_mass_ratio", "Earth/Moon", fixed(6)},
-                   {"constants", "Constants", nullptr}});
-    const auto date = [](double jd) { return iso_utc(utc_from_jd(jd)).substr(0, 10); };
-    report.add({path, static_cast<long long>(header->de_number), header->start_jd,
-                date(header->start_jd), header->end_jd, date(header->end_jd), header->span,
-                static_cast<long long>(header->ncoeff), header->au_km, header->emrat,
-                static_cast<long long>(header->ncon)});
-    report.print(options.format());
+    const auto whole = [](std::int32_t value) { return Cell(static_cast<long long>(value)); };
+    Table<Row> table(
+        options.format(),
+        {{"path", "File", nullptr, [](const Row& r) { return Cell(r.path); }},
+         {"de_number", "DE", nullptr, [&](const Row& r) { return whole(r.header->de_number); }},
+         {"start_jd", "", nullptr, [](const Row& r) { return r.header->start_jd; }},
+         {"start_date", "From", nullptr,
+          [](const Row& r) { return Cell(date(r.header->start_jd)); }},
+         {"end_jd", "", nullptr, [](const Row& r) { return r.header->end_jd; }},
+         {"end_date", "To", nullptr, [](const Row& r) { return Cell(date(r.header->end_jd)); }},
+         {"record_days", "Days", fixed(0), [](const Row& r) { return r.header->span; }},
+         {"doubles_per_record", "Doubles", nullptr,
+          [&](const Row& r) { return whole(r.header->ncoeff); }},
+         {"au_km", "au km", fixed(4), [](const Row& r) { return r.header->au_km; }},
+         {"earth_moon_mass_ratio", "Earth/Moon", fixed(6),
+          [](const Row& r) { return r.header->emrat; }},
+         {"constants", "Constants", nullptr,
+          [&](const Row& r) { return whole(r.header->ncon); }}});
+    table.add({path, header.get()});
+    table.finish();
 }
 
 }  // namespace
 
-void add_ephemeris_info(CLI::App& main) {
+void add_ephemeris_info(CommandLine& main) {
     auto options = std::make_shared<Options>();
     auto path = std::make_shared<std::string>();
-    CLI::App* command = main.add_subcommand("ephemeris-info", "What a DE ephemeris file holds");
-    command->add_option("path", *path, "A DE ephemeris file")->required();
-    add_output_options(*command, *options);
-    command->footer("Example:\n  solsys ephemeris-info de405.bin");
-    command->callback([options, path] { run(*path, *options); });
+    Command command = main.add("ephemeris-info", "What a DE ephemeris file holds");
+    command.word("path", *path, "A DE ephemeris file");
+    add_output_options(command, *options);
+    command.footer("Example:\n  solsys ephemeris-info de405.bin");
+    command.run([options, path] { run(*path, *options); });
 }
 
 }  // namespace app

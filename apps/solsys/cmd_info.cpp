@@ -4,28 +4,23 @@
 #include <cmath>
 #include <memory>
 
-#include "apps/solsys/bodies.h"
+#include "apps/solsys/columns.h"
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
-#include "apps/solsys/options.h"
-#include "apps/solsys/place.h"
+#include "solsys/sky/facts.h"
 
 namespace app {
 namespace {
 
-constexpr double kAuKm = 149597870.7;
-constexpr double kSecondsPerDay = 86400.0;
-constexpr double kSunMassKg = 1.98841e30;  // GM of the Sun over G (CODATA 2018)
-constexpr double kSunGm = 0.00029591220828411956;
-
-struct Fact {
-    std::string key, title;
-    Cell value;
-    Shown shown;
+struct Request {
+    Options options;
+    std::vector<std::string> names;
 };
 
-// Physical values that are not known are -1, or 0 where 0 has no meaning.
-Cell known(double value) { return value > 0 ? Cell(value) : Cell(); }
+struct Row {
+    sky::BodyFacts facts;
+    sky::Instant at;
+};
 
 Shown general(int digits, const char* unit) {
     return
@@ -40,104 +35,88 @@ std::string shown_days(double days) {
     return fmt::format("{:.6g} d ({:.4g} years)", days, days / 365.25);
 }
 
-std::vector<Fact> facts_of(CSWSolSys& model, const Body& body) {
-    const SSO_ID& id = body.id;
-    const SSO_ID parent = model.GetCentralBodyID(id);
-    std::vector<SSO_ID> moons;
-    const int moon_count = model.GetMoonsListFor(id, &moons);
-
-    double flattening = 0;
-    const double radius = model.GetRadiEq(id, &flattening);
-    const double gm = model.GetGravity(id);
-    const double volume =
-        4.0 / 3 * std::acos(-1.0) * std::pow(radius * 1e3, 3) * (1 - flattening);
-    const double mass = gm / kSunGm * kSunMassKg;
-    const double gravity = gm * kAuKm * kAuKm * kAuKm / (kSecondsPerDay * kSecondsPerDay) *
-                           1e3 / (radius * radius);
-    double axes[3] = {0, 0, 0};
-    const bool rotates = model.GetPolarAxes(id, axes) && (axes[0] != 0 || axes[1] != 0);
-    const auto pole = [&](int i) { return rotates ? Cell(axes[i] * kDegrees) : Cell(); };
-    const double turn = 360 * std::floor(axes[2] * kDegrees / 360);
-
-    return {
-        {"id", "", code_of(id), nullptr},
-        {"name", "Body", body.name, nullptr},
-        {"parent", "Moves about", id == parent ? Cell() : Cell(name_of(parent)), nullptr},
-        {"moons", "Moons", static_cast<long long>(moon_count), nullptr},
-        {"radius_km", "Equatorial radius", known(radius), general(6, "km")},
-        {"flattening", "Flattening", flattening, fixed(5)},
-        {"gm_km3_s2", "GM",
-         known(gm * kAuKm * kAuKm * kAuKm / (kSecondsPerDay * kSecondsPerDay)),
-         general(6, "km\u00b3/s\u00b2")},
-        {"mass_kg", "Mass", known(mass), general(4, "kg")},
-        {"density_kg_m3", "Mean density", gm > 0 && radius > 0 ? Cell(mass / volume) : Cell(),
-         general(4, "kg/m\u00b3")},
-        {"surface_gravity_m_s2", "Surface gravity",
-         gm > 0 && radius > 0 ? Cell(gravity * 1e0) : Cell(), general(3, "m/s\u00b2")},
-        {"orbital_period_days", "Orbital period",
-         id == parent ? Cell() : known(model.GetOrbitalPeriod(id)), shown_days},
-        {"rotation_period_days", "Rotation period", known(model.GetPeriodRotation(id)),
-         shown_days},
-        {"solar_day_days", "Solar day",
-         id == parent || !(model.GetPeriodRotation(id) > 0) ? Cell()
-                                                            : Cell(model.GetSolarDay(id)),
-         shown_days},
-        {"pole_ra_deg", "Pole, right ascension", pole(0), general(7, "\u00b0 (J2000)")},
-        {"pole_dec_deg", "Pole, declination", pole(1), general(7, "\u00b0 (J2000)")},
-        {"prime_meridian_deg", "Prime meridian now",
-         rotates ? Cell(axes[2] * kDegrees - turn) : Cell(), general(7, "\u00b0")},
+std::vector<Column<Row>> columns_for(const Setting& setting) {
+    using Facts = sky::BodyFacts;
+    const auto number = [](const char* name, const char* title, Shown shown,
+                           std::optional<double> Facts::*member) {
+        return Column<Row>{name, title, std::move(shown),
+                           [member](const Row& row) { return cell(row.facts.*member); }};
     };
+    std::vector<Column<Row>> columns{
+        {"id", "", nullptr, [](const Row& r) { return Cell(sky::code_of(r.facts.body.id)); }},
+        {"name", "Body", nullptr, [](const Row& r) { return Cell(r.facts.body.name); }},
+        {"parent", "Moves about", nullptr,
+         [](const Row& r) { return r.facts.parent ? Cell(r.facts.parent->name) : Cell(); }},
+        {"moons", "Moons", nullptr,
+         [](const Row& r) { return Cell(static_cast<long long>(r.facts.moons)); }},
+        number("radius_km", "Equatorial radius", general(6, "km"), &Facts::radius_km),
+        {"flattening", "Flattening", fixed(5), [](const Row& r) { return r.facts.flattening; }},
+        number("gm_km3_s2", "GM", general(6, "km\u00b3/s\u00b2"), &Facts::gm_km3_s2),
+        number("mass_kg", "Mass", general(4, "kg"), &Facts::mass_kg),
+        number("density_kg_m3", "Mean density", general(4, "kg/m\u00b3"),
+               &Facts::density_kg_m3),
+        number("surface_gravity_m_s2", "Surface gravity", general(3, "m/s\u00b2"),
+               &Facts::surface_gravity_m_s2),
+        number("orbital_period_days", "Orbital period", shown_days,
+               &Facts::orbital_period_days),
+        number("rotation_period_days", "Rotation period", shown_days,
+               &Facts::rotation_period_days),
+        number("solar_day_days", "Solar day", shown_days, &Facts::solar_day_days),
+        number("pole_ra_deg", "Pole, right ascension", general(7, "\u00b0 (J2000)"),
+               &Facts::pole_ra_deg),
+        number("pole_dec_deg", "Pole, declination", general(7, "\u00b0 (J2000)"),
+               &Facts::pole_dec_deg),
+        number("prime_meridian_deg", "Prime meridian", general(7, "\u00b0"),
+               &Facts::prime_meridian_deg),
+    };
+    add_time_columns(columns, setting, "");
+    return columns;
 }
 
-void run(const std::vector<std::string>& names, const Options& options) {
-    CSWSolSys model;
-    open_model(model, options);
-    const Format format = options.format();
-    const Tt tt = tt_from_utc(parse_time(options.time.empty() ? "now" : options.time));
-    move_to(model, tt);
-
-    std::vector<std::vector<Fact>> bodies;
-    for (const std::string& name : names) {
-        const Body body = parse_body(name);
-        if (!model.CheckSSO(&body.id))
-            throw BadInput(fmt::format("no body '{}' in the catalogue", name));
-        bodies.push_back(facts_of(model, body));
+// One fact a line.
+void print_page(const Row& row, const Setting& setting) {
+    for (const Column<Row>& column : columns_for(setting)) {
+        const std::string text = text_of(column.extract(row), column.format);
+        if (!column.title.empty() && !text.empty())
+            fmt::print("{:<22} {}\n", column.title, text);
     }
-    if (format == Format::kTable) {
-        for (const auto& facts : bodies) {
-            for (const Fact& fact : facts) {
-                const std::string text = text_of(fact.value, fact.shown);
-                if (!fact.title.empty() && !text.empty())
-                    fmt::print("{:<22} {}\n", fact.title, text);
-            }
-            if (&facts != &bodies.back()) fmt::print("\n");
+}
+
+void run(const Request& request) {
+    const Setting setting = setting_of(request.options);
+    const sky::Instant t = instant_of(request.options, setting);
+    sky::Model model = model_of(request.options, setting);
+    move_to(model, t);
+    std::vector<Row> rows;
+    for (const sky::Body& body : bodies_called(request.names, t))
+        rows.push_back({need(sky::facts_of(model, body)), t});
+    if (setting.format == Format::kTable) {
+        for (const Row& row : rows) {
+            if (&row != &rows.front()) fmt::print("\n");
+            print_page(row, setting);
         }
         return;
     }
-    std::vector<Column> columns;
-    for (const Fact& fact : bodies.front())
-        columns.push_back({fact.key, fact.title, fact.shown});
-    Report report(std::move(columns));
-    for (const auto& facts : bodies) {
-        std::vector<Cell> row;
-        for (const Fact& fact : facts) row.push_back(fact.value);
-        report.add(std::move(row));
-    }
-    report.print(format);
+    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
+    for (const Row& row : rows) table.add(row);
+    table.finish();
 }
 
 }  // namespace
 
-void add_info(CLI::App& main) {
-    auto options = std::make_shared<Options>();
-    auto names = std::make_shared<std::vector<std::string>>();
-    CLI::App* command = main.add_subcommand("info", "What is known of a body");
-    command->add_option("body", *names, "Names (jupiter, io) or codes (plnt:5, moon:501)")
-        ->required();
-    add_instant_options(*command, *options);
-    add_output_options(*command, *options);
-    command->footer("Examples:\n  solsys info saturn\n  solsys info io europa --json");
-    command->callback([options, names] { run(*names, *options); });
+void add_info(CommandLine& main) {
+    auto request = std::make_shared<Request>();
+    Command command = main.add("info", "What is known of a body");
+    command.words("body", request->names, "Names (jupiter, io) or codes (plnt:5, moon:501)", 1);
+    add_instant_option(command, request->options);
+    add_zone_option(command, request->options);
+    add_output_options(command, request->options);
+    command.footer(
+        "The prime meridian is that of the instant.\n"
+        "Examples:\n"
+        "  solsys info saturn\n"
+        "  solsys info io europa --json");
+    command.run([request] { run(*request); });
 }
 
 }  // namespace app

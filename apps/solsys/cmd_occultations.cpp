@@ -5,13 +5,12 @@
 
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
-#include "apps/solsys/typed_options.h"
+#include "apps/solsys/long_search.h"
+#include "apps/solsys/options.h"
 #include "solsys/sky/occultations.h"
 
 namespace app {
 namespace {
-
-namespace sky = solsys::sky;
 
 struct Request {
     Options options;
@@ -19,76 +18,82 @@ struct Request {
     bool all = false;
 };
 
-Cell magnitude_cell(double magnitude) {
-    Cell cell;
-    if (magnitude < 90) cell = magnitude;
-    return cell;
+using Row = sky::LunarOccultation;
+
+std::vector<Column<Row>> columns_for(const Setting& setting) {
+    const auto number = [](const char* name, const char* title, int decimals,
+                           double Row::*member) {
+        return Column<Row>{name, title, fixed(decimals),
+                           [member](const Row& row) { return row.*member; }};
+    };
+    std::vector<Column<Row>> columns{
+        {"id", "", nullptr, [](const Row& r) { return Cell(sky::code_of(r.body.id)); }},
+        {"name", "Body", nullptr, [](const Row& r) { return Cell(r.body.name); }},
+        {"magnitude", "Mag", fixed(1),
+         [](const Row& r) { return r.magnitude < 90 ? Cell(r.magnitude) : Cell(); }},
+        {"contact", "Contact", nullptr,
+         [](const Row& r) { return Cell(std::string(sky::to_string(r.contact))); }}};
+    add_time_columns(columns, setting, fmt::format("Time ({})", setting.zone.name()));
+    const std::vector<Column<Row>> more{
+        {"delta_t_s", "", nullptr, [](const Row& r) { return r.at.delta_t_seconds(); }},
+        number("position_angle_deg", "PA", 0, &Row::position_angle_deg),
+        {"", "Cusp", nullptr,
+         [](const Row& r) {
+             return Cell(fmt::format("{:.0f} {}", r.cusp_angle_deg, r.north_cusp ? 'N' : 'S'));
+         }},
+        number("cusp_angle_deg", "", 0, &Row::cusp_angle_deg),
+        {"cusp", "", nullptr,
+         [](const Row& r) { return Cell(std::string(r.north_cusp ? "N" : "S")); }},
+        {"limb", "Limb", nullptr,
+         [](const Row& r) { return Cell(std::string(r.dark_limb ? "dark" : "bright")); }},
+        {"", "Graze", nullptr, [](const Row& r) { return text_cell(r.graze ? "yes" : ""); }},
+        {"graze", "", nullptr, [](const Row& r) { return r.graze; }},
+        number("moon_altitude_deg", "Moon alt", 1, &Row::moon_altitude_deg),
+        number("moon_azimuth_deg", "", 0, &Row::moon_azimuth_deg),
+        number("sun_altitude_deg", "Sun alt", 0, &Row::sun_altitude_deg),
+        number("moon_illuminated", "Lit", 2, &Row::moon_illuminated)};
+    columns.insert(columns.end(), more.begin(), more.end());
+    return columns;
 }
 
 void run(const Request& request) {
-    const Format format = request.options.format();
-    const auto site = typed_site(request.options);
-    if (!site) throw BadInput("a place is needed: --city NAME or --site LAT,LON");
-    const sky::Zone zone = typed_zone(request.options, site);
-    const sky::Span span = typed_span(request.options, zone, 31);
-    sky::Model model = open_sky_model(request.options);
-    model.observe_from(*site);
+    const Setting setting = setting_with_site(request.options);
+    const sky::Span span = span_of(request.options, setting, 31);
+    sky::Model model = model_of(request.options, setting);
     sky::OccultationOptions options;
     options.faintest_star = request.faintest;
     options.observable_only = !request.all;
 
-    Report report({{"id", "", nullptr},
-                   {"name", "Body", nullptr},
-                   {"magnitude", "Mag", fixed(1)},
-                   {"contact", "Contact", nullptr},
-                   {"time_utc", "", nullptr},
-                   {"", fmt::format("Time ({})", zone.name()), nullptr},
-                   {"delta_t_s", "", nullptr},
-                   {"position_angle_deg", "Pos. angle", fixed(0)},
-                   {"cusp_angle_deg", "Cusp", fixed(0)},
-                   {"cusp", "", nullptr},
-                   {"limb", "Limb", nullptr},
-                   {"graze", "Graze", nullptr},
-                   {"moon_altitude_deg", "Moon alt", fixed(1)},
-                   {"moon_azimuth_deg", "az", fixed(0)},
-                   {"sun_altitude_deg", "Sun alt", fixed(0)},
-                   {"moon_illuminated", "Lit", fixed(2)}});
-    Interruptible search;
-    for (const sky::LunarOccultation& o :
-         sky::lunar_occultations(model, span, options, search.control()))
-        report.add({sky::code_of(o.body.id), o.body.name, magnitude_cell(o.magnitude),
-                    std::string(sky::to_string(o.contact)), o.at.iso(0), zone.seconds(o.at),
-                    o.at.delta_t_seconds(), o.position_angle_deg, o.cusp_angle_deg,
-                    std::string(o.north_cusp ? "N" : "S"),
-                    std::string(o.dark_limb ? "dark" : "bright"), o.graze, o.moon_altitude_deg,
-                    o.moon_azimuth_deg, o.sun_altitude_deg, o.moon_illuminated});
-    if (report.empty()) throw NothingFound("no occultation in that span");
-    if (format == Format::kTable)
-        fmt::print("Occultations by the Moon at {} (times: {})\n\n", site->name, zone.name());
-    report.print(format);
+    LongSearch search;
+    const auto found = sky::lunar_occultations(model, span, options, search.control());
+    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
+    for (const Row& row : found) table.add(row);
+    if (setting.format == Format::kTable && !found.empty())
+        fmt::print("Occultations by the Moon at {}\n\n", setting.site->name);
+    table.finish("no occultation in that span" +
+                 std::string(request.all ? "" : " that can be seen (--all: also by day)"));
 }
 
 }  // namespace
 
-void add_occultations(CLI::App& main) {
+void add_occultations(CommandLine& main) {
     auto request = std::make_shared<Request>();
-    CLI::App* command = main.add_subcommand(
-        "occultations", "Stars and planets that the Moon covers for a site");
-    command
-        ->add_option("--faintest", request->faintest, "Stars down to this magnitude (to 5.0)")
-        ->capture_default_str();
-    command->add_flag("--all", request->all, "By day and below the horizon, too");
-    add_span_options(*command, request->options);
-    add_site_options(*command, request->options);
-    add_ephemeris_option(*command, request->options);
-    add_output_options(*command, request->options);
-    command->footer(
-        "A month from --from, unless --to says otherwise. Position angles count on the Moon's\n"
-        "limb from north through east, cusp angles from the nearer cusp into the dark side.\n"
+    Command command =
+        main.add("occultations", "Stars and planets that the Moon covers for a site");
+    command.number("--faintest", request->faintest, {-2.0, 5.0},
+                   "Stars down to this magnitude (to 5.0)");
+    command.flag("--all", request->all, "By day and below the horizon, too");
+    add_span_options(command, request->options, "31 days on");
+    add_site_options(command, request->options);
+    add_ephemeris_option(command, request->options);
+    add_output_options(command, request->options);
+    command.footer(
+        "Position angles count on the Moon's limb from north through east, cusp angles from\n"
+        "the nearer cusp into the dark side.\n"
         "Examples:\n"
         "  solsys occultations --city London --from 2026-01-01\n"
         "  solsys occultations --site 51.48,0 --from 2015 --to 2018 --faintest 1.5");
-    command->callback([request] { run(*request); });
+    command.run([request] { run(*request); });
 }
 
 }  // namespace app

@@ -1,199 +1,253 @@
-// solsys rise-set: when bodies rise, culminate and set; a month's calendar; a year's chart.
+// solsys rise-set: when bodies rise, culminate and set, by the days of a site's clock.
 #include <fmt/format.h>
 
-#include <cmath>
+#include <algorithm>
 #include <memory>
 
-#include "apps/solsys/bodies.h"
+#include "apps/solsys/columns.h"
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
-#include "apps/solsys/options.h"
-#include "apps/solsys/rise_set.h"
+#include "apps/solsys/month_calendar.h"
+#include "apps/solsys/picture.h"
+#include "draw/year_picture.h"
+#include "solsys/sky/rise_set_days.h"
 
 namespace app {
 namespace {
 
 struct Request {
     Options options;
+    PictureOptions picture;
     std::vector<std::string> bodies;
-    std::string month;
-    std::string svg;
+    std::optional<std::string> month;
+    std::string twilight = "astronomical";
+    bool by_time = false;
 };
 
-const SSO_ID kSun(SSO_PLNT, 10), kMoon(SSO_MOON, 301);
+constexpr const char* kTwilights[] = {"civil", "nautical", "astronomical"};
 
-Cell utc_cell(const std::optional<Utc>& t) {
-    Cell cell;
-    if (t) cell = iso_utc(*t);
-    return cell;
+// A body's day; on a day with two risings or settings a second row has the second ones.
+struct Row {
+    const sky::Body* body;
+    const sky::RiseSetDay* day;
+    std::size_t turn = 0;
+
+    template <class T>
+    [[nodiscard]] const T* pick(const std::vector<T>& events) const {
+        return turn < events.size() ? &events[turn] : nullptr;
+    }
+    [[nodiscard]] const sky::HorizonEvent* rise() const { return pick(day->rises); }
+    [[nodiscard]] const sky::HorizonEvent* set() const { return pick(day->sets); }
+    [[nodiscard]] const sky::Transit* transit() const { return pick(day->transits); }
+};
+
+using Columns = std::vector<Column<Row>>;
+
+template <class Event>
+void add_event(Columns& columns, const Setting& setting, const std::string& name,
+               const char* title, const std::string& angle, const char* angle_title,
+               const Event* (Row::*get)() const, double Event::*member) {
+    add_instant_columns(columns, setting, name, title, [get](const Row& row) {
+        const Event* const event = (row.*get)();
+        return event ? std::optional(event->at) : std::nullopt;
+    });
+    columns.push_back({angle, angle_title, fixed(1), [get, member](const Row& row) {
+                           const Event* const event = (row.*get)();
+                           return event ? Cell(event->*member) : Cell();
+                       }});
 }
 
-// The clock of the zone to the minute, with the days that lie between the reading and a date
-// (both local readings).
-std::string clock_text(const Zone& zone, const std::optional<Utc>& t, Utc local_day) {
-    if (!t) return "-";
-    const Utc local = plus_days(to_local(zone, *t), 0.5 / 1440);
-    const auto date_number = [](Utc u) { return std::floor(u.jd() + 0.5); };
-    const int aside = static_cast<int>(date_number(local) - date_number(local_day));
-    return aside == 0 ? zone.clock(*t) : fmt::format("{} {:+}d", zone.clock(*t), aside);
+Columns columns_for(const Setting& setting, const std::string& twilight) {
+    Columns columns{
+        {"id", "", nullptr, [](const Row& row) { return Cell(sky::code_of(row.body->id)); }},
+        {"name", "Body", nullptr, [](const Row& row) { return Cell(row.body->name); }},
+        {"date", "Date", nullptr,
+         [](const Row& row) { return Cell(sky::to_string(row.day->date)); }}};
+    for (std::size_t i : {2, 1, 0})
+        add_instant_columns(columns, setting, std::string(kTwilights[i]) + "_dawn",
+                            twilight == kTwilights[i] ? "Dawn" : "", [i](const Row& row) {
+                                return row.turn == 0 ? row.day->dawn[i] : std::nullopt;
+                            });
+    add_event(columns, setting, "rise", "Rise", "rise_azimuth_deg", "Azim", &Row::rise,
+              &sky::HorizonEvent::azimuth_deg);
+    add_event(columns, setting, "transit", "Transit", "transit_altitude_deg", "Alt",
+              &Row::transit, &sky::Transit::altitude_deg);
+    add_event(columns, setting, "set", "Set", "set_azimuth_deg", "Azim", &Row::set,
+              &sky::HorizonEvent::azimuth_deg);
+    for (std::size_t i : {0, 1, 2})
+        add_instant_columns(columns, setting, std::string(kTwilights[i]) + "_dusk",
+                            twilight == kTwilights[i] ? "Dusk" : "", [i](const Row& row) {
+                                return row.turn == 0 ? row.day->dusk[i] : std::nullopt;
+                            });
+    columns.push_back({"state", "State", nullptr, [](const Row& row) {
+                           return text_cell(sky::to_string(row.day->state));
+                       }});
+    return columns;
 }
 
-Cell number_cell(bool there, double value) {
-    Cell cell;
-    if (there) cell = value;
-    return cell;
+// The days of a span by the clock; an end on a midnight belongs to the day before.
+struct Dates {
+    sky::CivilDate first, last;
+};
+Dates dates_of(const sky::Span& span, const Setting& setting) {
+    const sky::Instant end = span.days() > 0 ? span.to.plus_seconds(-1e-3) : span.to;
+    return {setting.zone.date(span.from), setting.zone.date(end)};
 }
 
-void list_days(CSWSolSys& model, const Request& request, const Site& site, const Zone& zone) {
-    const Span span = chosen_span(request.options, 1);
-    std::vector<Body> bodies;
-    for (const std::string& name : request.bodies) bodies.push_back(parse_body(name));
-    if (bodies.empty()) bodies = {{kSun, name_of(kSun)}, {kMoon, name_of(kMoon)}};
+struct BodyDays {
+    sky::Body body;
+    std::vector<sky::RiseSetDay> days;
+};
 
-    Report report({{"id", "", nullptr},
-                   {"name", "Body", nullptr},
-                   {"date", "Date", nullptr},
-                   {"dawn_utc", "", nullptr},
-                   {"rise_utc", "", nullptr},
-                   {"transit_utc", "", nullptr},
-                   {"set_utc", "", nullptr},
-                   {"dusk_utc", "", nullptr},
-                   {"", "Dawn", nullptr},
-                   {"", "Rise", nullptr},
-                   {"rise_azimuth_deg", "Azimuth", fixed(1)},
-                   {"", "Transit", nullptr},
-                   {"transit_altitude_deg", "Altitude", fixed(1)},
-                   {"", "Set", nullptr},
-                   {"set_azimuth_deg", "Azimuth", fixed(1)},
-                   {"", "Dusk", nullptr}});
-    CSWVisibility visibility(&model);
-    for (const Body& body : bodies) {
-        for (const RiseSetDay& day : rise_set_days(visibility, body.id, site, span)) {
-            const Utc local = to_local(zone, day.anchor);
-            report.add({code_of(body.id), body.name, date_of(local), utc_cell(day.dawn),
-                        utc_cell(day.rise), utc_cell(day.transit), utc_cell(day.set),
-                        utc_cell(day.dusk), clock_text(zone, day.dawn, local),
-                        clock_text(zone, day.rise, local),
-                        number_cell(day.rise.has_value(), day.rise_azimuth_deg),
-                        clock_text(zone, day.transit, local),
-                        number_cell(day.transit.has_value(), day.transit_altitude_deg),
-                        clock_text(zone, day.set, local),
-                        number_cell(day.set.has_value(), day.set_azimuth_deg),
-                        clock_text(zone, day.dusk, local)});
+void list_days(const std::vector<BodyDays>& found, const Request& request,
+               const Setting& setting, const sky::Model& model) {
+    Table<Row> table(setting.format, columns_for(setting, request.twilight),
+                     setting.context(model));
+    for (const BodyDays& body : found)
+        for (const sky::RiseSetDay& day : body.days) {
+            const std::size_t turns = std::max(
+                {std::size_t{1}, day.rises.size(), day.sets.size(), day.transits.size()});
+            for (std::size_t turn = 0; turn < turns; ++turn)
+                table.add({&body.body, &day, turn});
         }
-    }
-    if (report.empty())
-        throw NothingFound("nothing asked for rises, culminates or sets in that span");
-    const Format format = request.options.format();
-    if (format == Format::kTable)
-        fmt::print("Risings and settings at {} (times: {})\n\n", site.name, zone.name());
-    report.print(format);
+    table.finish();
 }
 
-// The first of a kind of event on a civil day.
-template <class Field>
-std::optional<Utc> event_on(const std::vector<RiseSetDay>& days, const Span& day, Field field) {
-    for (const RiseSetDay& d : days) {
-        const std::optional<Utc>& t = d.*field;
-        if (t && days_from(day.from, *t) >= 0 && days_from(*t, day.to) > 0) return t;
-    }
-    return std::nullopt;
+struct EventRow {
+    const sky::Body* body;
+    sky::Instant at;
+    std::string event;
+    std::optional<double> azimuth_deg, altitude_deg;
+};
+
+std::vector<EventRow> events_of(const std::vector<BodyDays>& found) {
+    std::vector<EventRow> rows;
+    for (const BodyDays& body : found)
+        for (const sky::RiseSetDay& day : body.days) {
+            for (const auto& e : day.rises)
+                rows.push_back({&body.body, e.at, "rise", e.azimuth_deg, {}});
+            for (const auto& e : day.transits)
+                rows.push_back({&body.body, e.at, "transit", {}, e.altitude_deg});
+            for (const auto& e : day.sets)
+                rows.push_back({&body.body, e.at, "set", e.azimuth_deg, {}});
+            for (std::size_t i = 0; i < 3; ++i) {
+                const std::string name(kTwilights[i]);
+                if (day.dawn[i])
+                    rows.push_back({&body.body, *day.dawn[i], name + " dawn", {}, {}});
+                if (day.dusk[i])
+                    rows.push_back({&body.body, *day.dusk[i], name + " dusk", {}, {}});
+            }
+        }
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const EventRow& a, const EventRow& b) { return a.at < b.at; });
+    return rows;
 }
 
-void calendar(CSWSolSys& model, const Request& request, const Site& site, const Zone& zone) {
-    Utc local = parse_time(request.month + "-01");
-    // The first of the next month is 28 to 31 days on.
-    std::vector<Span> days;
-    for (; date_of(local).substr(0, request.month.size()) == request.month;
-         local = plus_days(local, 1))
-        days.push_back({from_local(zone, local), from_local(zone, plus_days(local, 1))});
+void list_by_time(const std::vector<BodyDays>& found, const Setting& setting,
+                  const sky::Model& model) {
+    std::vector<Column<EventRow>> columns;
+    add_time_columns(columns, setting, fmt::format("Time ({})", setting.zone.name()));
+    const std::vector<Column<EventRow>> more{
+        {"id", "", nullptr, [](const EventRow& r) { return Cell(sky::code_of(r.body->id)); }},
+        {"name", "Body", nullptr, [](const EventRow& r) { return Cell(r.body->name); }},
+        {"event", "Event", nullptr, [](const EventRow& r) { return Cell(r.event); }},
+        {"azimuth_deg", "Azimuth", fixed(1),
+         [](const EventRow& r) { return cell(r.azimuth_deg); }},
+        {"altitude_deg", "Altitude", fixed(1),
+         [](const EventRow& r) { return cell(r.altitude_deg); }}};
+    columns.insert(columns.end(), more.begin(), more.end());
+    Table<EventRow> table(setting.format, columns, setting.context(model));
+    for (const EventRow& row : events_of(found)) table.add(row);
+    table.finish();
+}
 
-    const Span month{days.front().from, days.back().to};
-    CSWVisibility visibility(&model);
-    const auto sun = rise_set_days(visibility, kSun, site, month);
-    const auto moon = rise_set_days(visibility, kMoon, site, month);
-    Report report({{"date", "Date", nullptr},
-                   {"dawn_utc", "", nullptr},
-                   {"sunrise_utc", "", nullptr},
-                   {"sunset_utc", "", nullptr},
-                   {"dusk_utc", "", nullptr},
-                   {"moonrise_utc", "", nullptr},
-                   {"moonset_utc", "", nullptr},
-                   {"", "Dawn", nullptr},
-                   {"", "Sunrise", nullptr},
-                   {"", "Sunset", nullptr},
-                   {"", "Dusk", nullptr},
-                   {"", "Moonrise", nullptr},
-                   {"", "Moonset", nullptr},
-                   {"moon_illuminated", "Lit", fixed(2)},
-                   {"moon_phase", "Phase", nullptr}});
-    for (const Span& day : days) {
-        const Utc noon = plus_days(day.from, days_from(day.from, day.to) / 2);
-        const Utc local_noon = to_local(zone, noon);
-        const std::optional<Utc> events[] = {
-            event_on(sun, day, &RiseSetDay::dawn),  event_on(sun, day, &RiseSetDay::rise),
-            event_on(sun, day, &RiseSetDay::set),   event_on(sun, day, &RiseSetDay::dusk),
-            event_on(moon, day, &RiseSetDay::rise), event_on(moon, day, &RiseSetDay::set)};
-        std::vector<Cell> row;
-        row.emplace_back(date_of(local_noon));
-        for (const auto& t : events) row.push_back(utc_cell(t));
-        for (const auto& t : events) row.emplace_back(clock_text(zone, t, local_noon));
-        row.emplace_back(moon_phase(model, noon).illuminated);
-        const auto phase = principal_phase(model, day.from, day.to);
-        Cell name;
-        if (phase) name = phase_name(*phase);
-        row.push_back(name);
-        report.add(row);
+void list(sky::Model& model, const Request& request, const Setting& setting) {
+    const sky::Span span = span_of(request.options, setting, 1);
+    const Dates dates = dates_of(span, setting);
+    if (span.days() > 36600) throw BadInput("--to: at most a hundred years in one go");
+    std::vector<std::string> names = request.bodies;
+    if (names.empty()) names = {"sun", "moon"};
+    std::vector<BodyDays> found;
+    for (const sky::Body& body : bodies_called(names, span.from)) {
+        need(model.add(body));
+        if (!model.move_to(span.from) || !sky::apparent_place(model, body))
+            throw BadInput(fmt::format("{} cannot be computed on {}: {}", body.name,
+                                       span.from.iso(0), span_of_source(model)));
+        found.push_back({body, sky::rise_set_days(model, *setting.site, body, setting.zone,
+                                                  dates.first, dates.last)});
     }
-    const Format format = request.options.format();
-    if (format == Format::kTable)
-        fmt::print("Sun and Moon at {}, {} (times: {})\n\n", site.name, request.month,
-                   zone.name());
-    report.print(format);
+    if (setting.format == Format::kTable)
+        fmt::print("Risings and settings at {} (times: {})\n\n", setting.site->name,
+                   setting.zone.name());
+    request.by_time ? list_by_time(found, setting, model)
+                    : list_days(found, request, setting, model);
+}
+
+void draw(sky::Model& model, const Request& request, const Setting& setting) {
+    const sky::Span span = span_of(request.options, setting, 1);
+    const int year = setting.zone.date(span.from).year;
+    const sky::NightsOfYear nights = sky::nights_of_year(model, setting.zone, year);
+    if (nights.nights.empty())
+        throw BadInput(
+            fmt::format("the year {} cannot be computed: {}", year, span_of_source(model)));
+    write_picture(
+        solsys::draw::draw_year(nights, *setting.site, setting.zone, request.picture.light)
+            .str(),
+        request.picture);
 }
 
 void run(const Request& request) {
-    const std::optional<Site> given = chosen_site(request.options);
-    if (!given) throw BadInput("a place is needed: --city NAME or --site LAT,LON");
-    const Zone zone = chosen_zone(request.options, given);
-
-    CSWSolSys model;
-    open_model(model, request.options);
-    if (!request.svg.empty()) {
-        const std::string& from = request.options.from;
-        const Utc start = parse_time(from.empty() ? "now" : from);
-        draw_year(model, *given, zone, std::stoi(date_of(to_local(zone, start)).substr(0, 4)),
-                  request.svg);
-    } else if (!request.month.empty()) {
-        calendar(model, request, *given, zone);
-    } else {
-        list_days(model, request, *given, zone);
-    }
+    check_picture_options(request.picture);
+    if (std::find(std::begin(kTwilights), std::end(kTwilights), request.twilight) ==
+        std::end(kTwilights))
+        throw BadInput("--twilight: use civil, nautical or astronomical");
+    const bool picture = request.picture.wanted();
+    if (picture && (request.month || request.by_time || !request.bodies.empty()))
+        throw BadInput("--svg and --png draw a year of Sun and Moon: no bodies, no --calendar");
+    if (request.month &&
+        (!request.bodies.empty() || request.options.from || request.options.to))
+        throw BadInput("--calendar is of the Sun and the Moon of a month: no bodies, no span");
+    const Setting setting = setting_with_site(request.options);
+    sky::Model model = model_of(request.options, setting);
+    if (picture) return draw(model, request, setting);
+    if (request.month) return print_calendar(model, *request.month, request.twilight, setting);
+    list(model, request, setting);
 }
 
 }  // namespace
 
-void add_rise_set(CLI::App& main) {
+void add_rise_set(CommandLine& main) {
     auto request = std::make_shared<Request>();
-    CLI::App* command = main.add_subcommand(
+    Command command = main.add(
         "rise-set", "When bodies rise, culminate and set; a month's calendar; a year's chart");
-    command->add_option("bodies", request->bodies, "Bodies (without: the Sun and the Moon)");
-    add_span_options(*command, request->options);
-    command->add_option("--calendar", request->month,
-                        "The Sun and the Moon of a month: YYYY-MM");
-    command->add_option("--svg", request->svg,
-                        "Draw night, twilight and Moon of the year of --from into a file");
-    add_site_options(*command, request->options);
-    add_ephemeris_option(*command, request->options);
-    add_output_options(*command, request->options);
-    command->footer(
-        "Without a span: the next day. A row is a day of a body by its transit; what falls\n"
-        "outside the span is left out. Twilight is astronomical (the Sun at -18 degrees).\n"
+    command.words("bodies", request->bodies,
+                  "Bodies, stars, groups (without: the Sun and the Moon)");
+    add_span_options(command, request->options, "a day");
+    command.text("--calendar", request->month, "The Sun and the Moon of a month: YYYY-MM");
+    command.text("--twilight", request->twilight,
+                 "Shown as dawn and dusk: civil, nautical or astronomical");
+    command.flag("--by-time", request->by_time, "Events in order of time, a row each");
+    add_picture_options(command, request->picture,
+                        "Draw night, twilight and Moon of the year of --from");
+    add_site_options(command, request->options);
+    add_horizon_option(command, request->options);
+    command.number("--dut1", request->options.dut1_s, {-10.0, 10.0}, "UT1 - UTC in seconds");
+    add_ephemeris_option(command, request->options);
+    add_output_options(command, request->options);
+    command.footer(
+        "Without a span: today. Rows are days of the site's clock; on a day with two risings "
+        "a\n"
+        "second row has the second one. Rising and setting: the upper limb of Sun and Moon, "
+        "the\n"
+        "centre of others, with 34' of refraction. The height above sea level does not make "
+        "the\n"
+        "Sun rise earlier; --above-horizon does. Twilight: the Sun's centre at -6, -12, -18.\n"
         "Examples:\n"
         "  solsys rise-set sun moon --city London --from 2026-12-01 --to 2026-12-08\n"
+        "  solsys rise-set sirius jupiter vesta --city Sydney --by-time\n"
         "  solsys rise-set --calendar 2026-12 --city Oslo\n"
         "  solsys rise-set --svg year.svg --city London --from 2026-01-01");
-    command->callback([request] { run(*request); });
+    command.run([request] { run(*request); });
 }
 
 }  // namespace app

@@ -1,95 +1,137 @@
 // solsys sky: what is where now.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 
-#include "apps/solsys/appearance.h"
-#include "apps/solsys/bodies.h"
+#include "apps/solsys/columns.h"
 #include "apps/solsys/commands.h"
-#include "apps/solsys/options.h"
-#include "apps/solsys/place.h"
-#include "apps/solsys/sky_drawing.h"
-#include "apps/solsys/sky_view.h"
+#include "apps/solsys/failure.h"
+#include "apps/solsys/picture.h"
+#include "draw/sky_picture.h"
+#include "solsys/sky/chart.h"
 
 namespace app {
 namespace {
 
-const SSO_ID kSkyBodies[] = {{SSO_PLNT, 10}, {SSO_MOON, 301}, {SSO_PLNT, 1}, {SSO_PLNT, 2},
-                             {SSO_PLNT, 4},  {SSO_PLNT, 5},   {SSO_PLNT, 6}, {SSO_PLNT, 7},
-                             {SSO_PLNT, 8},  {SSO_PLNT, 9}};
+struct Request {
+    Options options;
+    PictureOptions picture;
+    std::optional<double> limit;
+};
 
-// The sixteen winds.
-std::string compass_point(double azimuth_deg) {
-    static const char* const points[] = {"N", "NNE", "NE", "ENE", "E", "ESE", "SE", "SSE",
-                                         "S", "SSW", "SW", "WSW", "W", "WNW", "NW", "NNW"};
-    return points[static_cast<int>(azimuth_deg / 22.5 + 0.5) % 16];
+struct Row {
+    sky::Body body;
+    sky::Instant at;
+    sky::Place place;
+    sky::Horizontal over;
+    sky::Appearance looks;
+};
+
+// Up by the rule of rise-set: the upper limb of Sun and Moon, the centre of others, over a
+// horizon that standard refraction lifts by 34 arcminutes.
+bool is_up(const Row& row, const sky::Site& site) {
+    const bool limb = row.body.id == sky::sun().id || row.body.id == sky::moon().id;
+    const double semidiameter = limb ? row.looks.angular_diameter_arcsec.value_or(0) / 7200 : 0;
+    return row.over.altitude_deg > -34.0 / 60 - semidiameter - site.dip_deg();
 }
 
-void run(const Options& options, const std::string& svg) {
-    const Site site = chosen_site(options).value_or(find_city("Greenwich"));
-    const Zone zone = chosen_zone(options, site);
-    const Utc utc = parse_time(options.time.empty() ? "now" : options.time);
-    const Format format = options.format();
+std::vector<Column<Row>> columns_for(const Setting& setting) {
+    std::vector<Column<Row>> columns{
+        {"id", "", nullptr, [](const Row& row) { return Cell(sky::code_of(row.body.id)); }},
+        {"name", "Body", nullptr, [](const Row& row) { return Cell(row.body.name); }}};
+    add_time_columns(columns, setting, "");
+    const std::vector<Column<Row>> more{
+        {"jd_tt", "", nullptr, [](const Row& row) { return row.at.jd_tt(); }},
+        {"azimuth_deg", "Azimuth", fixed(1),
+         [](const Row& row) { return row.over.azimuth_deg; }},
+        {"", " ", nullptr,
+         [](const Row& row) { return Cell(compass_point(row.over.azimuth_deg)); }},
+        {"altitude_deg", "", nullptr, [](const Row& row) { return row.over.altitude_deg; }},
+        {"apparent_altitude_deg", "Altitude", fixed(1),
+         [&setting](const Row& row) { return setting.air.apparent(row.over.altitude_deg); }},
+        {"above_horizon", "Up", nullptr,
+         [&setting](const Row& row) { return is_up(row, *setting.site); }},
+        {"ra_deg", "RA", shown_hours, [](const Row& row) { return row.place.ra_deg; }},
+        {"dec_deg", "Dec", shown_degrees, [](const Row& row) { return row.place.dec_deg; }},
+        {"distance_au", "", nullptr, [](const Row& row) { return row.place.distance_au; }},
+        {"light_time_days", "", nullptr,
+         [](const Row& row) { return row.place.light_time_days; }}};
+    columns.insert(columns.end(), more.begin(), more.end());
+    add_appearance_columns(
+        columns, [](const Row& row) -> const sky::Appearance& { return row.looks; },
+        Shows::kAll);
+    return columns;
+}
 
-    CSWSolSys model;
-    open_model(model, options);
-    place_observer(model, site);
-    const Tt tt = tt_from_utc(utc);
-    move_to(model, tt);
+Row row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t) {
+    const auto place = sky::apparent_place(model, body);
+    if (!place)
+        throw BadInput(fmt::format("{} cannot be computed on {}: {}", body.name, t.iso(0),
+                                   span_of_source(model)));
+    return {body, t, *place, sky::horizontal_of(model, *place),
+            sky::appearance_of(model, body, *place)};
+}
 
-    std::vector<Column> columns{{"id", "", nullptr},
-                                {"name", "Body", nullptr},
-                                {"time_utc", "", nullptr},
-                                {"jd_tt", "", nullptr},
-                                {"azimuth_deg", "Azimuth", fixed(1)},
-                                {"", "", nullptr},
-                                {"altitude_deg", "Altitude", fixed(1)},
-                                {"above_horizon", "Up", nullptr},
-                                {"ra_deg", "RA", shown_hours},
-                                {"dec_deg", "Dec", shown_degrees},
-                                {"distance_au", "Distance au", fixed(4)},
-                                {"light_time_days", "", nullptr}};
-    add_appearance_columns(columns, true);
-    Report report(std::move(columns));
-    for (const SSO_ID& id : kSkyBodies) {
-        const Place place = apparent_place(model, id);
-        const Horizontal sky = horizontal_of(model, place);
-        std::vector<Cell> row{
-            code_of(id),      name_of(id),          iso_utc(utc),
-            tt.jd(),          sky.azimuth_deg,      compass_point(sky.azimuth_deg),
-            sky.altitude_deg, sky.altitude_deg > 0, place.ra_deg,
-            place.dec_deg,    place.distance_au,    place.light_time_days};
-        add_appearance_cells(row, appearance_of(model, id, place));
-        report.add(std::move(row));
+void draw_picture(sky::Model& model, const Setting& setting, const Request& request,
+                  const sky::Instant& t) {
+    solsys::draw::SkyPicture picture;
+    picture.title = setting.site->name;
+    picture.subtitle =
+        fmt::format("{} ({}) \u00b7 {}, {}", setting.zone.date_time(t), setting.zone.name(),
+                    sky::coordinate_text(setting.site->latitude_deg, false),
+                    sky::coordinate_text(setting.site->longitude_deg, true));
+    picture.light = request.picture.light;
+    picture.limit = request.limit;
+    write_picture(solsys::draw::draw_sky(sky::sky_chart(model), picture).str(),
+                  request.picture);
+}
+
+void run(const Request& request) {
+    check_picture_options(request.picture);
+    if (request.limit && !request.picture.wanted())
+        throw BadInput("--limit needs --svg or --png");
+    Setting setting = setting_of(request.options);
+    if (!setting.site) setting.site = need(sky::parse_site("51.4779,-0.0015,46"));
+    if (!request.options.site && !request.options.city) setting.site->name = "Greenwich";
+    const sky::Instant t = instant_of(request.options, setting);
+    sky::Model model = model_of(request.options, setting);
+    move_to(model, t);
+
+    if (!request.picture.to_output()) {
+        Table<Row> table(setting.format, columns_for(setting), setting.context(model));
+        for (const sky::Body& body : need(sky::find_bodies("all")))
+            table.add(row_of(model, body, t));
+        if (setting.format == Format::kTable)
+            fmt::print("The sky of {} on {} ({})\n\n", setting.site->name,
+                       setting.zone.date_time(t), setting.zone.name());
+        table.finish();
     }
-    if (!svg.empty())
-        draw_sky(view_sky(model), site.name,
-                 fmt::format("{} ({})", zone.date_time(utc), zone.name()))
-            .save(svg);
-    if (format == Format::kTable)
-        fmt::print("The sky of {} on {} ({})\n\n", site.name, zone.date_time(utc), zone.name());
-    report.print(format);
+    if (request.picture.wanted()) draw_picture(model, setting, request, t);
 }
 
 }  // namespace
 
-void add_sky(CLI::App& main) {
-    auto options = std::make_shared<Options>();
-    auto svg = std::make_shared<std::string>();
-    CLI::App* command =
-        main.add_subcommand("sky", "What is where now: Sun, Moon and planets over a site");
-    add_instant_options(*command, *options);
-    add_site_options(*command, *options);
-    add_ephemeris_option(*command, *options);
-    add_output_options(*command, *options);
-    command->add_option("--svg", *svg, "Draw the visible hemisphere into this file, too");
-    command->footer(
-        "Without a site: Greenwich. Altitudes are without refraction.\n"
+void add_sky(CommandLine& main) {
+    auto request = std::make_shared<Request>();
+    Command command = main.add("sky", "What is where now: Sun, Moon and planets over a site");
+    add_instant_option(command, request->options);
+    add_site_options(command, request->options);
+    add_horizon_option(command, request->options);
+    add_air_options(command, request->options);
+    add_ephemeris_option(command, request->options);
+    add_output_options(command, request->options);
+    add_picture_options(command, request->picture, "Draw the visible hemisphere");
+    command.number("--limit", request->limit, {-2.0, 5.0},
+                   "Faintest star drawn (without: by the light of the sky)");
+    command.footer(
+        "Without a site: Greenwich. Altitudes in the table are apparent; Up is by the rule of\n"
+        "rise-set (upper limb of Sun and Moon, 34' of refraction).\n"
         "Examples:\n"
         "  solsys sky --city Tokyo\n"
         "  solsys sky --site 69.65,18.96 --time 2026-12-24T18:00 --tz +01:00\n"
-        "  solsys sky --city Nairobi --svg sky.svg");
-    command->callback([options, svg] { run(*options, *svg); });
+        "  solsys sky --city Nairobi --svg sky.svg --light");
+    command.run([request] { run(*request); });
 }
 
 }  // namespace app

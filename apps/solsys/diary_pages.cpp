@@ -2,12 +2,10 @@
 
 #include <fmt/format.h>
 
-#include "solsys/visibility.h"
+#include "solsys/sky/rise_set_days.h"
 
 namespace app {
 namespace {
-
-namespace sky = solsys::sky;
 
 const char* month_name(int month) {
     static constexpr const char* names[] = {"January",   "February", "March",    "April",
@@ -23,35 +21,27 @@ const char* weekday(const sky::CivilDate& date) {
 }
 
 // "08:03 - 15:53", or what there is of it on a civil day.
-std::string rise_and_set(CSWVisibility& visibility, const sky::Site& site, const SSO_ID& id,
-                         const sky::Span& day, const sky::Zone& zone) {
-    OBSERVER observer = site.visibility_observer();
-    visibility.InitSearch(day.from.jd_utc() - 1, day.to.jd_utc() + 1, id, &observer);
-    visibility.SearchVisibility();
-    std::string rise = "--:--";
-    std::string set = rise;
-    for (const VISIBILITY& v : visibility.GetResults()) {
-        const auto note = [&](double jd, std::string& text) {
-            if (jd == 0) return;
-            const sky::Instant t = sky::Instant::from_utc(jd);
-            if (day.from <= t && t < day.to) text = zone.clock(t);
-        };
-        note(v.rise, rise);
-        note(v.set, set);
-    }
-    return rise + " - " + set;
+std::string rise_and_set(const sky::RiseSetDay& day, const sky::Zone& zone) {
+    const auto clock = [&](const std::vector<sky::HorizonEvent>& events) {
+        return events.empty() ? std::string("--:--") : zone.clock(events.front().at);
+    };
+    if (day.state != sky::DayState::kRisesOrSets)
+        return fmt::format("{:13}", sky::to_string(day.state));
+    return clock(day.rises) + " - " + clock(day.sets);
 }
 
-void print_risings(sky::Model& model, const sky::CivilDate& month, const sky::Zone& zone) {
-    if (!model.site()) return;
-    const sky::Site site = *model.site();
-    CSWVisibility visibility(&model.classic());
-    fmt::print("  {}: sunrise and sunset, moonrise and moonset\n", site.name);
+// The first, eleventh and twenty-first of a month.
+void print_risings(sky::Model& model, const sky::CivilDate& month, const Setting& setting) {
+    if (!setting.site) return;
+    fmt::print("  {}: sunrise and sunset, moonrise and moonset\n", setting.site->name);
     for (const int day : {1, 11, 21}) {
-        const sky::Span span = zone.day(sky::CivilDate{month.year, month.month, day});
-        fmt::print("    {:2}   Sun {}   Moon {}\n", day,
-                   rise_and_set(visibility, site, {SSO_PLNT, 10}, span, zone),
-                   rise_and_set(visibility, site, {SSO_MOON, 301}, span, zone));
+        const sky::CivilDate date{month.year, month.month, day};
+        const auto of = [&](const sky::Body& body) {
+            const auto days =
+                sky::rise_set_days(model, *setting.site, body, setting.zone, date, date);
+            return days.empty() ? std::string("-") : rise_and_set(days.front(), setting.zone);
+        };
+        fmt::print("    {:2}   Sun {}   Moon {}\n", day, of(sky::sun()), of(sky::moon()));
     }
     fmt::print("\n");
 }
@@ -59,21 +49,20 @@ void print_risings(sky::Model& model, const sky::CivilDate& month, const sky::Zo
 }  // namespace
 
 void print_diary_pages(sky::Model& model, const std::vector<sky::DiaryEvent>& events,
-                       const sky::Span&, const sky::Zone& zone) {
-    int year = 0, month = 0;
-    int day = 0;
+                       const Setting& setting) {
+    const sky::Zone& zone = setting.zone;
+    sky::CivilDate last{0, 0, 0};
     for (const sky::DiaryEvent& event : events) {
-        const sky::CivilDate date = zone.date(event.at.plus_seconds(30));
-        if (date.year != year || date.month != month) {
-            fmt::print("{}{} {} (times: {})\n\n", month == 0 ? "" : "\n",
+        const sky::CivilDate date = zone.date(event.at.plus_seconds(30));  // as the clock shows
+        if (date.year != last.year || date.month != last.month) {
+            fmt::print("{}{} {} (times: {})\n\n", last.month == 0 ? "" : "\n",
                        month_name(date.month), date.year, zone.name());
-            print_risings(model, date, zone);
-            year = date.year, month = date.month, day = 0;
+            print_risings(model, date, setting);
         }
-        const std::string label = date.day == day
+        const std::string label = date == last
                                       ? std::string(6, ' ')
                                       : fmt::format("{:2} {}", date.day, weekday(date));
-        day = date.day;
+        last = date;
         std::string where;
         if (event.altitude_deg)
             where = *event.altitude_deg > 0

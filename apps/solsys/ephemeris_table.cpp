@@ -2,154 +2,242 @@
 
 #include <fmt/format.h>
 
-#include "apps/solsys/appearance.h"
-#include "apps/solsys/bodies.h"
+#include <algorithm>
+#include <cmath>
+
+#include "apps/solsys/columns.h"
 #include "apps/solsys/failure.h"
-#include "apps/solsys/place.h"
+#include "solsys/sky/orbits.h"
 
 namespace app {
 namespace {
 
 enum class Frame { kApparent, kJ2000, kEcliptic, kHorizontal, kGalactic, kHeliocentric };
 
-const std::vector<std::pair<std::string, Frame>> kFrames{
-    {"apparent", Frame::kApparent}, {"j2000", Frame::kJ2000},
-    {"ecliptic", Frame::kEcliptic}, {"horizontal", Frame::kHorizontal},
-    {"galactic", Frame::kGalactic}, {"heliocentric", Frame::kHeliocentric}};
+struct NamedFrame {
+    const char* name;
+    Frame frame;
+    const char* what;
+};
+constexpr NamedFrame kFrames[] = {
+    {"apparent", Frame::kApparent, "true equator and equinox of date"},
+    {"j2000", Frame::kJ2000, "astrometric, mean equator and equinox of J2000"},
+    {"ecliptic", Frame::kEcliptic, "apparent, ecliptic and equinox of date"},
+    {"horizontal", Frame::kHorizontal, "apparent, over the horizon"},
+    {"galactic", Frame::kGalactic, "apparent, galactic"},
+    {"heliocentric", Frame::kHeliocentric, "geometric, J2000 equator"}};
 
-Frame parse_frame(const std::string& text) {
+const NamedFrame& frame_called(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     std::string known;
-    for (const auto& [name, frame] : kFrames) {
-        if (name == text) return frame;
-        known += (known.empty() ? "" : ", ") + name;
+    for (const NamedFrame& frame : kFrames) {
+        if (frame.name == text) return frame;
+        known += (known.empty() ? "" : ", ") + std::string(frame.name);
     }
-    throw BadInput(fmt::format("no frame '{}': use {}", text, known));
+    throw BadInput(fmt::format("--frame: no '{}'; use {}", text, known));
 }
 
-// Light years for the stars.
-std::string shown_distance(double au) {
-    constexpr double kAuPerLightYear = 63241.077;
-    return au < kAuPerLightYear / 100 ? fmt::format("{:.7f} au", au)
-                                      : fmt::format("{:.2f} ly", au / kAuPerLightYear);
-}
+// What a table leaves out because it is the same in every row stands in its heading.
+struct Layout {
+    Frame frame = Frame::kApparent;
+    bool one_body = false;
+    bool one_instant = false;
+    bool whole_minutes = false;
 
-std::vector<Column> columns_for(Frame frame, bool site, const Zone& zone) {
-    const bool equatorial = frame == Frame::kApparent || frame == Frame::kJ2000;
-    std::vector<Column> columns{
-        {"id", "", nullptr},
-        {"name", "Body", nullptr},
-        {"time_utc", "", nullptr},
-        {"", fmt::format("Time ({})", zone.name()), nullptr},
-        {"jd_tt", "", nullptr},
-        {"ra_deg", equatorial ? "RA" : "", shown_hours},
-        {"dec_deg", equatorial ? "Dec" : "", shown_degrees},
-        {"distance_au", frame == Frame::kHeliocentric ? "" : "Distance", shown_distance},
-        {"light_time_days", "", nullptr}};
-    if (site) {
-        columns.push_back({"azimuth_deg", "Azimuth", fixed(3)});
-        columns.push_back({"altitude_deg", "Altitude", fixed(3)});
+    [[nodiscard]] bool equatorial() const {
+        return frame == Frame::kApparent || frame == Frame::kJ2000;
     }
-    if (frame == Frame::kEcliptic || frame == Frame::kGalactic) {
-        columns.push_back({"lon_deg", "Longitude", fixed(5)});
-        columns.push_back({"lat_deg", "Latitude", fixed(5)});
-    }
+};
+
+struct Row {
+    const sky::Body* body;
+    sky::Instant at;
+    sky::Place shown, apparent;
+    std::optional<sky::Horizontal> horizontal;
+    sky::LonLat angles;
+    std::array<double, 6> state;
+    sky::Appearance looks;
+};
+
+Row row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t, Frame frame) {
+    Row row{&body, t, {}, {}, {}, {}, {}, {}};
+    const auto refuse = [&] {
+        return BadInput(fmt::format("{} cannot be computed on {}: {}", body.name, t.iso(0),
+                                    span_of_source(model)));
+    };
+    const auto apparent = sky::apparent_place(model, body);
+    const auto shown = frame == Frame::kJ2000 ? sky::astrometric_place(model, body) : apparent;
+    if (!apparent || !shown) throw refuse();
+    row.apparent = *apparent;
+    row.shown = *shown;
+    if (model.site()) row.horizontal = sky::horizontal_of(model, *apparent);
+    if (frame == Frame::kEcliptic) row.angles = sky::ecliptic_of(model, *apparent);
+    if (frame == Frame::kGalactic) row.angles = sky::galactic_of(model, *apparent);
     if (frame == Frame::kHeliocentric) {
-        for (const char* axis : {"x", "y", "z"})
-            columns.push_back(
-                {fmt::format("{}_au", axis), fmt::format("{} au", axis), fixed(9)});
-        for (const char* axis : {"vx", "vy", "vz"})
-            columns.push_back(
-                {fmt::format("{}_au_day", axis), fmt::format("{} au/d", axis), fixed(11)});
+        if (body.is_star())
+            throw BadInput(
+                fmt::format("--frame: {} is a star and has no heliocentric one", body.name));
+        const auto state = sky::heliocentric_state(model, body);
+        if (!state) throw refuse();
+        row.state = *state;
     }
-    add_appearance_columns(columns, equatorial || frame == Frame::kHorizontal);
+    row.looks = sky::appearance_of(model, body, *apparent);
+    return row;
+}
+
+using Columns = std::vector<Column<Row>>;
+
+void add_identity(Columns& columns, const Layout& layout, const Setting& setting) {
+    columns.push_back({"id", "", nullptr, [](const Row& row) {
+                           const bool none = row.body->id.number == 0;
+                           return none ? Cell() : Cell(sky::code_of(row.body->id));
+                       }});
+    columns.push_back({"name", layout.one_body ? "" : "Body", nullptr,
+                       [](const Row& row) { return Cell(row.body->name); }});
+    add_time_columns(columns, setting, "");
+    const std::string title =
+        layout.one_instant ? "" : fmt::format("Time ({})", setting.zone.name());
+    columns.back() = {"", title, nullptr, [&setting, layout](const Row& row) {
+                          return Cell(layout.whole_minutes ? setting.zone.date_time(row.at)
+                                                           : setting.zone.seconds(row.at));
+                      }};
+    columns.push_back({"jd_tt", "", nullptr, [](const Row& row) { return row.at.jd_tt(); }});
+}
+
+void add_places(Columns& columns, const Layout& layout) {
+    const bool equatorial = layout.equatorial();
+    columns.push_back({"ra_deg", equatorial ? "RA" : "", shown_hours,
+                       [](const Row& row) { return row.shown.ra_deg; }});
+    columns.push_back({"dec_deg", equatorial ? "Dec" : "", shown_degrees,
+                       [](const Row& row) { return row.shown.dec_deg; }});
+    columns.push_back({"distance_au", layout.frame == Frame::kHeliocentric ? "" : "Distance",
+                       shown_distance, [](const Row& row) { return row.shown.distance_au; }});
+    columns.push_back({"light_time_days", "", nullptr,
+                       [](const Row& row) { return row.shown.light_time_days; }});
+}
+
+void add_horizontal(Columns& columns, const Setting& setting) {
+    columns.push_back({"azimuth_deg", "Azimuth", fixed(2),
+                       [](const Row& row) { return row.horizontal->azimuth_deg; }});
+    columns.push_back({"altitude_deg", "", nullptr,
+                       [](const Row& row) { return row.horizontal->altitude_deg; }});
+    columns.push_back(
+        {"apparent_altitude_deg", "Altitude", fixed(2), [&setting](const Row& row) {
+             return setting.air.apparent(row.horizontal->altitude_deg);
+         }});
+}
+
+void add_frame(Columns& columns, const Layout& layout) {
+    if (layout.frame == Frame::kEcliptic || layout.frame == Frame::kGalactic) {
+        columns.push_back({"lon_deg", "Longitude", fixed(5),
+                           [](const Row& row) { return row.angles.lon_deg; }});
+        columns.push_back({"lat_deg", "Latitude", fixed(5),
+                           [](const Row& row) { return row.angles.lat_deg; }});
+    }
+    if (layout.frame != Frame::kHeliocentric) return;
+    const char* const axes[] = {"x", "y", "z", "vx", "vy", "vz"};
+    for (std::size_t i = 0; i < 6; ++i)
+        columns.push_back({fmt::format("{}_{}", axes[i], i < 3 ? "au" : "au_day"),
+                           fmt::format("{} {}", axes[i], i < 3 ? "au" : "au/d"),
+                           fixed(i < 3 ? 8 : 9), [i](const Row& row) { return row.state[i]; }});
+}
+
+void add_elements(Columns& columns) {
+    columns.push_back({"elements_epoch", "", nullptr, [](const Row& row) {
+                           if (!row.body->has_elements()) return Cell();
+                           const auto t = sky::Instant::from_tt(row.body->elements_epoch);
+                           return Cell(sky::to_string(sky::Zone().date(t)));
+                       }});
+    columns.push_back({"uncertainty_arcsec", "", nullptr, [](const Row& row) {
+                           return cell(sky::elements_uncertainty_arcsec(*row.body, row.at));
+                       }});
+}
+
+Columns columns_for(const Layout& layout, const Setting& setting, bool elements) {
+    Columns columns;
+    add_identity(columns, layout, setting);
+    add_places(columns, layout);
+    if (setting.site) add_horizontal(columns, setting);
+    add_frame(columns, layout);
+    const bool room = layout.frame != Frame::kHeliocentric;
+    add_appearance_columns(
+        columns, [](const Row& row) -> const sky::Appearance& { return row.looks; },
+        !room                                 ? Shows::kNothing
+        : setting.site && layout.equatorial() ? Shows::kMagnitude
+                                              : Shows::kAll);
+    if (elements) add_elements(columns);
     return columns;
 }
 
-std::vector<Cell> row_for(CSWSolSys& model, const Target& target, Utc utc, Frame frame,
-                          bool site, const Zone& zone) {
-    const Tt tt = tt_from_utc(utc);
-    const Place apparent = apparent_place(model, target.id);
-    const Place shown = frame == Frame::kJ2000 ? astrometric_place(model, target.id) : apparent;
-    std::vector<Cell> row{target.id.number == 0 ? Cell() : Cell(code_of(target.id)),
-                          target.name,
-                          iso_utc(utc),
-                          zone.seconds(utc),
-                          tt.jd(),
-                          shown.ra_deg,
-                          shown.dec_deg,
-                          shown.distance_au,
-                          shown.light_time_days};
-    if (site) {
-        const Horizontal place = horizontal_of(model, apparent);
-        row.emplace_back(place.azimuth_deg);
-        row.emplace_back(place.altitude_deg);
+void print_heading(const Layout& layout, const Setting& setting, const NamedFrame& frame,
+                   const sky::Body& first, const sky::Instant& t) {
+    std::string text = layout.one_body ? first.name + ": " : "";
+    text += frame.what;
+    text += layout.frame == Frame::kHeliocentric ? "" : ", from " + setting.place();
+    if (layout.one_instant)
+        text += fmt::format("\n{} ({})", setting.zone.seconds(t), setting.zone.name());
+    fmt::print("{}\n\n", text);
+}
+
+// A line for each body whose elements are too old for what is printed.
+void warn_of_age(const std::vector<sky::Body>& bodies,
+                 const std::vector<sky::Instant>& instants) {
+    constexpr double kWorthTelling = 60;
+    for (const sky::Body& body : bodies) {
+        double worst = 0;
+        for (const sky::Instant& t : {instants.front(), instants.back()})
+            worst = std::max(worst, sky::elements_uncertainty_arcsec(body, t).value_or(0));
+        if (worst < kWorthTelling) continue;
+        const sky::Instant epoch = sky::Instant::from_tt(body.elements_epoch);
+        tell(fmt::format("{}: two-body motion from elements of {}: uncertain by some {:.0f}'",
+                         body.name, sky::to_string(sky::Zone().date(epoch)), worst / 60));
     }
-    if (frame == Frame::kEcliptic || frame == Frame::kGalactic) {
-        const double ra = apparent.ra_deg / kDegrees;
-        const double dec = apparent.dec_deg / kDegrees;
-        double lon = 0;
-        double lat = 0;
-        if (frame == Frame::kEcliptic) {
-            model.FromRAToEclAng(false, &ra, &dec, &lon, &lat);
-        } else {
-            model.FromRAToGalAng(false, &ra, &dec, &lon, &lat);
-        }
-        row.emplace_back(lon * kDegrees);
-        row.emplace_back(lat * kDegrees);
-    }
-    if (frame == Frame::kHeliocentric) {
-        double state[6] = {};
-        if (target.id.type == SSO_STAR)
-            throw BadInput(fmt::format("{} is a star: no heliocentric frame", target.name));
-        if (!model.GetHelVec2K(target.id, 1, state))
-            throw BadInput(fmt::format("{} cannot be computed at this time", target.name));
-        for (const double value : state) row.emplace_back(value);
-    }
-    add_appearance_cells(row, appearance_of(model, target.id, apparent));
-    return row;
 }
 
 }  // namespace
 
-void add_ephemeris_table_options(CLI::App& command, EphemerisRequest& request) {
-    command.add_option(
-        "--frame", request.frame,
-        "apparent (true equator of date), j2000 (astrometric), ecliptic (of date), "
-        "horizontal, galactic, heliocentric (J2000 equatorial vectors)");
-    add_instant_options(command, request.options);
-    add_span_options(command, request.options);
-    command.add_option("--step", request.options.step, "Step of a span: 1d, 6h, 10m");
+void add_ephemeris_table_options(Command& command, EphemerisRequest& request) {
+    command.text("--frame", request.frame,
+                 "apparent (true equator of date), j2000 (astrometric), ecliptic (of date), "
+                 "horizontal, galactic, heliocentric (J2000 equatorial vectors)");
+    add_instant_option(command, request.options);
+    add_span_options(command, request.options, "one instant");
+    add_step_option(command, request.options);
     add_site_options(command, request.options);
+    add_air_options(command, request.options);
     add_ephemeris_option(command, request.options);
     add_output_options(command, request.options);
 }
 
-Utc first_instant(const EphemerisRequest& request) {
-    return chosen_instants(request.options).front();
-}
+void print_ephemeris(const EphemerisRequest& request, const Setting& setting,
+                     const std::vector<sky::Body>& bodies) {
+    const NamedFrame& frame = frame_called(request.frame);
+    if (frame.frame == Frame::kHorizontal && !setting.site)
+        throw BadInput("--frame: the horizontal one needs a --site or a --city");
+    const std::vector<sky::Instant> instants = instants_of(request.options, setting);
+    sky::Model model = model_of(request.options, setting);
+    for (const sky::Body& body : bodies) need(model.add(body));
 
-void print_ephemeris(const EphemerisRequest& request, const std::vector<Target>& targets) {
-    const Frame frame = parse_frame(request.frame);
-    const auto site = chosen_site(request.options);
-    if (frame == Frame::kHorizontal && !site)
-        throw BadInput("the horizontal frame needs a --site or a --city");
-    const Zone zone(request.options.zone.empty() ? "UTC" : request.options.zone);
-    const std::vector<Utc> instants = chosen_instants(request.options);
-    const Format format = request.options.format();
-
-    CSWSolSys model;
-    open_model(model, request.options);
-    for (const Target& target : targets) add_to(model, target);
-    place_observer(model, site);
-
-    Report report(columns_for(frame, site.has_value(), zone));
-    for (const Target& target : targets) {
-        for (const Utc& utc : instants) {
-            move_to(model, tt_from_utc(utc));
-            report.add(row_for(model, target, utc, frame, site.has_value(), zone));
+    const bool minutes =
+        std::all_of(instants.begin(), instants.end(),
+                    [](const sky::Instant& t) { return t.iso(0).ends_with(":00Z"); });
+    const Layout layout{frame.frame, bodies.size() == 1, instants.size() == 1, minutes};
+    const bool elements = std::any_of(bodies.begin(), bodies.end(), [](const sky::Body& body) {
+        return body.has_elements();
+    });
+    Table<Row> table(setting.format, columns_for(layout, setting, elements),
+                     setting.context(model));
+    for (const sky::Body& body : bodies) {
+        for (const sky::Instant& t : instants) {
+            move_to(model, t);
+            table.add(row_of(model, body, t, frame.frame));
         }
     }
-    report.print(format);
+    if (setting.format == Format::kTable)
+        print_heading(layout, setting, frame, bodies.front(), instants.front());
+    table.finish();
+    warn_of_age(bodies, instants);
 }
 
 }  // namespace app

@@ -1,62 +1,63 @@
 // The command: a host program over the library's public interface.
-#include <fmt/format.h>
-
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 
+#include "apps/solsys/command_line.h"
 #include "apps/solsys/commands.h"
+#include "apps/solsys/console.h"
 #include "apps/solsys/failure.h"
-#include "solsys/time_scales.h"
+#include "apps/solsys/long_search.h"
 #include "solsys/version.h"
 
-int main(int argc, char** argv) {
-    CLI::App main("Positions, risings and physical data of the solar system's bodies.",
-                  "solsys");
-    main.set_version_flag("--version", std::string("solsys ") + SOLSYS_VERSION);
-    main.require_subcommand(1);
-    // A leading slash is a path's on every system, never an option.
-    main.allow_windows_style_options(false);
-    main.footer(
-        "Examples:\n"
-        "  solsys sky --city London\n"
-        "  solsys position jupiter saturn --time 2026-12-01\n"
-        "  solsys COMMAND --help\n"
-        "Exit status: 0 success, 1 nothing found, 2 bad usage or input.");
-    app::add_position(main);
+namespace {
+
+void declare_commands(app::CommandLine& main) {
     app::add_sky(main);
+    app::add_position(main);
     app::add_rise_set(main);
     app::add_diary(main);
     app::add_conjunctions(main);
     app::add_occultations(main);
-    app::add_constellation(main);
+    app::add_eclipses(main);
+    app::add_moons(main);
     app::add_orbit(main);
     app::add_approaches(main);
-    app::add_moons(main);
+    app::add_constellation(main);
     app::add_info(main);
-    app::add_eclipses(main);
     app::add_ephemeris_info(main);
+}
 
-    ET_UT::Init(nullptr);
+int run(int argc, char** argv) {
+    app::CommandLine main("Positions, risings and physical data of the solar system's bodies.",
+                          "Examples:\n"
+                          "  solsys sky --city London\n"
+                          "  solsys position jupiter saturn --time 2026-12-01\n"
+                          "  solsys COMMAND --help\n"
+                          "Exit status: 0 success, 1 nothing found, 2 bad usage or input, 130 "
+                          "stopped by Ctrl-C.",
+                          "solsys " SOLSYS_VERSION);
+    declare_commands(main);
     int status = 0;
     try {
-        main.parse(argc, argv);
-    } catch (const CLI::CallForHelp& call) {
-        main.exit(call);
-    } catch (const CLI::CallForAllHelp& call) {
-        main.exit(call);
-    } catch (const CLI::CallForVersion& call) {
-        main.exit(call);
-    } catch (const CLI::ParseError& error) {
-        fmt::print(stderr, "solsys: {} (see solsys --help)\n", error.what());
-        status = 2;
+        main.run(app::console_arguments(argc, argv));
     } catch (const app::NothingFound& nothing) {
-        fmt::print(stderr, "solsys: {}\n", nothing.what());
+        app::tell(nothing.what());
         status = 1;
     } catch (const std::exception& error) {
-        fmt::print(stderr, "solsys: {}\n", error.what());
-        status = 2;
+        app::tell(error.what());
+        return 2;
     }
-    ET_UT::Finish();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        app::tell("cannot write to standard output");
+        return 2;
+    }
+    if (app::LongSearch::interrupted()) {
+        app::tell("stopped: this is what was found till then");
+        return 130;
+    }
     return status;
 }
+
+}  // namespace
+
+int main(int argc, char** argv) { return run(argc, argv); }

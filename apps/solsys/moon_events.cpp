@@ -2,41 +2,46 @@
 
 #include <fmt/format.h>
 
-#include "apps/solsys/failure.h"
-#include "apps/solsys/typed_options.h"
+#include "apps/solsys/long_search.h"
 #include "solsys/sky/phenomena.h"
 
 namespace app {
+namespace {
 
-namespace sky = solsys::sky;
+using Row = sky::SatellitePhenomenon;
 
-void list_moon_events(const Options& options, const std::string& planet, bool mutual) {
-    const Format format = options.format();
-    const sky::Zone zone = typed_zone(options, typed_site(options));
-    const sky::Span span = typed_span(options, zone, 7);
-    const sky::Body body = typed_bodies({planet}, span.from).front();
-    if (!(body.id == SSO_ID(SSO_PLNT, 5)) && !(body.id == SSO_ID(SSO_PLNT, 6)))
-        throw BadInput("--events knows the satellites of Jupiter and Saturn");
-    sky::Model model = open_sky_model(options);
-    Report report({{"name", "Satellite", nullptr},
-                   {"phenomenon", "Phenomenon", nullptr},
-                   {"phase", "Phase", nullptr},
-                   {"by", "By", nullptr},
-                   {"time_utc", "", nullptr},
-                   {"", fmt::format("Time ({})", zone.name()), nullptr},
-                   {"delta_t_s", "", nullptr},
-                   {"hidden", "", nullptr},
-                   {"", "Seen", nullptr}});
-    Interruptible search;
-    for (const sky::SatellitePhenomenon& e :
-         sky::satellite_phenomena(model, body, span, mutual, search.control())) {
-        const std::string phase = e.begins ? "begins" : "ends";
-        report.add({e.moon.name, std::string(sky::to_string(e.kind)), phase, e.other.name,
-                    e.at.iso(0), zone.seconds(e.at), e.at.delta_t_seconds(), e.hidden,
-                    std::string(e.hidden ? "hidden" : "")});
-    }
-    if (report.empty()) throw NothingFound("no phenomenon in that span");
-    report.print(format);
+std::vector<Column<Row>> columns_for(const Setting& setting) {
+    std::vector<Column<Row>> columns{
+        {"id", "", nullptr, [](const Row& r) { return Cell(sky::code_of(r.moon.id)); }},
+        {"name", "Satellite", nullptr, [](const Row& r) { return Cell(r.moon.name); }},
+        {"phenomenon", "Phenomenon", nullptr,
+         [](const Row& r) { return Cell(std::string(sky::to_string(r.kind))); }},
+        {"phase", "Phase", nullptr,
+         [](const Row& r) { return Cell(std::string(r.begins ? "begins" : "ends")); }},
+        {"by", "By", nullptr, [](const Row& r) { return text_cell(r.other.name); }}};
+    add_time_columns(columns, setting, fmt::format("Time ({})", setting.zone.name()));
+    columns.push_back(
+        {"delta_t_s", "", nullptr, [](const Row& r) { return r.at.delta_t_seconds(); }});
+    columns.push_back({"hidden", "", nullptr, [](const Row& r) { return r.hidden; }});
+    columns.push_back({"", "Seen", nullptr,
+                       [](const Row& r) { return text_cell(r.hidden ? "hidden" : ""); }});
+    return columns;
+}
+
+}  // namespace
+
+void list_moon_events(const Options& options, const Setting& setting, const sky::Body& planet,
+                      bool mutual) {
+    if (!(planet.id == SSO_ID(SSO_PLNT, 5)) && !(planet.id == SSO_ID(SSO_PLNT, 6)))
+        throw BadInput("--events: of the satellites of Jupiter and Saturn alone");
+    const sky::Span span = span_of(options, setting, 7);
+    sky::Model model = model_of(options, setting);
+    LongSearch search;
+    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
+    for (const Row& row :
+         sky::satellite_phenomena(model, planet, span, mutual, search.control()))
+        table.add(row);
+    table.finish("no phenomenon in that span");
 }
 
 }  // namespace app

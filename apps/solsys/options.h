@@ -1,55 +1,138 @@
-// Options that several subcommands share.
+// Options that several subcommands share, and what follows from them: the site, the clock, the
+// instants and the model.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "apps/solsys/civil_time.h"
+#include "apps/solsys/command_line.h"
 #include "apps/solsys/report.h"
-#include "apps/solsys/site.h"
-#include "apps/solsys/zone.h"
-#include "solsys/solar_system.h"
+#include "solsys/sky/model.h"
+#include "solsys/sky/places.h"
+#include "solsys/sky/zone.h"
 
 namespace app {
 
+namespace sky = solsys::sky;
+
 struct Options {
-    std::string time;
-    std::string from, to, step = "1d";
-    std::string site, city;
-    std::string zone;
-    std::string ephemeris;
+    std::optional<std::string> time, from, to, step;
+    std::optional<std::string> site, city, zone;
+    std::optional<std::string> ephemeris;
+    std::optional<std::string> refraction;
+    double above_horizon_m = 0;
+    double dut1_s = 0;
     bool json = false;
     bool csv = false;
 
+    // Throws BadInput when both are asked for.
     [[nodiscard]] Format format() const;
 };
 
-void add_output_options(CLI::App& command, Options& options);
-void add_instant_options(CLI::App& command, Options& options);
-void add_span_options(CLI::App& command, Options& options);
-void add_site_options(CLI::App& command, Options& options);
-void add_ephemeris_option(CLI::App& command, Options& options);
+void add_output_options(Command& command, Options& options);
+void add_instant_option(Command& command, Options& options);
+// `without`: what --to is when it is not given, for the help.
+void add_span_options(Command& command, Options& options, const std::string& without);
+void add_step_option(Command& command, Options& options);
+void add_site_options(Command& command, Options& options);
+void add_zone_option(Command& command, Options& options);
+void add_air_options(Command& command, Options& options);  // refraction, dut1
+void add_horizon_option(Command& command, Options& options);
+void add_ephemeris_option(Command& command, Options& options);
 
-// The site asked for, if any. Throws BadInput when both a site and a city are given.
-std::optional<Site> chosen_site(const Options& options);
-// The zone to show times in: --tz, else the site's where the system knows it, else UTC.
-Zone chosen_zone(const Options& options, const std::optional<Site>& site);
+// How altitudes are shown.
+struct Air {
+    bool none = false;
+    sky::Air values;
 
-// The instants asked for: one (--time, default now), or from --from to --to by --step.
-std::vector<Utc> chosen_instants(const Options& options);
-// A span: --from (default now) to --to (default that plus `default_days`).
-struct Span {
-    Utc from, to;
+    [[nodiscard]] double apparent(double altitude_deg) const {
+        return none ? altitude_deg : altitude_deg + sky::refraction_deg(altitude_deg, values);
+    }
 };
-Span chosen_span(const Options& options, double default_days);
 
-// Initialises the model on the ephemeris asked for, or on the built-in theory. Throws BadInput
-// for an ephemeris that is none.
-void open_model(CSWSolSys& model, const Options& options);
+// Where and by which clock. The clock is that of --tz, else of the city, else UTC: times
+// without an offset are read in it, days are cut by it, and everything is shown in it.
+struct Setting {
+    Format format = Format::kTable;
+    std::optional<sky::Site> site;
+    sky::Zone zone;
+    Air air;
+    double dut1_s = 0;
 
-// Puts the observer at the site, or at the Earth's centre.
-void place_observer(CSWSolSys& model, const std::optional<Site>& site);
+    // "time_utc" and "time_local" of an instant.
+    [[nodiscard]] std::string utc(const sky::Instant& t) const { return t.iso(); }
+    [[nodiscard]] std::string local(const sky::Instant& t) const { return zone.iso(t); }
+    // "London (GB)", or the Earth's centre.
+    [[nodiscard]] std::string place() const;
+    // The keys that JSON and CSV rows end with: site, zone, source, version.
+    [[nodiscard]] Context context(const sky::Model& model) const;
+};
+// Throws BadInput.
+Setting setting_of(const Options& options);
+// The same for commands that need a site.
+Setting setting_with_site(const Options& options);
+
+// The instant of --time (default now).
+sky::Instant instant_of(const Options& options, const Setting& setting);
+// One instant (--time), or those from --from to --to by --step.
+std::vector<sky::Instant> instants_of(const Options& options, const Setting& setting);
+// --from (default now) to --to (default that plus `default_days`). A date alone as --to means
+// its end where days are listed, so that "--from 2026-12-01 --to 2026-12-07" is a week.
+sky::Span span_of(const Options& options, const Setting& setting, double default_days);
+
+// On the ephemeris asked for, or on the built-in theory, for the setting's site.
+sky::Model model_of(const Options& options, const Setting& setting);
+// Moves the model. Throws BadInput for an instant that it cannot take.
+void move_to(sky::Model& model, const sky::Instant& t);
+
+// How a table shows an instant by the setting's clock.
+using ShownTime = std::string (*)(const sky::Zone&, const sky::Instant&);
+inline std::string shown_clock(const sky::Zone& zone, const sky::Instant& t) {
+    return zone.clock(t);
+}
+inline std::string shown_minutes(const sky::Zone& zone, const sky::Instant& t) {
+    return zone.date_time(t);
+}
+inline std::string shown_seconds(const sky::Zone& zone, const sky::Instant& t) {
+    return zone.seconds(t);
+}
+// Without the date: "19:03:04".
+inline std::string shown_clock_seconds(const sky::Zone& zone, const sky::Instant& t) {
+    const std::string text = zone.seconds(t);
+    return text.substr(text.rfind(' ') + 1);
+}
+
+// NAME_utc, NAME_local and, for people, the setting's clock ("-": does not happen).
+template <class Row, class Get>
+void add_instant_columns(std::vector<Column<Row>>& columns, const Setting& setting,
+                         const std::string& name, const std::string& title, Get get,
+                         ShownTime shown = shown_clock) {
+    const auto add = [&](const std::string& key, const std::string& heading, auto text,
+                         const char* none) {
+        columns.push_back({key, heading, nullptr, [get, text, none](const Row& row) {
+                               const std::optional<sky::Instant> t = get(row);
+                               return t ? Cell(text(*t)) : text_cell(none);
+                           }});
+    };
+    add(
+        name + "_utc", "", [&setting](const sky::Instant& t) { return setting.utc(t); }, "");
+    add(
+        name + "_local", "", [&setting](const sky::Instant& t) { return setting.local(t); },
+        "");
+    if (!title.empty())
+        add(
+            "", title,
+            [&setting, shown](const sky::Instant& t) { return shown(setting.zone, t); }, "-");
+}
+
+// "time_utc" and "time_local" for rows with a member `at`.
+template <class Row>
+void add_time_columns(std::vector<Column<Row>>& columns, const Setting& setting,
+                      const std::string& title, ShownTime shown = shown_seconds) {
+    add_instant_columns(
+        columns, setting, "time", title, [](const Row& row) { return std::optional(row.at); },
+        shown);
+}
 
 }  // namespace app

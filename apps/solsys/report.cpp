@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
 namespace app {
 namespace {
@@ -20,15 +20,70 @@ bool is_number(const Cell& cell) {
     return std::holds_alternative<double>(cell) || std::holds_alternative<long long>(cell);
 }
 
-std::string quoted(const std::string& text) {
-    if (text.find_first_of(",\"\n") == std::string::npos) return text;
+std::string csv_text(const std::string& text) {
+    if (text.find_first_of(",\"\n\r") == std::string::npos) return text;
     std::string out(1, '"');
     for (const char c : text) out.append(c == '"' ? 2U : 1U, c);
     out.push_back('"');
     return out;
 }
 
+std::string json_text(const std::string& text) {
+    std::string out = "\"";
+    for (const char c : valid_utf8(text)) {
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += c;
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            out += fmt::format("\\u{:04x}", static_cast<unsigned>(c));
+        } else {
+            out += c;
+        }
+    }
+    return out + "\"";
+}
+
+// The shortest decimal number that reads back to the same double.
+std::string json_value(const Cell& cell) {
+    if (const auto* number = std::get_if<double>(&cell))
+        return std::isfinite(*number) ? fmt::format("{}", *number) : "null";
+    if (const auto* whole = std::get_if<long long>(&cell)) return fmt::format("{}", *whole);
+    if (const auto* flag = std::get_if<bool>(&cell)) return *flag ? "true" : "false";
+    if (const auto* text = std::get_if<std::string>(&cell)) return json_text(*text);
+    return "null";
+}
+
+std::string csv_value(const Cell& cell) {
+    if (const auto* flag = std::get_if<bool>(&cell)) return *flag ? "true" : "false";
+    return csv_text(text_of(cell, nullptr));
+}
+
+// Length of the UTF-8 character at a place; 0: none is there.
+std::size_t character_at(const std::string& text, std::size_t at) {
+    const auto lead = static_cast<unsigned char>(text[at]);
+    const std::size_t length = lead < 0x80    ? 1
+                               : lead < 0xC2  ? 0
+                               : lead < 0xE0  ? 2
+                               : lead < 0xF0  ? 3
+                               : lead <= 0xF4 ? 4
+                                              : 0;
+    if (length == 0 || at + length > text.size()) return 0;
+    for (std::size_t i = 1; i < length; ++i)
+        if ((static_cast<unsigned char>(text[at + i]) & 0xC0U) != 0x80U) return 0;
+    return length;
+}
+
 }  // namespace
+
+std::string valid_utf8(const std::string& text) {
+    std::string out;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = character_at(text, at);
+        out += length == 0 ? "\ufffd" : text.substr(at, length);
+        at += std::max<std::size_t>(length, 1);
+    }
+    return out;
+}
 
 Shown fixed(int decimals) {
     return [decimals](double value) {
@@ -50,22 +105,6 @@ std::string shown_degrees(double degrees) {
                        seconds / 60 % 60, seconds % 60);
 }
 
-void Report::add(std::vector<Cell> row) {
-    row.resize(columns_.size());
-    rows_.push_back(std::move(row));
-}
-
-void Report::print(Format format) const {
-    switch (format) {
-        case Format::kTable:
-            return print_table();
-        case Format::kJson:
-            return print_json();
-        case Format::kCsv:
-            return print_csv();
-    }
-}
-
 std::string text_of(const Cell& cell, const Shown& shown) {
     if (const auto* number = std::get_if<double>(&cell)) {
         if (!std::isfinite(*number)) return "";
@@ -77,19 +116,70 @@ std::string text_of(const Cell& cell, const Shown& shown) {
     return "";
 }
 
+Report::Report(Format format, std::vector<Heading> headings, Context context)
+    : format_(format), headings_(std::move(headings)), context_(std::move(context)) {}
+
+void Report::add(std::vector<Cell> row) {
+    row.resize(headings_.size());
+    if (format_ == Format::kJson) add_json(row);
+    if (format_ == Format::kCsv) add_csv(row);
+    if (format_ == Format::kTable) rows_.push_back(std::move(row));
+    ++count_;
+}
+
+void Report::finish() {
+    if (format_ == Format::kTable) print_table();
+    if (format_ == Format::kJson) fmt::print("{}", count_ == 0 ? "[]\n" : "\n]\n");
+}
+
+void Report::add_json(const std::vector<Cell>& row) {
+    std::string out = count_ == 0 ? "[\n  {" : ",\n  {";
+    const char* separator = "\n    ";
+    const auto add = [&](const std::string& key, const Cell& value) {
+        if (key.empty()) return;
+        out += separator + json_text(key) + ": " + json_value(value);
+        separator = ",\n    ";
+    };
+    for (std::size_t c = 0; c < row.size(); ++c) add(headings_[c].name, row[c]);
+    for (const auto& [key, value] : context_) add(key, value);
+    fmt::print("{}\n  }}", out);
+}
+
+void Report::add_csv(const std::vector<Cell>& row) {
+    std::string heading;
+    std::string out;
+    const auto add = [&](const std::string& key, const Cell& value) {
+        if (key.empty()) return;
+        heading += (heading.empty() ? "" : ",") + key;
+        if (heading.size() != key.size()) out += ',';
+        out += csv_value(value);
+    };
+    for (std::size_t c = 0; c < row.size(); ++c) add(headings_[c].name, row[c]);
+    for (const auto& [key, value] : context_) add(key, value);
+    if (count_ == 0) fmt::print("{}\n", heading);
+    fmt::print("{}\n", out);
+}
+
 void Report::print_table() const {
     std::vector<std::vector<std::string>> lines(rows_.size() + 1);
     std::vector<std::size_t> widths;
     std::vector<bool> right;
-    for (std::size_t c = 0; c < columns_.size(); ++c) {
-        if (columns_[c].title.empty()) continue;
-        lines[0].push_back(columns_[c].title);
-        std::size_t width = width_of(columns_[c].title);
+    for (std::size_t c = 0; c < headings_.size(); ++c) {
+        if (headings_[c].title.empty()) continue;
+        std::size_t width = width_of(headings_[c].title);
         bool numeric = false;
+        bool something = false;
+        lines[0].push_back(headings_[c].title == " " ? "" : headings_[c].title);
         for (std::size_t r = 0; r < rows_.size(); ++r) {
-            lines[r + 1].push_back(text_of(rows_[r][c], columns_[c].shown));
+            lines[r + 1].push_back(text_of(rows_[r][c], headings_[c].format));
             width = std::max(width, width_of(lines[r + 1].back()));
             numeric = numeric || is_number(rows_[r][c]);
+            something = something || !lines[r + 1].back().empty();
+        }
+        if (!something && !rows_.empty()) {
+            // A column without a value in any row would only take room.
+            for (auto& line : lines) line.pop_back();
+            continue;
         }
         widths.push_back(width);
         right.push_back(numeric);
@@ -97,54 +187,12 @@ void Report::print_table() const {
     for (const auto& line : lines) {
         std::string out;
         for (std::size_t c = 0; c < line.size(); ++c) {
-            const std::string padding(widths[c] - width_of(line[c]), ' ');
+            const std::string padding(widths[c] - std::min(widths[c], width_of(line[c])), ' ');
             if (c > 0) out += "  ";
             out += right[c] ? padding + line[c] : line[c] + padding;
         }
         out.erase(out.find_last_not_of(' ') + 1);
         fmt::print("{}\n", out);
-    }
-}
-
-void Report::print_json() const {
-    // An ordered object keeps the keys in the order of the columns.
-    nlohmann::ordered_json out = nlohmann::ordered_json::array();
-    for (const auto& row : rows_) {
-        nlohmann::ordered_json object = nlohmann::ordered_json::object();
-        for (std::size_t c = 0; c < columns_.size(); ++c) {
-            if (columns_[c].key.empty()) continue;
-            auto& slot = object[columns_[c].key];
-            if (const auto* number = std::get_if<double>(&row[c])) {
-                if (std::isfinite(*number)) slot = *number;
-            } else if (const auto* whole = std::get_if<long long>(&row[c])) {
-                slot = *whole;
-            } else if (const auto* flag = std::get_if<bool>(&row[c])) {
-                slot = *flag;
-            } else if (const auto* text = std::get_if<std::string>(&row[c])) {
-                slot = *text;
-            }
-        }
-        out.push_back(std::move(object));
-    }
-    fmt::print("{}\n", out.dump(2));
-}
-
-void Report::print_csv() const {
-    const char* separator = "";
-    for (const Column& column : columns_) {
-        if (column.key.empty()) continue;
-        fmt::print("{}{}", separator, column.key);
-        separator = ",";
-    }
-    fmt::print("\n");
-    for (const auto& row : rows_) {
-        separator = "";
-        for (std::size_t c = 0; c < columns_.size(); ++c) {
-            if (columns_[c].key.empty()) continue;
-            fmt::print("{}{}", separator, quoted(text_of(row[c], nullptr)));
-            separator = ",";
-        }
-        fmt::print("\n");
     }
 }
 

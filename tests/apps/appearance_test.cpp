@@ -206,8 +206,8 @@ INSTANTIATE_TEST_SUITE_P(
     All, Refused,
     testing::Values(Refusal{"position hip:1", "no star"},
                     Refusal{"position star:999999", "no star"},
-                    Refusal{"position siriux", "no body"}, Refusal{"position star:", "no body"},
-                    Refusal{"position \"\"", "no body"},
+                    Refusal{"position siriux", "perhaps Sirius"},
+                    Refusal{"position star:", "no star"}, Refusal{"position \"\"", "empty"},
                     Refusal{"position sirius --frame heliocentric", "is a star"},
                     Refusal{"constellation 361 0", "right ascension"},
                     Refusal{"constellation nan 0", "right ascension"},
@@ -220,8 +220,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Refusal{"constellation 0 inf", "declination"},
                     Refusal{"constellation 0 5h", "declination"},
                     Refusal{"constellation 0 -90:00:01", "declination"},
-                    Refusal{"constellation 0 \"\"", "declination"},
-                    Refusal{"constellation 0", "dec"},
+                    Refusal{"constellation 0 \"\"", "empty"},
+                    Refusal{"constellation 0", "no body"},
                     Refusal{"constellation 0 0 --time never", "is no time"}));
 
 }  // namespace

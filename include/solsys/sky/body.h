@@ -60,14 +60,13 @@ SOLSYS_API Result<Body> find_body(std::string_view name, const Instant& near = {
 SOLSYS_API Result<std::vector<Body>> find_bodies(std::string_view name,
                                                  const Instant& near = {});
 
-/// A minor planet or comet of the sample by its elements: "ceres" is then (1) Ceres as an
-/// asteroid, not the dwarf planet of the catalogue.
+/// A minor planet or comet of the sample alone.
 SOLSYS_API Result<Body> find_small_body(std::string_view name, const Instant& near = {});
 
 /// The name that the identifier carries, else the English name of a catalogued body, else the
 /// code.
 [[nodiscard]] SOLSYS_API std::string name_of(const SSO_ID& id);
-/// "plnt:5", "moon:501"; stars as "hip:32349".
+/// "plnt:5", "moon:501"; the type code and the number of stars are "star:32349".
 [[nodiscard]] SOLSYS_API std::string code_of(const SSO_ID& id);
 
 }  // namespace solsys::sky

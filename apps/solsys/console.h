@@ -1,0 +1,15 @@
+// What differs between terminals: how arguments arrive, and how text gets out.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace app {
+
+// The arguments without the program's name, in UTF-8; readies the output for it too.
+std::vector<std::string> console_arguments(int argc, char** argv);
+
+// Whether someone looks at standard error while it is written.
+bool error_is_terminal();
+
+}  // namespace app

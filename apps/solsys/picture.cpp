@@ -1,0 +1,77 @@
+#include "apps/solsys/picture.h"
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "apps/solsys/failure.h"
+
+namespace app {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A path as one word for the shell.
+std::string shell_word(const std::string& path) {
+#ifdef _WIN32
+    return '"' + path + '"';
+#else
+    std::string out = "'";
+    for (const char c : path) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
+#endif
+}
+
+}  // namespace
+
+fs::path path_of(const std::string& utf8) {
+    return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+void write_file(const std::string& path, const std::string& text) {
+    std::ofstream file(path_of(path), std::ios::binary);
+    file << text;
+    if (!file.flush()) throw BadInput(fmt::format("cannot write '{}'", path));
+}
+
+// By the renderer of librsvg, the one that Linux distributions bring with their desktops.
+void write_png(const std::string& path, const std::string& svg) {
+    const std::string source = path + ".svg.tmp";
+    write_file(source, svg);
+    const std::string command = fmt::format("rsvg-convert --zoom 2 --output {} {}",
+                                            shell_word(path), shell_word(source));
+    const int failed = std::system(command.c_str());
+    std::error_code ignored;
+    fs::remove(path_of(source), ignored);
+    if (failed != 0)
+        throw BadInput(
+            "--png: no renderer: install rsvg-convert (package librsvg2-bin), or "
+            "use --svg");
+}
+
+void add_picture_options(Command& command, PictureOptions& options, const std::string& what) {
+    command.text("--svg", options.svg, what + " as SVG into this file (- for standard output)");
+    command.text("--png", options.png, "The same as PNG (needs rsvg-convert)");
+    command.flag("--light", options.light, "Draw on white, for paper");
+}
+
+void check_picture_options(const PictureOptions& options) {
+    if (options.light && !options.wanted()) throw BadInput("--light needs --svg or --png");
+}
+
+void write_picture(const std::string& text, const PictureOptions& options) {
+    if (options.to_output()) {
+        fmt::print("{}", text);
+    } else if (options.svg) {
+        write_file(*options.svg, text);
+        tell("wrote " + *options.svg);
+    }
+    if (options.png) {
+        write_png(*options.png, text);
+        tell("wrote " + *options.png);
+    }
+}
+
+}  // namespace app
