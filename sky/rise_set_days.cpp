@@ -54,11 +54,17 @@ const char* to_string(DayState state) {
 std::vector<RiseSetDay> rise_set_days(Model& model, const Site& site, const Body& body,
                                       const Zone& zone, const CivilDate& first,
                                       const CivilDate& last) {
+    return rise_set_days(model, site, body, zone, first, last, horizon_of(site, body));
+}
+
+std::vector<RiseSetDay> rise_set_days(Model& model, const Site& site, const Body& body,
+                                      const Zone& zone, const CivilDate& first,
+                                      const CivilDate& last, const Altitude& horizon) {
     std::vector<RiseSetDay> days;
     const int end = julian_day_number(last);
     const Span whole{zone.day(first).from, zone.day(last).to};
     if (!(whole.days() > 0)) return days;
-    const Altitude levels[] = {horizon_of(site, body), kCivilTwilight, kNauticalTwilight,
+    const Altitude levels[] = {horizon, kCivilTwilight, kNauticalTwilight,
                                kAstronomicalTwilight};
     const std::size_t count = body.id == sun().id ? 1 + kTwilights : 1;
     const auto found = passings(model, site, body, {levels, count}, whole);

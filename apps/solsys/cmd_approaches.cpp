@@ -65,7 +65,7 @@ void add_approaches(CommandLine& main) {
                  "On the osculating orbit alone, not integrated among the planets");
     add_span_options(command, request->options, "a century on");
     add_zone_option(command, request->options);
-    add_ephemeris_option(command, request->options);
+    add_model_options(command, request->options);
     add_output_options(command, request->options);
     command.footer(
         "Distances are between centres, geometric; the orbit is integrated among the planets,\n"

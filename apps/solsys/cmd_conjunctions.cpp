@@ -113,7 +113,7 @@ void add_conjunctions(CommandLine& main) {
                    "Least separations below, gatherings within a radius of [degrees]");
     add_span_options(command, request->options, "a year on");
     add_zone_option(command, request->options);
-    add_ephemeris_option(command, request->options);
+    add_model_options(command, request->options);
     add_output_options(command, request->options);
     command.footer(
         "Seen from the Earth's centre; the position angle is that of the first body from the\n"

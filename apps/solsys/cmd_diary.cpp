@@ -138,7 +138,7 @@ void add_diary(CommandLine& main) {
                         "Draw the planets' elongations over the span (without --to: a year)");
     add_span_options(command, request->options, "31 days on");
     add_site_options(command, request->options);
-    add_ephemeris_option(command, request->options);
+    add_model_options(command, request->options);
     add_output_options(command, request->options);
     command.footer(
         "Examples:\n"

@@ -239,7 +239,8 @@ void add_eclipses(CommandLine& main) {
     command.flag("--lunar", request->lunar, "Lunar eclipses");
     add_span_options(command, request->options, "550 days on");
     add_site_options(command, request->options);
-    add_ephemeris_option(command, request->options);
+    add_rotation_options(command, request->options);
+    add_model_options(command, request->options);
     add_output_options(command, request->options);
     command.flag("--all", request->all, "At a site: also what is below the horizon there");
     command.flag("--shadow-1-50", request->fiftieth,

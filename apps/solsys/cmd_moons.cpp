@@ -192,7 +192,7 @@ void add_moons(CommandLine& main) {
     add_instant_option(command, request->options);
     add_span_options(command, request->options, "a week on");
     add_site_options(command, request->options);
-    add_ephemeris_option(command, request->options);
+    add_model_options(command, request->options);
     add_output_options(command, request->options);
     command.footer(
         "x runs along the planet's equator, y towards its north pole, in equatorial radii.\n"

@@ -85,7 +85,8 @@ void add_occultations(CommandLine& main) {
     command.flag("--all", request->all, "By day and below the horizon, too");
     add_span_options(command, request->options, "31 days on");
     add_site_options(command, request->options);
-    add_ephemeris_option(command, request->options);
+    add_rotation_options(command, request->options);
+    add_model_options(command, request->options);
     add_output_options(command, request->options);
     command.footer(
         "Position angles count on the Moon's limb from north through east, cusp angles from\n"

@@ -173,8 +173,10 @@ void list(sky::Model& model, const Request& request, const Setting& setting) {
         if (!model.move_to(span.from) || !sky::apparent_place(model, body))
             throw BadInput(fmt::format("{} cannot be computed on {}: {}", body.name,
                                        span.from.iso(0), span_of_source(model)));
-        found.push_back({body, sky::rise_set_days(model, *setting.site, body, setting.zone,
-                                                  dates.first, dates.last)});
+        found.push_back(
+            {body,
+             sky::rise_set_days(model, *setting.site, body, setting.zone, dates.first,
+                                dates.last, setting.refraction.horizon(*setting.site, body))});
     }
     if (setting.format == Format::kTable)
         fmt::print("Risings and settings at {} (times: {})\n\n", setting.site->name,
@@ -231,8 +233,9 @@ void add_rise_set(CommandLine& main) {
                         "Draw night, twilight and Moon of the year of --from");
     add_site_options(command, request->options);
     add_horizon_option(command, request->options);
-    command.number("--dut1", request->options.dut1_s, {-10.0, 10.0}, "UT1 - UTC in seconds");
-    add_ephemeris_option(command, request->options);
+    add_refraction_option(command, request->options);
+    add_rotation_options(command, request->options);
+    add_model_options(command, request->options);
     add_output_options(command, request->options);
     command.footer(
         "Without a span: today. Rows are days of the site's clock; on a day with two risings "

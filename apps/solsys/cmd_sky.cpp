@@ -28,12 +28,11 @@ struct Row {
     sky::Appearance looks;
 };
 
-// Up by the rule of rise-set: the upper limb of Sun and Moon, the centre of others, over a
-// horizon that standard refraction lifts by 34 arcminutes.
-bool is_up(const Row& row, const sky::Site& site) {
-    const bool limb = row.body.id == sky::sun().id || row.body.id == sky::moon().id;
-    const double semidiameter = limb ? row.looks.angular_diameter_arcsec.value_or(0) / 7200 : 0;
-    return row.over.altitude_deg > -34.0 / 60 - semidiameter - site.dip_deg();
+// Up by the rule of rise-set.
+bool is_up(const Row& row, const Setting& setting) {
+    const sky::Altitude horizon = setting.refraction.horizon(*setting.site, row.body);
+    const double radius = row.looks.angular_diameter_arcsec.value_or(0) / 7200;
+    return row.over.altitude_deg > horizon.degrees - (horizon.upper_limb ? radius : 0);
 }
 
 std::vector<Column<Row>> columns_for(const Setting& setting) {
@@ -41,17 +40,19 @@ std::vector<Column<Row>> columns_for(const Setting& setting) {
         {"id", "", nullptr, [](const Row& row) { return Cell(sky::code_of(row.body.id)); }},
         {"name", "Body", nullptr, [](const Row& row) { return Cell(row.body.name); }}};
     add_time_columns(columns, setting, "");
-    const std::vector<Column<Row>> more{
+    const std::vector<Column<Row>> over{
         {"jd_tt", "", nullptr, [](const Row& row) { return row.at.jd_tt(); }},
         {"azimuth_deg", "Azimuth", fixed(1),
          [](const Row& row) { return row.over.azimuth_deg; }},
         {"", " ", nullptr,
          [](const Row& row) { return Cell(compass_point(row.over.azimuth_deg)); }},
-        {"altitude_deg", "", nullptr, [](const Row& row) { return row.over.altitude_deg; }},
-        {"apparent_altitude_deg", "Altitude", fixed(1),
-         [&setting](const Row& row) { return setting.air.apparent(row.over.altitude_deg); }},
+        {"altitude_deg", "", nullptr, [](const Row& row) { return row.over.altitude_deg; }}};
+    columns.insert(columns.end(), over.begin(), over.end());
+    add_apparent_altitude(
+        columns, setting, [](const Row& row) { return row.over.altitude_deg; }, 1);
+    const std::vector<Column<Row>> more{
         {"above_horizon", "Up", nullptr,
-         [&setting](const Row& row) { return is_up(row, *setting.site); }},
+         [&setting](const Row& row) { return is_up(row, setting); }},
         {"ra_deg", "RA", shown_hours, [](const Row& row) { return row.place.ra_deg; }},
         {"dec_deg", "Dec", shown_degrees, [](const Row& row) { return row.place.dec_deg; }},
         {"distance_au", "", nullptr, [](const Row& row) { return row.place.distance_au; }},
@@ -118,8 +119,9 @@ void add_sky(CommandLine& main) {
     add_instant_option(command, request->options);
     add_site_options(command, request->options);
     add_horizon_option(command, request->options);
-    add_air_options(command, request->options);
-    add_ephemeris_option(command, request->options);
+    add_refraction_option(command, request->options);
+    add_rotation_options(command, request->options);
+    add_model_options(command, request->options);
     add_output_options(command, request->options);
     add_picture_options(command, request->picture, "Draw the visible hemisphere");
     command.number("--limit", request->limit, {-2.0, 5.0},

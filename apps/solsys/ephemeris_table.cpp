@@ -95,13 +95,9 @@ void add_identity(Columns& columns, const Layout& layout, const Setting& setting
                        }});
     columns.push_back({"name", layout.one_body ? "" : "Body", nullptr,
                        [](const Row& row) { return Cell(row.body->name); }});
-    add_time_columns(columns, setting, "");
-    const std::string title =
-        layout.one_instant ? "" : fmt::format("Time ({})", setting.zone.name());
-    columns.back() = {"", title, nullptr, [&setting, layout](const Row& row) {
-                          return Cell(layout.whole_minutes ? setting.zone.date_time(row.at)
-                                                           : setting.zone.seconds(row.at));
-                      }};
+    add_time_columns(columns, setting,
+                     layout.one_instant ? "" : fmt::format("Time ({})", setting.zone.name()),
+                     layout.whole_minutes ? shown_minutes : shown_seconds);
     columns.push_back({"jd_tt", "", nullptr, [](const Row& row) { return row.at.jd_tt(); }});
 }
 
@@ -122,10 +118,8 @@ void add_horizontal(Columns& columns, const Setting& setting) {
                        [](const Row& row) { return row.horizontal->azimuth_deg; }});
     columns.push_back({"altitude_deg", "", nullptr,
                        [](const Row& row) { return row.horizontal->altitude_deg; }});
-    columns.push_back(
-        {"apparent_altitude_deg", "Altitude", fixed(2), [&setting](const Row& row) {
-             return setting.air.apparent(row.horizontal->altitude_deg);
-         }});
+    add_apparent_altitude(
+        columns, setting, [](const Row& row) { return row.horizontal->altitude_deg; }, 2);
 }
 
 void add_frame(Columns& columns, const Layout& layout) {
@@ -205,8 +199,9 @@ void add_ephemeris_table_options(Command& command, EphemerisRequest& request) {
     add_span_options(command, request.options, "one instant");
     add_step_option(command, request.options);
     add_site_options(command, request.options);
-    add_air_options(command, request.options);
-    add_ephemeris_option(command, request.options);
+    add_refraction_option(command, request.options);
+    add_rotation_options(command, request.options);
+    add_model_options(command, request.options);
     add_output_options(command, request.options);
 }
 

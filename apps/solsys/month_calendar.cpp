@@ -77,10 +77,12 @@ void print_calendar(sky::Model& model, const std::string& month, const std::stri
     const sky::CivilDate first = first_of(month);
     const int next = sky::julian_day_number({first.year, first.month + 1, 1});
     const sky::CivilDate last = sky::date_of_julian_day(next - 1);
-    const auto sun =
-        sky::rise_set_days(model, *setting.site, sky::sun(), setting.zone, first, last);
-    const auto moon =
-        sky::rise_set_days(model, *setting.site, sky::moon(), setting.zone, first, last);
+    const auto days_of = [&](const sky::Body& body) {
+        return sky::rise_set_days(model, *setting.site, body, setting.zone, first, last,
+                                  setting.refraction.horizon(*setting.site, body));
+    };
+    const auto sun = days_of(sky::sun());
+    const auto moon = days_of(sky::moon());
     const auto phases =
         sky::principal_phases(model, {setting.zone.day(first).from, setting.zone.day(last).to});
 

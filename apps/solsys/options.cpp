@@ -2,9 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <cmath>
+#include <algorithm>
+#include <cstdio>
 
 #include "apps/solsys/failure.h"
+#include "solsys/sky/earth_rotation.h"
 #include "solsys/version.h"
 
 namespace app {
@@ -12,31 +14,38 @@ namespace {
 
 // More rows than anyone reads; keeps a mistyped step from running for hours.
 constexpr double kMostInstants = 1e6;
-constexpr double kDegreesPerSecond = 360.98564736629 / 86400;  // of the Earth's turning
 
-Air air_in(const std::string& text) {
-    Air air;
-    if (text == "standard") return air;
-    air.none = text == "none";
-    if (air.none) return air;
-    const std::size_t comma = text.find(',');
-    std::size_t used = 0;
-    std::size_t used_after = 0;
-    try {
-        air.values.pressure_hpa = std::stod(text.substr(0, comma), &used);
-        const std::string rest = comma == std::string::npos ? "10" : text.substr(comma + 1);
-        air.values.temperature_c = std::stod(rest, &used_after);
-        const bool whole = used == std::min(comma, text.size()) && used_after == rest.size();
-        if (whole && air.values.pressure_hpa >= 0 && air.values.pressure_hpa <= 2000 &&
-            air.values.temperature_c > -150 && air.values.temperature_c < 100)
-            return air;
-    } catch (const std::exception&) {
-        // Not a number: told below.
+Refraction refraction_in(const std::string& text) {
+    Refraction refraction;
+    if (text == "standard") return refraction;
+    refraction.kind = Refraction::kNone;
+    if (text == "none") return refraction;
+    refraction.kind = Refraction::kOfAir;
+    sky::Air& air = refraction.air;
+    int used = 0;
+    const int read =
+        std::sscanf(text.c_str(), "%lf,%lf%n", &air.pressure_hpa, &air.temperature_c, &used);
+    if (read != 2 || static_cast<std::size_t>(used) != text.size())
+        throw BadInput(fmt::format(
+            "--refraction: '{}' is none: use none, standard or PRESSURE_HPA,TEMPERATURE_C such "
+            "as 1010,10",
+            text));
+    need(sky::checked_air(air), "--refraction");
+    return refraction;
+}
+
+void set_rotation(sky::Model& model, const Options& options) {
+    if (options.earth_orientation) {
+        const auto table = need(sky::read_earth_orientation(*options.earth_orientation),
+                                "--earth-orientation");
+        for (std::size_t i = 0; i < std::min<std::size_t>(table.problems.size(), 1); ++i)
+            tell(*options.earth_orientation + ": " + table.problems[i]);
+        const auto report =
+            need(sky::set_earth_orientation(model, table), "--earth-orientation");
+        if (const auto text = sky::summary_of(report); !text.empty())
+            tell(*options.earth_orientation + ": " + text);
     }
-    throw BadInput(fmt::format(
-        "--refraction: '{}' is none: use none, standard or PRESSURE_HPA,TEMPERATURE_C such as "
-        "1010,10",
-        text));
+    if (options.dut1_s) need(sky::set_earth_rotation(model, *options.dut1_s), "--dut1");
 }
 
 }  // namespace
@@ -79,10 +88,15 @@ void add_zone_option(Command& command, Options& options) {
                  "that of the city, else UTC)");
 }
 
-void add_air_options(Command& command, Options& options) {
+void add_refraction_option(Command& command, Options& options) {
     command.text("--refraction", options.refraction,
-                 "Of apparent altitudes: none, standard or PRESSURE_HPA,TEMPERATURE_C");
-    command.number("--dut1", options.dut1_s, {-10.0, 10.0}, "UT1 - UTC in seconds");
+                 "Of the air: none, standard or PRESSURE_HPA,TEMPERATURE_C at the site");
+}
+
+void add_rotation_options(Command& command, Options& options) {
+    command.number("--dut1", options.dut1_s, {-1, 1}, "UT1 - UTC in seconds (without: 0)");
+    command.text("--earth-orientation", options.earth_orientation,
+                 "Table of UT1 - UTC and the pole: finals2000A or EOP C04 of the IERS");
 }
 
 void add_horizon_option(Command& command, Options& options) {
@@ -90,9 +104,28 @@ void add_horizon_option(Command& command, Options& options) {
                    "Metres above the land or sea at the horizon, which lowers it");
 }
 
-void add_ephemeris_option(Command& command, Options& options) {
+void add_model_options(Command& command, Options& options) {
     command.text("--ephemeris", options.ephemeris,
                  "DE ephemeris file or folder (without: the built-in theory)");
+    command.text("--reduction", options.reduction,
+                 "Precession, nutation and light: modern (IAU 2000/2006), or classic as in "
+                 "almanacs before");
+}
+
+std::optional<double> Refraction::apparent(double altitude_deg, const sky::Site& site) const {
+    if (kind == kNone) return altitude_deg;
+    if (kind == kStandard) return sky::apparent_altitude(altitude_deg, std::nullopt);
+    return sky::apparent_altitude(altitude_deg,
+                                  sky::Atmosphere{air, site.latitude_deg, site.height_m});
+}
+
+sky::Altitude Refraction::horizon(const sky::Site& site, const sky::Body& body) const {
+    sky::Altitude standard = sky::horizon_of(site, body);
+    if (kind == kStandard) return standard;
+    if (kind == kNone) return {-site.dip_deg(), standard.upper_limb};
+    const auto of_air = sky::horizon_of(site, body, air);
+    if (!of_air) throw BadInput("--above-horizon: at most 10 km with the air of --refraction");
+    return *of_air;
 }
 
 std::string Setting::place() const { return site ? site->name : "the Earth's centre"; }
@@ -106,6 +139,8 @@ Context Setting::context(const sky::Model& model) const {
                    {"site_height_m", site->height_m}};
     context.emplace_back("zone", zone.name());
     context.emplace_back("source", model.source());
+    const bool modern = model.reduction() == REDUCTION_MODERN;
+    context.emplace_back("reduction", std::string(modern ? "modern" : "classic"));
     context.emplace_back("version", std::string(SOLSYS_VERSION));
     return context;
 }
@@ -122,8 +157,7 @@ Setting setting_of(const Options& options) {
     } else if (setting.site) {
         setting.zone = need(sky::Zone::find(setting.site->zone), "--tz");
     }
-    setting.air = air_in(options.refraction.value_or("standard"));
-    setting.dut1_s = options.dut1_s;
+    setting.refraction = refraction_in(options.refraction);
     return setting;
 }
 
@@ -173,13 +207,15 @@ sky::Span span_of(const Options& options, const Setting& setting, double default
 }
 
 sky::Model model_of(const Options& options, const Setting& setting) {
+    const bool classic = options.reduction == "classic";
+    if (!classic && options.reduction != "modern")
+        throw BadInput("--reduction: use modern or classic");
+    if (classic && (options.dut1_s || options.earth_orientation))
+        throw BadInput("--reduction: the classic one takes UT1 for UTC: no --dut1, no table");
     sky::Model model = need(sky::Model::open(options.ephemeris.value_or("")), "--ephemeris");
-    if (setting.site) {
-        // The Earth turned by UT1 - UTC is the site moved east by as much.
-        sky::Site turned = *setting.site;
-        turned.longitude_deg += setting.dut1_s * kDegreesPerSecond;
-        model.observe_from(turned);
-    }
+    model.use(classic ? REDUCTION_CLASSIC : REDUCTION_MODERN);
+    set_rotation(model, options);
+    if (setting.site) model.observe_from(*setting.site);
     return model;
 }
 

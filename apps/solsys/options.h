@@ -2,6 +2,7 @@
 // instants and the model.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "apps/solsys/report.h"
 #include "solsys/sky/model.h"
 #include "solsys/sky/places.h"
+#include "solsys/sky/refraction.h"
+#include "solsys/sky/risings.h"
 #include "solsys/sky/zone.h"
 
 namespace app {
@@ -19,10 +22,11 @@ namespace sky = solsys::sky;
 struct Options {
     std::optional<std::string> time, from, to, step;
     std::optional<std::string> site, city, zone;
-    std::optional<std::string> ephemeris;
-    std::optional<std::string> refraction;
+    std::optional<std::string> ephemeris, earth_orientation;
+    std::string reduction = "modern";
+    std::string refraction = "standard";
     double above_horizon_m = 0;
-    double dut1_s = 0;
+    std::optional<double> dut1_s;
     bool json = false;
     bool csv = false;
 
@@ -37,18 +41,23 @@ void add_span_options(Command& command, Options& options, const std::string& wit
 void add_step_option(Command& command, Options& options);
 void add_site_options(Command& command, Options& options);
 void add_zone_option(Command& command, Options& options);
-void add_air_options(Command& command, Options& options);  // refraction, dut1
+void add_refraction_option(Command& command, Options& options);
 void add_horizon_option(Command& command, Options& options);
-void add_ephemeris_option(Command& command, Options& options);
+// The ephemeris and the reduction.
+void add_model_options(Command& command, Options& options);
+// Of the Earth's rotation, where it matters by seconds: UT1 - UTC, or a table of it.
+void add_rotation_options(Command& command, Options& options);
 
-// How altitudes are shown.
-struct Air {
-    bool none = false;
-    sky::Air values;
+// How altitudes are shown, and where the horizon is.
+struct Refraction {
+    enum Kind { kNone, kStandard, kOfAir } kind = kStandard;
+    sky::Air air;
 
-    [[nodiscard]] double apparent(double altitude_deg) const {
-        return none ? altitude_deg : altitude_deg + sky::refraction_deg(altitude_deg, values);
-    }
+    // Of a true altitude; empty where no ray arrives.
+    [[nodiscard]] std::optional<double> apparent(double altitude_deg,
+                                                 const sky::Site& site) const;
+    // Where a body rises and sets. Throws BadInput for a height without one.
+    [[nodiscard]] sky::Altitude horizon(const sky::Site& site, const sky::Body& body) const;
 };
 
 // Where and by which clock. The clock is that of --tz, else of the city, else UTC: times
@@ -57,15 +66,14 @@ struct Setting {
     Format format = Format::kTable;
     std::optional<sky::Site> site;
     sky::Zone zone;
-    Air air;
-    double dut1_s = 0;
+    Refraction refraction;
 
     // "time_utc" and "time_local" of an instant.
     [[nodiscard]] std::string utc(const sky::Instant& t) const { return t.iso(); }
     [[nodiscard]] std::string local(const sky::Instant& t) const { return zone.iso(t); }
     // "London (GB)", or the Earth's centre.
     [[nodiscard]] std::string place() const;
-    // The keys that JSON and CSV rows end with: site, zone, source, version.
+    // The keys that JSON and CSV rows end with: site, zone, source, reduction, version.
     [[nodiscard]] Context context(const sky::Model& model) const;
 };
 // Throws BadInput.
@@ -83,6 +91,21 @@ sky::Span span_of(const Options& options, const Setting& setting, double default
 
 // On the ephemeris asked for, or on the built-in theory, for the setting's site.
 sky::Model model_of(const Options& options, const Setting& setting);
+// "apparent_altitude_deg"; a table shows the true one where no ray arrives.
+template <class Row, class Get>
+void add_apparent_altitude(std::vector<Column<Row>>& columns, const Setting& setting, Get get,
+                           int decimals) {
+    columns.push_back({"apparent_altitude_deg", "", nullptr, [get, &setting](const Row& row) {
+                           return cell(setting.refraction.apparent(get(row), *setting.site));
+                       }});
+    columns.push_back(
+        {"", "Altitude", fixed(decimals), [get, &setting](const Row& row) {
+             const double altitude = get(row);
+             return Cell(
+                 setting.refraction.apparent(altitude, *setting.site).value_or(altitude));
+         }});
+}
+
 // Moves the model. Throws BadInput for an instant that it cannot take.
 void move_to(sky::Model& model, const sky::Instant& t);
 

@@ -2,9 +2,9 @@
 """Writes data/reference/command_places.csv and command_risings.csv: what the command should print.
 
 Computed from the DE405 file (build/de405/de405.bin) with numpy and with ERFA (python3-erfa): IAU
-1976 precession, IAU 1980 nutation, GST94, WGS 84, rigorous light time and aberration; no light
-deflection. UT1 = UTC, TDB = TT. Phases, elongations and diameters from the vectors. Shares no code
-with the library.
+2006 precession, IAU 2000A nutation, GST06, WGS 84, rigorous light time and aberration, deflection of
+light by the Sun. UT1 = UTC, TDB = TT. Phases, elongations and diameters from the vectors. Shares no
+code with the library.
 """
 import math
 import os
@@ -47,15 +47,16 @@ def raw(name, jd1, jd2):
 
 
 def state(name, jd1, jd2):
-    """Heliocentric, as the library's places are aberrated by the heliocentric velocity."""
-    sun = np.array(raw("Sun", jd1, jd2))
-    if name == "Sun":
-        return sun - sun
+    """Barycentric."""
     if name in ("Earth", "Moon"):
         moon = np.array(raw("MoonG", jd1, jd2))
         earth = np.array(raw("EMB", jd1, jd2)) - moon / (1 + EMRAT)
-        return earth - sun + (moon if name == "Moon" else 0)
-    return np.array(raw(name, jd1, jd2)) - sun
+        return earth + (moon if name == "Moon" else 0)
+    return np.array(raw(name, jd1, jd2))
+
+
+def heliocentric(name, jd1, jd2):
+    return state(name, jd1, jd2) - state("Sun", jd1, jd2)
 
 
 def tt_of(utc):
@@ -69,10 +70,10 @@ class Sky:
     def __init__(self, utc, site=None):
         self.jd1, self.jd2 = tt_of(utc)
         self.site = site
-        self.matrix = erfa.pnm80(self.jd1, self.jd2)  # true equator of date from J2000
+        self.matrix = erfa.pnm06a(self.jd1, self.jd2)  # true equator of date from GCRS
         position, velocity = state("Earth", self.jd1, self.jd2)
         day, fraction = divmod(utc, 1)
-        self.gst = erfa.gst94(day, fraction)
+        self.gst = erfa.gst06a(day, fraction, self.jd1, self.jd2)
         if site:
             lat, lon, height = np.radians(site[0]), np.radians(site[1]), site[2]
             xyz = np.array(erfa.gd2gc(1, lon, lat, height)) / 1000 / AU_KM
@@ -98,8 +99,15 @@ class Sky:
         """Vector on the true equator of date [au]."""
         offset = self.astrometric(name)
         distance = np.linalg.norm(offset)
+        direction = offset / distance
+        from_sun = self.position - self.geometric("Sun", 0)
+        if name != "Sun":
+            body = self.position + offset - self.geometric("Sun", distance / C_AU_DAY)
+            direction = np.array(erfa.ld(1.0, direction, body / np.linalg.norm(body),
+                                         from_sun / np.linalg.norm(from_sun),
+                                         np.linalg.norm(from_sun), 1e-9))
         beta = self.velocity / C_AU_DAY
-        seen = erfa.ab(offset / distance, beta, 1e9, math.sqrt(1 - beta @ beta))
+        seen = erfa.ab(direction, beta, np.linalg.norm(from_sun), math.sqrt(1 - beta @ beta))
         return self.matrix @ np.array(seen) * distance
 
     def horizontal(self, vector):
@@ -120,18 +128,19 @@ def place_row(name, utc, site):
     j2000 = [math.degrees(x) for x in erfa.c2s(sky.astrometric(name))]
     azimuth, altitude = (math.degrees(x) for x in sky.horizontal(vector))
     # The ecliptic of date: the true equator turned by the true obliquity.
-    dpsi, deps = erfa.nut80(sky.jd1, sky.jd2)
-    eps = erfa.obl80(sky.jd1, sky.jd2) + deps
+    dpsi, deps = erfa.nut06a(sky.jd1, sky.jd2)
+    eps = erfa.obl06(sky.jd1, sky.jd2) + deps
     lon, lat = (math.degrees(x) for x in erfa.c2s(erfa.ir() @ np.array(
         erfa.rx(eps, np.eye(3))) @ vector))
     # Geometry when the light left.
     body = sky.geometric(name, distance / C_AU_DAY)
-    to_sun = -sky.position
+    sun = sky.geometric("Sun", distance / C_AU_DAY)
+    to_sun = sky.geometric("Sun", 0) - sky.position
     to_body = body - sky.position
-    phase = angle(-body, -to_body) if name != "Sun" else 0.0
+    phase = angle(sun - body, -to_body) if name != "Sun" else 0.0
     elongation = angle(to_sun, to_body) if name != "Sun" else 0.0
     lit = (1 + math.cos(math.radians(phase))) / 2
-    helio = np.ravel(state(name, sky.jd1, sky.jd2))
+    helio = np.ravel(heliocentric(name, sky.jd1, sky.jd2))
     values = [ra % 360, dec, *[j2000[0] % 360, j2000[1]], distance, distance / C_AU_DAY,
               azimuth % 360, altitude, lon % 360, lat, phase, lit, elongation, *helio]
     return [name.lower(), f"{utc:.6f}", *[f"{x:.6f}" for x in site],

@@ -56,5 +56,10 @@ struct RiseSetDay {
 SOLSYS_API std::vector<RiseSetDay> rise_set_days(Model& model, const Site& site,
                                                  const Body& body, const Zone& zone,
                                                  const CivilDate& first, const CivilDate& last);
+/// The same above another horizon.
+SOLSYS_API std::vector<RiseSetDay> rise_set_days(Model& model, const Site& site,
+                                                 const Body& body, const Zone& zone,
+                                                 const CivilDate& first, const CivilDate& last,
+                                                 const Altitude& horizon);
 
 }  // namespace solsys::sky
