@@ -6,6 +6,7 @@
 
 #include "solsys/de_ephemeris.h"
 #include "solsys/element_sets.h"
+#include "solsys/sky/passes.h"
 
 namespace {
 
@@ -109,5 +110,38 @@ void ToVector(benchmark::State& state) {
     }
 }
 BENCHMARK(ToVector);
+
+// Ten days of passes over a site.
+void TenDaysOfPasses(benchmark::State& state) {
+    namespace sky = solsys::sky;
+    sky::Model model = std::move(*sky::Model::open());
+    sky::Satellite satellite{"", catalogue(false)[0], -1.8};
+    satellite.elements.inclination = 51.6;
+    sky::Site site;
+    site.latitude_deg = 48, site.longitude_deg = 16;
+    const auto start = sky::Instant::from_utc({kDay, 0.5});
+    std::size_t found = 0;
+    for (auto _ : state) {
+        found = sky::passes(model, site, satellite, {start, start.plus_days(10)},
+                            {static_cast<double>(state.range(0)), 0})
+                    .size();
+    }
+    state.counters["passes"] = static_cast<double>(found);
+}
+BENCHMARK(TenDaysOfPasses)->Arg(0)->Arg(10)->ArgName("horizon")->Unit(benchmark::kMillisecond);
+
+// On the same processor, for comparison: a state of the DE file.
+void StateOfDe405(benchmark::State& state) {
+    DE_Ephemeris::open(SOLSYS_DE405);
+    DE_EvalState evaluation;
+    double out[6];
+    int day = 2451545;
+    for (auto _ : state) {
+        day = day < 2453000 ? day + 7 : 2451545;
+        DE_Ephemeris::getState(evaluation, day, 0.25, 5, 1, out);
+        benchmark::DoNotOptimize(out);
+    }
+}
+BENCHMARK(StateOfDe405);
 
 }  // namespace

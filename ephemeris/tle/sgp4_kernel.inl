@@ -2,107 +2,28 @@
 //
 // Written once for a number and for a vector of lanes, in the order of the published
 // computation. What is chosen by a value is chosen lane by lane (select).
+#include "ephemeris/lanes.inl"
 #include "ephemeris/tle/sgp4_kernel.h"
 
 namespace solsys {
 namespace {
 
-// Numbers and vectors of them with the same operations.
-using Vector = double __attribute__((vector_size(8 * kSgp4Lanes)));
-using Mask = decltype(Vector{} < Vector{});
-static_assert(sizeof(Vector) == sizeof(Sgp4Lanes) && sizeof(double) == 8);
-
-template <class T>
-struct BitsOf {
-    using Type = unsigned long long;
-};
-template <>
-struct BitsOf<Vector> {
-    using Type = unsigned long long __attribute__((vector_size(8 * kSgp4Lanes)));
-};
-template <class T>
-using Bits = typename BitsOf<T>::Type;
-
-inline double select(bool choose, double a, double b) { return choose ? a : b; }
-inline Vector select(Mask choose, Vector a, Vector b) { return choose ? a : b; }
-inline bool any(bool mask) { return mask; }
-inline bool any(Mask mask) {
-    long long bits = 0;
-    for (int i = 0; i < kSgp4Lanes; ++i) bits |= mask[i];
-    return bits != 0;
-}
-inline bool both(bool a, bool b) { return a && b; }
-inline Mask both(Mask a, Mask b) { return a & b; }
-
-inline double square_root(double x) { return __builtin_sqrt(x); }
-inline Vector square_root(Vector x) {
-    Sgp4Lanes in, out;
-    __builtin_memcpy(&in, &x, sizeof in);
-    for (int i = 0; i < kSgp4Lanes; ++i) out.at[i] = __builtin_sqrt(in.at[i]);
-    __builtin_memcpy(&x, &out, sizeof x);
-    return x;
-}
-inline double cube_root(double x) { return __builtin_cbrt(x); }
-inline Vector cube_root(Vector x) {
-    for (int i = 0; i < kSgp4Lanes; ++i) x[i] = __builtin_cbrt(x[i]);
-    return x;
-}
-inline double arctangent(double y, double x) { return __builtin_atan2(y, x); }
-inline Vector arctangent(Vector y, Vector x) {
-    for (int i = 0; i < kSgp4Lanes; ++i) y[i] = __builtin_atan2(y[i], x[i]);
-    return y;
-}
-template <class T>
-inline T absolute(T x) {
-    return __builtin_bit_cast(T, __builtin_bit_cast(Bits<T>, x) & 0x7fffffffffffffffULL);
-}
-
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kTurn = 6.28318530717958647692;
-// Adding 1.5 * 2^52 rounds to an integer, |x| < 2^51.
-constexpr double kRounder = 6755399441055744.0;
-
-template <class T>
-struct Angle {
-    T sin, cos;
-};
-
-// As solsys::sin_cos has it (core/sin_cos.h): within 2.3e-16 for |x| <= 1e6.
-template <class T>
-inline Angle<T> sines(T x) {
-    const T shifted = x * 0.63661977236758134308 + kRounder;
-    const T turns = shifted - kRounder;
-    const T r = ((x - turns * 0x1.921fb544p+0) - turns * 0x1.0b4611a6p-34) -
-                turns * 0x1.3198a2e037073p-69;
-    const T q = r * r;
-    const T q2 = q * q;
-    const T s =
-        ((-1.0 / 6 + q * (1.0 / 120)) + q2 * (-1.0 / 5040 + q * (1.0 / 362880))) +
-        (q2 * q2) * ((-1.0 / 39916800 + q * (1.0 / 6227020800)) + q2 * (-1.0 / 1307674368000));
-    const T c = ((1.0 / 24 + q * (-1.0 / 720)) + q2 * (1.0 / 40320 + q * (-1.0 / 3628800))) +
-                (q2 * q2) * ((1.0 / 479001600 + q * (-1.0 / 87178291200)) +
-                             q2 * (1.0 / 20922789888000));
-    const auto sine = __builtin_bit_cast(Bits<T>, r + (r * q) * s);
-    const auto cosine = __builtin_bit_cast(Bits<T>, (1.0 - 0.5 * q) + q2 * c);
-    // Odd quadrants swap the two, and the signs go round.
-    const auto quadrant = __builtin_bit_cast(Bits<T>, shifted);
-    const Bits<T> swap = -(quadrant & 1ULL);
-    const Bits<T> first = (sine & ~swap) | (cosine & swap);
-    const Bits<T> second = (cosine & ~swap) | (sine & swap);
-    return {__builtin_bit_cast(T, first ^ ((quadrant & 2ULL) << 62)),
-            __builtin_bit_cast(T, second ^ (((quadrant + 1ULL) & 2ULL) << 62))};
-}
+static_assert(kSgp4Lanes == kLanes && sizeof(Vector) == sizeof(Sgp4Lanes));
 
 // Those of a small angle, |x| <= 0.05 (terms left out below 2e-17), which the short-period
 // terms are for every orbit above the ground; sines of all others.
 template <class T>
 inline Angle<T> small_sines(T x) {
-    if (any(!(absolute(x) < 0.05))) return sines(x);
     const T q = x * x;
-    return {x + (x * q) * ((-1.0 / 6 + q * (1.0 / 120)) +
-                           (q * q) * (-1.0 / 5040 + q * (1.0 / 362880))),
-            (1.0 - 0.5 * q) + (q * q) * ((1.0 / 24 + q * (-1.0 / 720)) +
-                                         (q * q) * (1.0 / 40320 + q * (-1.0 / 3628800)))};
+    const Angle<T> close = {
+        x + (x * q) *
+                ((-1.0 / 6 + q * (1.0 / 120)) + (q * q) * (-1.0 / 5040 + q * (1.0 / 362880))),
+        (1.0 - 0.5 * q) + (q * q) * ((1.0 / 24 + q * (-1.0 / 720)) +
+                                     (q * q) * (1.0 / 40320 + q * (-1.0 / 3628800)))};
+    const auto far = !(absolute(x) < 0.05);
+    if (!any(far)) return close;
+    const Angle<T> all = sines(x);
+    return {select(far, all.sin, close.sin), select(far, all.cos, close.cos)};
 }
 
 template <class T>
@@ -120,7 +41,7 @@ inline Angle<T> difference(Angle<T> a, Angle<T> b) {
 template <class T>
 inline T rem(T x) {
     constexpr double kHigh = 0x1.921fb544p+2, kLow = kTurn - kHigh;
-    const T turns = (x * (1 / kTurn) + kRounder) - kRounder;
+    const T turns = nearest(x * (1 / kTurn));
     const T rest = (x - turns * kHigh) - turns * kLow;
     const T sign_kept = select(both(x >= 0, rest < 0), rest + kTurn, rest);
     return select(both(x<0, sign_kept> 0), sign_kept - kTurn, sign_kept);

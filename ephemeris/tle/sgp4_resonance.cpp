@@ -4,6 +4,7 @@
 
 #include "core/constants.h"
 #include "ephemeris/tle/sgp4_set.h"
+#include "ephemeris/tle/teme.h"
 
 namespace solsys {
 namespace {
@@ -119,16 +120,7 @@ double mod(double angle) {
     return rest < 0 ? rest + kTwoPi : rest;
 }
 
-// Greenwich mean sidereal time of the epoch, taken as UT1: Aoki and others 1982, Astron.
-// Astrophys. 105, 359.
-double sidereal_time_1982(Instant epoch) {
-    const double T = centuries_since_j2000(epoch);
-    const double seconds = 67310.54841 + (876600.0 * 3600 + 8640184.812866) * T +
-                           0.093104 * T * T - 0.0000062 * T * T * T;
-    return mod(kPi / 43200 * seconds);
-}
-
-// That of the issuing centres, from 1970.
+// Sidereal time as the issuing centres are thought to have it, from 1970.
 double sidereal_time_1970(Instant epoch) {
     constexpr int kDay1970 = 2440586;  // 1969 December 31 0h less half a day
     constexpr double kRate = 0.0172027916940703639;
