@@ -1,5 +1,4 @@
 // One body, in the frames that people use.
-#include <cmath>
 #include <cstdio>
 
 #include "solsys/sky/appearance.h"

@@ -1,5 +1,4 @@
 // Where one stands matters most for the Moon.
-#include <cmath>
 #include <cstdio>
 
 #include "solsys/sky/places.h"
