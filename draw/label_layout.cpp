@@ -8,6 +8,7 @@ namespace {
 
 constexpr double kGap = 4;
 constexpr double kStep = 12;
+constexpr double kClear = 6;  // of a line from other objects
 
 }  // namespace
 
@@ -45,6 +46,18 @@ bool LabelLayout::taken_for_another(const Box& box, Point object) const {
     });
 }
 
+bool LabelLayout::crosses_rival(Point object, Point label) const {
+    const double dx = label.x - object.x;
+    const double dy = label.y - object.y;
+    return std::any_of(rivals_.begin(), rivals_.end(), [&](Point rival) {
+        const double x = rival.x - object.x;
+        const double y = rival.y - object.y;
+        const double along = (x * dx + y * dy) / (dx * dx + dy * dy);
+        return std::hypot(x, y) >= 0.5 && along > 0 && along < 1 &&
+               std::hypot(x - along * dx, y - along * dy) < kClear;
+    });
+}
+
 void LabelLayout::occupy(Point at, double radius) {
     taken_.push_back(box_of(at, 2 * radius, 2 * radius));
 }
@@ -60,7 +73,10 @@ std::optional<LabelLayout::Place> LabelLayout::beside(Point object, double radiu
             const double gap = (radius + kGap + away) * corner;
             const Point middle{object.x + sx * (gap + width / 2),
                                object.y + sy * (gap + height / 2)};
-            if (away == 0 && taken_for_another(box_of(middle, width, height), object)) continue;
+            const bool mistaken = away == 0
+                                      ? taken_for_another(box_of(middle, width, height), object)
+                                      : crosses_rival(object, middle);
+            if (mistaken) continue;
             if (at(middle, width, height)) return Place{middle, away > 0};
         }
     }

@@ -42,6 +42,8 @@ class LabelLayout {
     [[nodiscard]] bool within(const Box& box) const;
     [[nodiscard]] bool free(const Box& box) const;
     [[nodiscard]] bool taken_for_another(const Box& box, Point object) const;
+    // Whether a line to a label runs over another object.
+    [[nodiscard]] bool crosses_rival(Point object, Point label) const;
 
     Point centre_;
     double radius_ = 0;

@@ -32,8 +32,10 @@ void add_leader(SkyCanvas& canvas, Point at, double radius, Point label, double 
 // Labels keep off everything that catches the eye; of the stars only the brighter claim words.
 void keep_clear(SkyCanvas& canvas) {
     for (const sky::ChartBody& body : canvas.chart.bodies)
-        if (body.at.altitude_deg > 0)
+        if (body.at.altitude_deg > 0) {
             canvas.labels.occupy(SkyCanvas::project(body.at), body_radius(body) + 1);
+            canvas.labels.add_rival(SkyCanvas::project(body.at));
+        }
     for (const sky::ChartStar& star : canvas.chart.stars) {
         if (star.magnitude > std::min(canvas.limit, 4.4)) break;
         canvas.labels.occupy(SkyCanvas::project(star.at), star_radius(star.magnitude));

@@ -165,10 +165,4 @@ Result<Body> parse_elements(const std::string& text) {
     }
 }
 
-std::optional<double> elements_uncertainty_arcsec(const Body& body, const Instant& t) {
-    if (!body.has_elements()) return std::nullopt;
-    const double years = (t.jd_tt() - body.elements_epoch) / 365.25;
-    return 60 * years * years;
-}
-
 }  // namespace solsys::sky

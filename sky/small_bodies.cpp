@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <map>
 #include <string_view>
 
 #include "io/orbit_records.h"
 #include "sky/units.h"
+#include "solsys/sky/orbits.h"
 
 namespace solsys::sky {
 namespace {
@@ -167,6 +169,22 @@ Body body_of(const Comet& comet, int number) {
     Body body(SSO_ID(SSO_COMT, number), name_of(comet), solsys_io::to_record(comet));
     body.elements_epoch = comet.epoch;
     return body;
+}
+
+std::vector<Body> small_bodies(const Instant& near) {
+    std::vector<Body> bodies;
+    for (const MinorPlanetRow& row : kMinorPlanets) bodies.push_back(body_of(planet_of(row)));
+    std::map<std::string, Body> comets;  // by name: several orbits of one
+    for (std::size_t i = 0; i < std::size(kComets); ++i) {
+        const Body body = body_of(comet_of(kComets[i]), static_cast<int>(i) + 1);
+        const auto [known, added] = comets.emplace(body.name, body);
+        const auto age = [&](const Body& b) {
+            return std::fabs(b.elements_epoch - near.jd_tt());
+        };
+        if (!added && age(body) < age(known->second)) known->second = body;
+    }
+    for (const auto& [name, body] : comets) bodies.push_back(body);
+    return bodies;
 }
 
 void suggest_small_bodies(Suggestions& suggestions) {

@@ -3,6 +3,7 @@
 
 #include "apps/solsys/commands.h"
 #include "apps/solsys/ephemeris_table.h"
+#include "apps/solsys/failure.h"
 #include "apps/solsys/small_body_options.h"
 
 namespace app {
@@ -11,12 +12,18 @@ namespace {
 struct Request {
     EphemerisRequest ephemeris;
     SmallBodyOptions body;
+    bool integrate = false;
 };
 
 void run(const Request& request) {
     const Setting setting = setting_of(request.ephemeris.options);
     const sky::Instant first = instants_of(request.ephemeris.options, setting).front();
-    print_ephemeris(request.ephemeris, setting, small_bodies_of(request.body, first));
+    const bool named = !request.body.names.empty();
+    if (named ? request.integrate : request.ephemeris.two_body)
+        throw BadInput(named ? "--integrate: the bodies of the sample are integrated anyway"
+                             : "--two-body: own elements are on their two-body orbit anyway");
+    print_ephemeris(request.ephemeris, setting, small_bodies_of(request.body, first),
+                    named ? !request.ephemeris.two_body : request.integrate);
 }
 
 }  // namespace
@@ -26,10 +33,13 @@ void add_orbit(CommandLine& main) {
     Command command =
         main.add("orbit", "Where minor planets and comets are, by their elements");
     add_small_body_options(command, request->body);
+    command.flag("--integrate", request->integrate,
+                 "Orbits of --file and --elements integrated among the planets");
     add_ephemeris_table_options(command, request->ephemeris);
     command.footer(
-        "Two-body motion: good near the epoch of the elements. How far from it the places\n"
-        "are uncertain is in uncertainty_arcsec, and on standard error above an arcminute.\n"
+        "The bodies of the sample are integrated among the planets, orbits of one's own with\n"
+        "--integrate. How far the places may be off is in uncertainty_arcsec, and on standard\n"
+        "error above an arcminute.\n"
         "Examples:\n"
         "  solsys orbit ceres vesta --time 2022-08-09\n"
         "  solsys orbit --file MPCORB.DAT --object 99942 --from 2029-04-01 --to 2029-04-20\n"

@@ -16,7 +16,8 @@ struct Request {
 void run(const Request& request) {
     const Setting setting = setting_of(request.ephemeris.options);
     const sky::Instant first = instants_of(request.ephemeris.options, setting).front();
-    print_ephemeris(request.ephemeris, setting, bodies_called(request.bodies, first));
+    print_ephemeris(request.ephemeris, setting, bodies_called(request.bodies, first),
+                    !request.ephemeris.two_body);
 }
 
 }  // namespace

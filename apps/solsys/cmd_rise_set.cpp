@@ -7,8 +7,10 @@
 #include "apps/solsys/columns.h"
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
+#include "apps/solsys/long_search.h"
 #include "apps/solsys/month_calendar.h"
 #include "apps/solsys/picture.h"
+#include "apps/solsys/small_body_options.h"
 #include "draw/year_picture.h"
 #include "solsys/sky/rise_set_days.h"
 
@@ -19,6 +21,7 @@ struct Request {
     Options options;
     PictureOptions picture;
     std::vector<std::string> bodies;
+    SmallBodyOptions orbit;
     std::optional<std::string> month;
     std::string twilight = "astronomical";
     bool by_time = false;
@@ -166,9 +169,16 @@ void list(sky::Model& model, const Request& request, const Setting& setting) {
     const Dates dates = dates_of(span, setting);
     if (span.days() > 36600) throw BadInput("--to: at most a hundred years in one go");
     std::vector<std::string> names = request.bodies;
-    if (names.empty()) names = {"sun", "moon"};
+    const auto own = own_orbit_of(request.orbit, span.from);
+    if (names.empty() && !own) names = {"sun", "moon"};
+    std::vector<sky::Body> bodies = bodies_called(names, span.from);
+    if (own) bodies.push_back(*own);
     std::vector<BodyDays> found;
-    for (const sky::Body& body : bodies_called(names, span.from)) {
+    LongSearch search;
+    for (const sky::Body& body : bodies) {
+        if (!search.go_on(static_cast<double>(found.size()) /
+                          static_cast<double>(bodies.size())))
+            break;
         need(model.add(body));
         if (!model.move_to(span.from) || !sky::apparent_place(model, body))
             throw BadInput(fmt::format("{} cannot be computed on {}: {}", body.name,
@@ -204,10 +214,10 @@ void run(const Request& request) {
         std::end(kTwilights))
         throw BadInput("--twilight: use civil, nautical or astronomical");
     const bool picture = request.picture.wanted();
-    if (picture && (request.month || request.by_time || !request.bodies.empty()))
+    const bool bodies = !request.bodies.empty() || request.orbit.file || request.orbit.elements;
+    if (picture && (request.month || request.by_time || bodies))
         throw BadInput("--svg and --png draw a year of Sun and Moon: no bodies, no --calendar");
-    if (request.month &&
-        (!request.bodies.empty() || request.options.from || request.options.to))
+    if (request.month && (bodies || request.options.from || request.options.to))
         throw BadInput("--calendar is of the Sun and the Moon of a month: no bodies, no span");
     const Setting setting = setting_with_site(request.options);
     sky::Model model = model_of(request.options, setting);
@@ -224,6 +234,7 @@ void add_rise_set(CommandLine& main) {
         "rise-set", "When bodies rise, culminate and set; a month's calendar; a year's chart");
     command.words("bodies", request->bodies,
                   "Bodies, stars, groups (without: the Sun and the Moon)");
+    add_orbit_options(command, request->orbit);
     add_span_options(command, request->options, "a day");
     command.text("--calendar", request->month, "The Sun and the Moon of a month: YYYY-MM");
     command.text("--twilight", request->twilight,

@@ -25,6 +25,7 @@ class CommandLine;
 
 void add_position(CommandLine& main);
 void add_sky(CommandLine& main);
+void add_tonight(CommandLine& main);
 void add_rise_set(CommandLine& main);
 void add_conjunctions(CommandLine& main);
 void add_diary(CommandLine& main);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "apps/solsys/columns.h"
 #include "apps/solsys/failure.h"
@@ -58,10 +59,11 @@ struct Row {
     sky::LonLat angles;
     std::array<double, 6> state;
     sky::Appearance looks;
+    bool integrated = false;
 };
 
 Row row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t, Frame frame) {
-    Row row{&body, t, {}, {}, {}, {}, {}, {}};
+    Row row{&body, t, {}, {}, {}, {}, {}, {}, false};
     const auto refuse = [&] {
         return BadInput(fmt::format("{} cannot be computed on {}: {}", body.name, t.iso(0),
                                     span_of_source(model)));
@@ -83,6 +85,7 @@ Row row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t, Fram
         row.state = *state;
     }
     row.looks = sky::appearance_of(model, body, *apparent);
+    row.integrated = body.has_elements() && sky::is_integrated(model, body);
     return row;
 }
 
@@ -143,9 +146,14 @@ void add_elements(Columns& columns) {
                            const auto t = sky::Instant::from_tt(row.body->elements_epoch);
                            return Cell(sky::to_string(sky::Zone().date(t)));
                        }});
-    columns.push_back({"uncertainty_arcsec", "", nullptr, [](const Row& row) {
-                           return cell(sky::elements_uncertainty_arcsec(*row.body, row.at));
+    columns.push_back({"motion", "", nullptr, [](const Row& row) {
+                           if (!row.body->has_elements()) return Cell();
+                           return Cell(std::string(row.integrated ? "integrated" : "two-body"));
                        }});
+    columns.push_back(
+        {"uncertainty_arcsec", "", nullptr, [](const Row& row) {
+             return cell(sky::elements_uncertainty_arcsec(*row.body, row.at, row.integrated));
+         }});
 }
 
 Columns columns_for(const Layout& layout, const Setting& setting, bool elements) {
@@ -175,19 +183,32 @@ void print_heading(const Layout& layout, const Setting& setting, const NamedFram
 }
 
 // A line for each body whose elements are too old for what is printed.
-void warn_of_age(const std::vector<sky::Body>& bodies,
-                 const std::vector<sky::Instant>& instants) {
-    constexpr double kWorthTelling = 60;
-    for (const sky::Body& body : bodies) {
-        double worst = 0;
-        for (const sky::Instant& t : {instants.front(), instants.back()})
-            worst = std::max(worst, sky::elements_uncertainty_arcsec(body, t).value_or(0));
-        if (worst < kWorthTelling) continue;
-        const sky::Instant epoch = sky::Instant::from_tt(body.elements_epoch);
-        tell(fmt::format("{}: two-body motion from elements of {}: uncertain by some {:.0f}'",
-                         body.name, sky::to_string(sky::Zone().date(epoch)), worst / 60));
+class Ages {
+  public:
+    void consider(const Row& row) {
+        const auto arcsec = sky::elements_uncertainty_arcsec(*row.body, row.at, row.integrated);
+        if (!arcsec) return;
+        Worst& worst = worst_[row.body];
+        if (*arcsec >= worst.arcsec) worst = {*arcsec, row.integrated};
     }
-}
+    void tell_all() const {
+        constexpr double kWorthTelling = 60;
+        for (const auto& [body, worst] : worst_) {
+            if (worst.arcsec < kWorthTelling) continue;
+            const auto epoch = sky::Instant::from_tt(body->elements_epoch);
+            tell(fmt::format("{}: {} from elements of {}: uncertain by some {:.0f}'",
+                             body->name, worst.integrated ? "integrated" : "two-body motion",
+                             sky::to_string(sky::Zone().date(epoch)), worst.arcsec / 60));
+        }
+    }
+
+  private:
+    struct Worst {
+        double arcsec = 0;
+        bool integrated = false;
+    };
+    std::map<const sky::Body*, Worst> worst_;
+};
 
 }  // namespace
 
@@ -198,6 +219,10 @@ void add_ephemeris_table_options(Command& command, EphemerisRequest& request) {
     add_instant_option(command, request.options);
     add_span_options(command, request.options, "one instant");
     add_step_option(command, request.options);
+    command.flag(
+        "--two-body", request.two_body,
+        "Minor planets and comets on their osculating orbits, not integrated among the "
+        "planets");
     add_site_options(command, request.options);
     add_refraction_option(command, request.options);
     add_rotation_options(command, request.options);
@@ -206,13 +231,17 @@ void add_ephemeris_table_options(Command& command, EphemerisRequest& request) {
 }
 
 void print_ephemeris(const EphemerisRequest& request, const Setting& setting,
-                     const std::vector<sky::Body>& bodies) {
+                     const std::vector<sky::Body>& bodies, bool integrated) {
     const NamedFrame& frame = frame_called(request.frame);
     if (frame.frame == Frame::kHorizontal && !setting.site)
         throw BadInput("--frame: the horizontal one needs a --site or a --city");
     const std::vector<sky::Instant> instants = instants_of(request.options, setting);
     sky::Model model = model_of(request.options, setting);
-    for (const sky::Body& body : bodies) need(model.add(body));
+    for (const sky::Body& body : bodies) {
+        need(model.add(body));
+        if (integrated && body.id.number != 0 && body.has_elements())
+            need(sky::integrate(model, body));
+    }
 
     const bool minutes =
         std::all_of(instants.begin(), instants.end(),
@@ -221,18 +250,21 @@ void print_ephemeris(const EphemerisRequest& request, const Setting& setting,
     const bool elements = std::any_of(bodies.begin(), bodies.end(), [](const sky::Body& body) {
         return body.has_elements();
     });
+    Ages ages;
     Table<Row> table(setting.format, columns_for(layout, setting, elements),
                      setting.context(model));
     for (const sky::Body& body : bodies) {
         for (const sky::Instant& t : instants) {
             move_to(model, t);
-            table.add(row_of(model, body, t, frame.frame));
+            const Row row = row_of(model, body, t, frame.frame);
+            ages.consider(row);
+            table.add(row);
         }
     }
     if (setting.format == Format::kTable)
         print_heading(layout, setting, frame, bodies.front(), instants.front());
     table.finish();
-    warn_of_age(bodies, instants);
+    ages.tell_all();
 }
 
 }  // namespace app

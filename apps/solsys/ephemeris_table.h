@@ -12,12 +12,14 @@ namespace app {
 struct EphemerisRequest {
     Options options;
     std::string frame = "apparent";
+    bool two_body = false;
 };
 
 void add_ephemeris_table_options(Command& command, EphemerisRequest& request);
 
-// Prints a row for each body and instant. Throws BadInput.
+// Prints a row for each body and instant, bodies with elements `integrated` among the planets
+// or on their two-body orbits. Throws BadInput.
 void print_ephemeris(const EphemerisRequest& request, const Setting& setting,
-                     const std::vector<sky::Body>& bodies);
+                     const std::vector<sky::Body>& bodies, bool integrated);
 
 }  // namespace app

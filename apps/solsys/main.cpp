@@ -13,6 +13,7 @@ namespace {
 
 void declare_commands(app::CommandLine& main) {
     app::add_sky(main);
+    app::add_tonight(main);
     app::add_position(main);
     app::add_rise_set(main);
     app::add_diary(main);

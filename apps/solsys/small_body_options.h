@@ -16,9 +16,14 @@ struct SmallBodyOptions {
 };
 
 void add_small_body_options(Command& command, SmallBodyOptions& options);
+// --file, --object, --elements alone, for commands whose names may be of anything.
+void add_orbit_options(Command& command, SmallBodyOptions& options);
 
 // Of several orbits of a body that with the epoch nearest to an instant. Throws BadInput, and
 // NothingFound for an object that the file does not hold.
+// The one of --file or --elements, if there is one.
+std::optional<sky::Body> own_orbit_of(const SmallBodyOptions& options,
+                                      const sky::Instant& near);
 std::vector<sky::Body> small_bodies_of(const SmallBodyOptions& options,
                                        const sky::Instant& near);
 

@@ -75,6 +75,7 @@ constexpr const char* kRows[] = {
     "position mars --frame ecliptic",
     "position mars --frame heliocentric",
     "sky --city Oslo",
+    "tonight --city Oslo",
     "rise-set sun --city Oslo",
     "rise-set sun --city Oslo --by-time",
     "rise-set --calendar 2026-12 --city Oslo",

@@ -39,8 +39,8 @@ std::string at_tt(double jd) {
 TEST(Orbit, TheSampleStandsWhereItShould) {
     for (const auto& row :
          solsys::test::read_csv(SOLSYS_TEST_DATA "/reference/small_body_positions.csv")) {
-        const auto out =
-            row_of("orbit \"" + row[1] + "\" --frame heliocentric" + at_tt(std::stod(row[2])));
+        const auto out = row_of("orbit --two-body \"" + row[1] + "\" --frame heliocentric" +
+                                at_tt(std::stod(row[2])));
         const double x = out["x_au"].get<double>();
         const double y = out["y_au"].get<double>();
         const double z = out["z_au"].get<double>();
@@ -80,14 +80,36 @@ TEST(Orbit, OfABodyThereIsOneAnswerAndItsAgeIsTold) {
     EXPECT_EQ(ceres["id"], "astr:1");
     EXPECT_EQ(ceres["elements_epoch"], "2022-08-08");
     EXPECT_LT(ceres["uncertainty_arcsec"].get<double>(), 1);
-    const auto old = run_command("position ceres --json --time 2000-01-01");
+    const auto old = run_command("position ceres --two-body --json --time 2000-01-01");
     EXPECT_GT(old.json()[0]["uncertainty_arcsec"].get<double>(), 450 * 60);
     EXPECT_THAT(old.err, HasSubstr("two-body motion"));
 }
 
+// From elements of 2022, against an integration by others (of the first four minor planets).
+TEST(Orbit, OfTheSampleIsIntegratedWithinItsUncertainty) {
+    int checked = 0;
+    for (const auto& row :
+         solsys::test::read_csv(SOLSYS_TEST_DATA "/reference/asteroid_positions.csv")) {
+        if (row[0] == "number" || (row[1] != "2451545.0" && row[1] != "2455197.5")) continue;
+        const auto out = row_of("position astr:" + row[0] + " --frame heliocentric" +
+                                at_tt(std::stod(row[1])));
+        EXPECT_EQ(out["motion"], "integrated");
+        double off = 0, distance = 0;
+        for (std::size_t i = 0; i < 3; ++i) {
+            constexpr const char* keys[] = {"x_au", "y_au", "z_au"};
+            off = std::hypot(off, out[keys[i]].get<double>() - std::stod(row[2 + i]));
+            distance = std::hypot(distance, std::stod(row[2 + i]));
+        }
+        EXPECT_LT(off / distance / kDegree * 3600, out["uncertainty_arcsec"].get<double>());
+        EXPECT_LT(off / distance / kDegree * 3600, 0.5) << row[0] << " at " << row[1];
+        ++checked;
+    }
+    EXPECT_GE(checked, 4);
+}
+
 TEST(Orbit, ElementsTypedMeanTheSameAsThoseOfTheSample) {
     const std::string when = " --time 2022-09-01 --site 51.5,0 --frame j2000";
-    const auto sample = row_of("orbit ceres" + when);
+    const auto sample = row_of("orbit ceres --two-body" + when);
     auto typed = row_of("orbit --elements " + kCeres + when);
     EXPECT_TRUE(typed["id"].is_null());
     for (const char* key : {"ra_deg", "dec_deg", "distance_au", "altitude_deg", "magnitude"})

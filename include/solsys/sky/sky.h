@@ -36,5 +36,6 @@
 #include "solsys/sky/satellites.h"
 #include "solsys/sky/search.h"
 #include "solsys/sky/site.h"
+#include "solsys/sky/tonight.h"
 #include "solsys/sky/year.h"
 #include "solsys/sky/zone.h"
