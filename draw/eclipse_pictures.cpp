@@ -13,9 +13,10 @@
 namespace solsys::draw {
 namespace {
 
-std::string clock(const sky::Instant& t) {
-    const std::string iso = t.plus_seconds(0.5).iso(0);
-    return iso.substr(iso.find('T') + 1, 8);
+// "17:45:57" by the clock of a zone.
+std::string clock(const sky::Instant& t, const sky::Zone& zone) {
+    const std::string text = zone.seconds(t);
+    return text.substr(text.rfind(' ') + 1);
 }
 
 TextStyle words(double size, const std::string& fill, Anchor anchor = Anchor::kStart,
@@ -63,12 +64,15 @@ void draw_disk(Svg& svg, Point at, double radius, const sky::EclipsedSun& sun, i
                     id, number(at.x), number(at.y), number(radius * (corona ? 1.8 : 1.01))));
     svg.circle(moon, radius * sun.moon,
                Style::filled("#0a0c12").clipped(fmt::format("d{}", id)));
-    if (!corona) svg.circle(moon, radius * sun.moon, Style::line("#8b97a8", 0.6, 0.5, "2 4"));
+    if (!corona)
+        svg.circle(moon, radius * sun.moon,
+                   Style::line("#8b97a8", 0.6, 0.5, "2 4").clipped("panel"));
 }
 
 }  // namespace
 
-std::string moon_in_shadow_svg(sky::Model& model, const sky::Eclipse& eclipse, bool light) {
+std::string moon_in_shadow_svg(sky::Model& model, const sky::Eclipse& eclipse,
+                               const sky::Zone& zone, bool light) {
     const Theme& theme = draw::theme(light);
     const std::string title = title_of(eclipse);
     constexpr double kWidth = 1000, kHeight = 860;
@@ -76,7 +80,7 @@ std::string moon_in_shadow_svg(sky::Model& model, const sky::Eclipse& eclipse, b
     constexpr double kScale = 255;  // pixels per degree
     Svg svg(kWidth, kHeight, theme.page, title, title + ": the Moon's way through the shadow");
     svg.text({24, 48}, title, words(28, theme.ink, Anchor::kStart, true));
-    svg.text({24, 74}, "The Moon in the Earth's shadow, times in Universal Time",
+    svg.text({24, 74}, "The Moon in the Earth's shadow, times: " + zone.name(),
              words(14, theme.faint));
 
     const auto middle = sky::moon_in_shadow(model, eclipse, eclipse.greatest);
@@ -88,10 +92,14 @@ std::string moon_in_shadow_svg(sky::Model& model, const sky::Eclipse& eclipse, b
                Style::filled(light ? "#8d8f96" : "#3a3f4c", 0.55).outlined(theme.faint, 0.8));
     svg.circle(kCentre, kScale * middle->umbra,
                Style::filled(light ? "#4a3230" : "#1a0e10", 0.9).outlined("#a5422c", 1));
-    svg.text({kCentre.x, kCentre.y + kScale * middle->umbra - 12}, "umbra",
-             words(13, "#d58a70", Anchor::kMiddle));
-    svg.text({kCentre.x, kCentre.y + kScale * middle->penumbra - 10}, "penumbra",
-             words(13, light ? "#26282e" : "#b9c0cc", Anchor::kMiddle));
+    // On the side that the Moon does not come to.
+    const double side = at(*middle).y > kCentre.y ? -1 : 1;
+    const auto named = [&](double radius, const char* name, const std::string& colour) {
+        svg.text({kCentre.x, kCentre.y + side * (kScale * radius - 14) + 4}, name,
+                 words(13, colour, Anchor::kMiddle));
+    };
+    named(middle->umbra, "umbra", "#d58a70");
+    named(middle->penumbra, "penumbra", light ? "#26282e" : "#b9c0cc");
 
     static constexpr const char* kNames[] = {"P1", "P2", "P3", "P4", "U1", "U2", "U3", "U4"};
     struct Moment {
@@ -112,36 +120,40 @@ std::string moon_in_shadow_svg(sky::Model& model, const sky::Eclipse& eclipse, b
                 sky::moon_in_shadow(model, eclipse, first.plus_days(length * i / 40)))
             way.push_back(at(*m));
     svg.polyline(way, Style::line(theme.accent, 1.2, 0.8, "6 4"));
-    bool above = true;
+    // The disks first: none covers another one's words.
+    std::vector<Point> places;
+    std::vector<double> radii;
     for (const Moment& moment : moments) {
         const auto m = sky::moon_in_shadow(model, eclipse, moment.t);
-        if (!m) continue;
-        const Point p = at(*m);
-        const double r = kScale * m->moon;
-        svg.circle(p, r,
-                   Style::filled(mixed(kFullMoon, kRedMoon, depth_in_umbra(*m)).hex(), 0.82)
-                       .outlined(light ? "#5a4a30" : "#fff3d6", 0.7));
-        const double y = above ? p.y - r - 26 : p.y + r + 18;
+        places.push_back(m ? at(*m) : kCentre);
+        radii.push_back(m ? kScale * m->moon : 0);
+        if (m)
+            svg.circle(places.back(), radii.back(),
+                       Style::filled(mixed(kFullMoon, kRedMoon, depth_in_umbra(*m)).hex(), 0.82)
+                           .outlined(light ? "#5a4a30" : "#fff3d6", 0.7));
+    }
+    for (std::size_t i = 0; i < moments.size(); ++i) {
+        const bool above = i % 2 == 0;
+        const double y = places[i].y + (above ? -radii[i] - 26 : radii[i] + 18);
         TextStyle name = words(13, theme.ink, Anchor::kMiddle, true);
         TextStyle time = words(12.5, theme.ink, Anchor::kMiddle);
         name.halo = time.halo = theme.page;
-        svg.text({p.x, y}, moment.name, name);
-        svg.text({p.x, y + 16}, clock(moment.t), time);
-        above = !above;
+        svg.text({places[i].x, y}, moments[i].name, name);
+        svg.text({places[i].x, y + 16}, clock(moments[i].t, zone), time);
     }
     compass(svg, {940, 780}, theme.faint);
     svg.line({24, 800}, {24 + kScale / 2, 800}, Style::line(theme.ink, 2));
     svg.text({24, 822}, "30 arcminutes", words(13, theme.faint));
     svg.text({220, 804},
-             fmt::format("magnitude {:.4f}   gamma {:+.4f}   Saros {}", eclipse.magnitude,
-                         eclipse.gamma, eclipse.saros),
+             fmt::format("magnitude {:.4f} \u00b7 gamma {:+.4f} \u00b7 Saros {}",
+                         eclipse.magnitude, eclipse.gamma, eclipse.saros),
              words(14, theme.ink));
     return svg.str();
 }
 
 std::string eclipsed_sun_svg(sky::Model& model, const sky::Eclipse& eclipse,
                              const sky::LocalEclipse& local, const sky::Site& site,
-                             bool light) {
+                             const sky::Zone& zone, bool light) {
     const Theme& theme = draw::theme(light);
     const std::string title = title_of(eclipse);
     constexpr double kRadius = 62, kStep = 190;
@@ -168,9 +180,13 @@ std::string eclipsed_sun_svg(sky::Model& model, const sky::Eclipse& eclipse,
         "<stop offset=\"0.7\" stop-color=\"#dfe8ff\" stop-opacity=\"0.6\"/>"
         "<stop offset=\"1\" stop-color=\"#9fb4e8\" stop-opacity=\"0\"/></radialGradient>\n");
     svg.text({24, 46}, title, words(26, theme.ink, Anchor::kStart, true));
-    svg.text({24, 72}, fmt::format("as seen from {}, times in Universal Time", site.name),
+    svg.text({24, 72}, fmt::format("as seen from {}, times: {}", site.name, zone.name()),
              words(14, theme.faint));
     svg.rectangle({16, 92}, width - 32, 190, Style::filled("#101a2e"), 8);
+    svg.raw(
+        fmt::format("<clipPath id=\"panel\"><rect x=\"16\" y=\"92\" width=\"{}\" "
+                    "height=\"190\"/></clipPath>\n",
+                    number(width - 32)));
     const double left = (width - kStep * static_cast<double>(moments.size())) / 2 + kStep / 2;
     for (std::size_t i = 0; i < moments.size(); ++i) {
         const Point at{left + kStep * static_cast<double>(i), 187};
@@ -180,7 +196,7 @@ std::string eclipsed_sun_svg(sky::Model& model, const sky::Eclipse& eclipse,
             draw_disk(svg, at, kRadius, *sun, static_cast<int>(i), whole);
         }
         svg.text({at.x, 308}, moments[i].name, words(14, theme.ink, Anchor::kMiddle, true));
-        svg.text({at.x, 328}, clock(m.at), words(14, theme.ink, Anchor::kMiddle));
+        svg.text({at.x, 328}, clock(m.at, zone), words(14, theme.ink, Anchor::kMiddle));
         svg.text({at.x, 348},
                  m.altitude_deg < -0.83
                      ? std::string("below the horizon")

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "draw/label_layout.h"
 #include "draw/palette.h"
 #include "solsys/diary.h"
 #include "solsys/sky/zone.h"
@@ -57,15 +58,26 @@ class Chart {
             svg_.circle(
                 where, 3.5,
                 Style::filled(body_colour(curve.planet.id, theme_)).outlined(theme_.ink, 0.8));
-            const bool right = where.x > kLeft + kPlot - 60;
-            TextStyle style = words(10, theme_.faint, right ? Anchor::kEnd : Anchor::kStart);
-            style.halo = theme_.panel;
-            svg_.text({where.x + (right ? -7 : 7), where.y + 3.5}, mark, style);
+            marks_.push_back({where, mark});
             return;
         }
     }
 
-    Svg take() { return std::move(svg_); }
+    // Words beside the marks, as far as there is room; those that had to move have a line.
+    Svg take() {
+        constexpr double size = 10;
+        LabelLayout labels({kLeft + kPlot + 60, kTop + kHeight});
+        for (const auto& [at, text] : marks_) labels.occupy(at, 4), labels.add_rival(at);
+        for (const auto& [at, text] : marks_) {
+            const auto place = labels.beside(at, 4, text_width(text, size) + 2, size + 1, 48);
+            if (!place) continue;
+            if (place->moved) svg_.line(at, place->middle, Style::line(theme_.faint, 0.6, 0.7));
+            TextStyle style = words(size, theme_.ink, Anchor::kMiddle);
+            style.halo = theme_.panel;
+            svg_.text({place->middle.x, place->middle.y + size * 0.35}, text, style);
+        }
+        return std::move(svg_);
+    }
 
   private:
     static const char* mark_of(int kind) {
@@ -142,6 +154,11 @@ class Chart {
     const Theme& theme_;
     Svg svg_;
     int names_ = 0;
+    struct Mark {
+        Point at;
+        const char* text;
+    };
+    std::vector<Mark> marks_;
 };
 
 }  // namespace

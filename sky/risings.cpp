@@ -33,6 +33,26 @@ class AtSite {
     bool known_;
 };
 
+constexpr double kShortestDay = 0.9, kLongestDay = 1.1;  // of anything from transit to transit
+
+// The upper transit nearest to a guess, for a body that comes to the meridian after each `day`,
+// if that is known: the guess is then good to seconds, and one look at the sky enough. To 0.1
+// s.
+std::optional<Culmination> culmination_near(v::SkyAt& sky, const SSO_ID& id, double t,
+                                            std::optional<double> day) {
+    constexpr double kSecond = 1.0 / 86400;
+    const double pace = day.value_or(1) / v::kSolarPerSidereal;
+    for (int pass = 0; pass < 12; ++pass) {
+        const auto place = sky.apparent(id, t);
+        if (!place) return std::nullopt;
+        const double step = pace * v::time_to_hour_angle(sky, *place, 0);
+        if (std::fabs(step) < (day ? 2 : 0.5) * kSecond)
+            return Culmination{t + step, sky.horizontal(*place).altitude * kDegrees};
+        t += step;
+    }
+    return std::nullopt;
+}
+
 // What happens in the course of a visit.
 struct Event {
     enum Kind { kAstronomical, kNautical, kCivil, kHorizon, kTransit };
@@ -109,13 +129,21 @@ std::vector<Culmination> culminations(Model& model, const Site& site, const Body
     if (!at_site.known()) return found;
     v::SkyAt sky(model.classic());
     const search::Span within = span_of(span);
+    double day = 1;  // from one to the next, and how that grows
+    double growth = 0;
+    std::optional<double> last;
     for (double t = within.start; t <= within.end + 0.5;) {
-        const auto passage = v::passage(sky, body.id, t, 0);
-        const auto there = passage ? sky.horizontal(body.id) : std::nullopt;
-        if (!there || passage->time > within.end) return found;
-        if (passage->time >= within.start)
-            found.push_back({passage->time, there->altitude * kDegrees});
-        t = passage->time + 1;
+        const auto next =
+            culmination_near(sky, body.id, t, last ? std::optional(day) : std::nullopt);
+        if (!next || next->jd_tt > within.end) return found;
+        if (next->jd_tt >= within.start) found.push_back(*next);
+        if (last) {
+            const double before = day;
+            day = std::clamp(next->jd_tt - *last, kShortestDay, kLongestDay);
+            growth = before == 1 ? 0 : day - before;
+        }
+        last = next->jd_tt;
+        t = *last + day + growth;
     }
     return found;
 }

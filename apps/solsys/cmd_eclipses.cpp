@@ -207,10 +207,11 @@ void draw(sky::Model& model, const Request& request, const Setting& setting,
     const bool light = request.picture.light;
     if (row.solar() && !setting.site)
         throw BadInput("--svg: the Sun's disk is that of a place: --city or --site (or --map)");
-    write_picture(row.solar() ? solsys::draw::eclipsed_sun_svg(model, row.eclipse, *row.local,
-                                                               *setting.site, light)
-                              : solsys::draw::moon_in_shadow_svg(model, row.eclipse, light),
-                  request.picture);
+    write_picture(
+        row.solar() ? solsys::draw::eclipsed_sun_svg(model, row.eclipse, *row.local,
+                                                     *setting.site, setting.zone, light)
+                    : solsys::draw::moon_in_shadow_svg(model, row.eclipse, setting.zone, light),
+        request.picture);
 }
 
 void run(const Request& request) {

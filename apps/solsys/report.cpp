@@ -29,6 +29,10 @@ std::string csv_text(const std::string& text) {
 }
 
 std::string json_text(const std::string& text) {
+    const bool plain = std::all_of(text.begin(), text.end(), [](char c) {
+        return c >= 0x20 && c < 0x7f && c != '"' && c != '\\';
+    });
+    if (plain) return '"' + text + '"';
     std::string out = "\"";
     for (const char c : valid_utf8(text)) {
         if (c == '"' || c == '\\') {
@@ -117,7 +121,12 @@ std::string text_of(const Cell& cell, const Shown& shown) {
 }
 
 Report::Report(Format format, std::vector<Heading> headings, Context context)
-    : format_(format), headings_(std::move(headings)), context_(std::move(context)) {}
+    : format_(format), headings_(std::move(headings)), context_(std::move(context)) {
+    for (const Heading& heading : headings_)
+        json_keys_.push_back(heading.name.empty() ? "" : json_text(heading.name) + ": ");
+    for (const auto& [key, value] : context_)
+        json_context_ += ",\n    " + json_text(key) + ": " + json_value(value);
+}
 
 void Report::add(std::vector<Cell> row) {
     row.resize(headings_.size());
@@ -135,14 +144,12 @@ void Report::finish() {
 void Report::add_json(const std::vector<Cell>& row) {
     std::string out = count_ == 0 ? "[\n  {" : ",\n  {";
     const char* separator = "\n    ";
-    const auto add = [&](const std::string& key, const Cell& value) {
-        if (key.empty()) return;
-        out += separator + json_text(key) + ": " + json_value(value);
+    for (std::size_t c = 0; c < row.size(); ++c) {
+        if (json_keys_[c].empty()) continue;
+        out += separator + json_keys_[c] + json_value(row[c]);
         separator = ",\n    ";
-    };
-    for (std::size_t c = 0; c < row.size(); ++c) add(headings_[c].name, row[c]);
-    for (const auto& [key, value] : context_) add(key, value);
-    fmt::print("{}\n  }}", out);
+    }
+    fmt::print("{}{}\n  }}", out, json_context_);
 }
 
 void Report::add_csv(const std::vector<Cell>& row) {

@@ -68,6 +68,8 @@ class Report {
     Format format_;
     std::vector<Heading> headings_;
     Context context_;
+    std::vector<std::string> json_keys_;  // of the columns, as text; empty: not in JSON
+    std::string json_context_;
     std::vector<std::vector<Cell>> rows_;  // of a table
     std::size_t count_ = 0;
 };
