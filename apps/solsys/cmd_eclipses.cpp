@@ -80,6 +80,7 @@ void write_maps(sky::Model& model, const Request& request, const std::vector<Row
 
 void add_circumstances(Columns& columns, const Setting& setting) {
     using sky::Eclipse;
+    const bool wide = !setting.site;  // what is seen there needs the room
     const auto number = [](const char* name, const char* title, int decimals, auto get) {
         return Column<Row>{name, title, fixed(decimals),
                            [get](const Row& r) { return Cell(get(r.eclipse)); }};
@@ -101,8 +102,8 @@ void add_circumstances(Columns& columns, const Setting& setting) {
         {"delta_t_s", "", nullptr,
          [](const Row& r) { return r.eclipse.greatest.delta_t_seconds(); }},
         number("magnitude", "Mag", 4, [](const Eclipse& e) { return e.magnitude; }),
-        number("gamma", "Gamma", 4, [](const Eclipse& e) { return e.gamma; }),
-        {"saros", "Saros", nullptr,
+        number("gamma", wide ? "Gamma" : "", 4, [](const Eclipse& e) { return e.gamma; }),
+        {"saros", wide ? "Saros" : "", nullptr,
          [](const Row& r) { return Cell(static_cast<long long>(r.eclipse.saros)); }},
         {"lunation", "", nullptr,
          [](const Row& r) { return Cell(static_cast<long long>(r.eclipse.lunation)); }}};

@@ -7,6 +7,7 @@
 #include "apps/solsys/columns.h"
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
+#include "apps/solsys/long_search.h"
 #include "apps/solsys/moon_events.h"
 #include "apps/solsys/picture.h"
 #include "draw/moons_picture.h"
@@ -105,8 +106,11 @@ solsys::draw::Svg waves(sky::Model& model, const Request& request, const Setting
         period = std::min(period, model.classic().GetOrbitalPeriod(moon.id));
     const double step = std::max(std::min(period / 60, days / 200), days / 4000);
     std::vector<Configuration> instants;
-    for (int i = 0; i * step < days; ++i)
+    LongSearch search;
+    for (int i = 0; i * step < days; ++i) {
+        if (!search.go_on(i * step / days)) throw NothingFound("stopped: no picture");
         instants.push_back(configuration_at(model, planet, moons, t.plus_days(i * step)));
+    }
     instants.push_back(configuration_at(model, planet, moons, t.plus_days(days)));
     const std::string title = fmt::format("{}'s moons from {} ({})", planet.name,
                                           setting.zone.date_time(t), setting.zone.name());

@@ -88,13 +88,16 @@ Columns columns_for(const Setting& setting, const std::string& twilight) {
     return columns;
 }
 
-// The days of a span by the clock; an end on a midnight belongs to the day before.
+// The days of a span by the clock: that of --from alone without --to; an end on a midnight
+// belongs to the day before.
 struct Dates {
     sky::CivilDate first, last;
 };
-Dates dates_of(const sky::Span& span, const Setting& setting) {
+Dates dates_of(const sky::Span& span, const Options& options, const Setting& setting) {
+    const sky::CivilDate first = setting.zone.date(span.from);
+    if (!options.to) return {first, first};
     const sky::Instant end = span.days() > 0 ? span.to.plus_seconds(-1e-3) : span.to;
-    return {setting.zone.date(span.from), setting.zone.date(end)};
+    return {first, setting.zone.date(end)};
 }
 
 struct BodyDays {
@@ -166,7 +169,7 @@ void list_by_time(const std::vector<BodyDays>& found, const Setting& setting,
 
 void list(sky::Model& model, const Request& request, const Setting& setting) {
     const sky::Span span = span_of(request.options, setting, 1);
-    const Dates dates = dates_of(span, setting);
+    const Dates dates = dates_of(span, request.options, setting);
     if (span.days() > 36600) throw BadInput("--to: at most a hundred years in one go");
     std::vector<std::string> names = request.bodies;
     const auto own = own_orbit_of(request.orbit, span.from);
@@ -235,7 +238,7 @@ void add_rise_set(CommandLine& main) {
     command.words("bodies", request->bodies,
                   "Bodies, stars, groups (without: the Sun and the Moon)");
     add_orbit_options(command, request->orbit);
-    add_span_options(command, request->options, "a day");
+    add_span_options(command, request->options, "the day of --from");
     command.text("--calendar", request->month, "The Sun and the Moon of a month: YYYY-MM");
     command.text("--twilight", request->twilight,
                  "Shown as dawn and dusk: civil, nautical or astronomical");

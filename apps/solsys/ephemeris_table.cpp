@@ -8,6 +8,7 @@
 
 #include "apps/solsys/columns.h"
 #include "apps/solsys/failure.h"
+#include "apps/solsys/long_search.h"
 #include "solsys/sky/orbits.h"
 
 namespace app {
@@ -253,8 +254,12 @@ void print_ephemeris(const EphemerisRequest& request, const Setting& setting,
     Ages ages;
     Table<Row> table(setting.format, columns_for(layout, setting, elements),
                      setting.context(model));
+    LongSearch search;
+    const double all = static_cast<double>(bodies.size() * instants.size());
+    double done = 0;
     for (const sky::Body& body : bodies) {
         for (const sky::Instant& t : instants) {
+            if (!search.go_on(done++ / all)) break;
             move_to(model, t);
             const Row row = row_of(model, body, t, frame.frame);
             ages.consider(row);

@@ -181,7 +181,8 @@ void Report::print_table() const {
             lines[r + 1].push_back(text_of(rows_[r][c], headings_[c].format));
             width = std::max(width, width_of(lines[r + 1].back()));
             numeric = numeric || is_number(rows_[r][c]);
-            something = something || !lines[r + 1].back().empty();
+            something =
+                something || (!lines[r + 1].back().empty() && lines[r + 1].back() != "-");
         }
         if (!something && !rows_.empty()) {
             // A column without a value in any row would only take room.
