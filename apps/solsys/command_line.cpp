@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "apps/solsys/failure.h"
+#include "apps/solsys/shell_help.h"
 #include "solsys/sky/names.h"
 
 namespace app {
@@ -131,6 +132,12 @@ std::vector<std::string> CommandLine::names() const {
     for (const CLI::App* command : std::as_const(*parser_).get_subcommands(nullptr))
         names.push_back(command->get_name());
     return names;
+}
+
+std::string CommandLine::manual() const { return manual_page(*parser_, parser_->version()); }
+
+std::string CommandLine::completions(const std::string& shell) const {
+    return app::completions(*parser_, shell);
 }
 
 void CommandLine::run(std::vector<std::string> words) {

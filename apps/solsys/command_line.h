@@ -60,6 +60,10 @@ class CommandLine {
     Command add(const std::string& name, const std::string& what);
     // Names of the subcommands, as declared.
     [[nodiscard]] std::vector<std::string> names() const;
+    // For man(1), and for the completion of words in a shell ("bash", "zsh", "fish"; empty for
+    // another).
+    [[nodiscard]] std::string manual() const;
+    [[nodiscard]] std::string completions(const std::string& shell) const;
     // Runs the subcommand that the words ask for, or prints help or the version. Throws
     // BadInput for words that it cannot read, and what the subcommand throws.
     void run(std::vector<std::string> words);
