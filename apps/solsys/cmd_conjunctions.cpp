@@ -94,7 +94,7 @@ void run(const Request& request) {
             if (bodies[i].id == bodies[j].id)
                 throw BadInput(fmt::format("bodies: {} is named twice", bodies[i].name));
     sky::Model model = model_of(request.options, setting);
-    for (const sky::Body& body : bodies) need(model.add(body));
+    for (const sky::Body& body : bodies) make_known(model, body);
     bodies.size() == 2 ? list_pairs(model, request, bodies, span, setting)
                        : list_gatherings(model, request, bodies, span, setting);
 }

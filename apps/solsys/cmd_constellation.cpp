@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "apps/solsys/angles.h"
+#include "apps/solsys/columns.h"
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
 #include "apps/solsys/options.h"
@@ -35,6 +36,7 @@ Row row_of(sky::Model& model, const Request& request) {
         place.dec_deg = parse_declination(*request.second);
     } else {
         const sky::Body body = need(sky::find_body(request.first, model.instant()));
+        make_known(model, body);
         const auto seen = sky::apparent_place(model, body);
         if (!seen) throw BadInput(fmt::format("{} cannot be computed then", body.name));
         place = *seen;

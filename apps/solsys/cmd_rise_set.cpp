@@ -182,7 +182,7 @@ void list(sky::Model& model, const Request& request, const Setting& setting) {
         if (!search.go_on(static_cast<double>(found.size()) /
                           static_cast<double>(bodies.size())))
             break;
-        need(model.add(body));
+        own&&& body == &bodies.back() ? void(need(model.add(body))) : make_known(model, body);
         if (!model.move_to(span.from) || !sky::apparent_place(model, body))
             throw BadInput(fmt::format("{} cannot be computed on {}: {}", body.name,
                                        span.from.iso(0), span_of_source(model)));

@@ -7,6 +7,7 @@
 
 #include "apps/solsys/failure.h"
 #include "solsys/de_ephemeris.h"
+#include "solsys/sky/orbits.h"
 
 namespace app {
 
@@ -35,6 +36,11 @@ std::string span_of_source(const sky::Model& model) {
         return "the built-in theory serves the years -3000 to 3000";
     const double* const range = DE_Ephemeris::getTimeRange();
     return fmt::format("the ephemeris file serves {} to {}", date(range[0]), date(range[1]));
+}
+
+void make_known(sky::Model& model, const sky::Body& body) {
+    need(model.add(body));
+    if (body.has_elements()) need(sky::integrate(model, body));
 }
 
 std::vector<sky::Body> bodies_called(const std::vector<std::string>& names,

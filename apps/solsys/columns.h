@@ -25,6 +25,10 @@ std::string span_of_source(const sky::Model& model);
 std::vector<sky::Body> bodies_called(const std::vector<std::string>& names,
                                      const sky::Instant& near);
 
+// Makes a body known to a model; those of the sample of minor planets and comets are
+// integrated, so that every subcommand has one place for them. Throws BadInput.
+void make_known(sky::Model& model, const sky::Body& body);
+
 template <class Row, class Get>
 void add_appearance_columns(std::vector<Column<Row>>& columns, Get looks, Shows shows) {
     const auto title = [shows](const char* text, Shows least) {
