@@ -11,8 +11,8 @@
 //      setting.context(model) to the table, so that rows say site, zone, source and version.
 //   3. commands.h and the list in main.cpp: a line each.
 //   4. draw/NAME_picture.*: a picture, if there is one, from sky/ values; add_picture_options
-//   and
-//      write_picture (picture.h) put it where it belongs.
+//      and write_picture (picture.h) put it where it belongs. What takes long runs with a
+//      LongSearch (long_search.h): a bar on the terminal, and Ctrl-C.
 //   5. docs/command.md: the keys, in its table (a test compares them with what is printed), and
 //      tests/apps: a row of the table test with every numeric column against recorded values.
 // Input that cannot be used throws BadInput (status 2; the message names the argument), nothing
