@@ -101,16 +101,20 @@ class Perturbers::Asteroids final : public Force {
     bool evaluate(int node, const double* x, const double* v, double* f) override {
         const auto& [at, of_sun] = nodes_[static_cast<std::size_t>(node)];
         std::array<Vec3, kCount> r;
-        for (std::size_t i = 0; i < kCount; ++i) r[i] = load(x + 3 * i) - at.sun;
+        Vec3 of_sun_by_all = of_sun;
+        std::array<Vec3, kCount> of_sun_by;
         for (std::size_t i = 0; i < kCount; ++i) {
-            Vec3 sum = about_the_sun({r[i], load(v + 3 * i)}) - of_sun +
+            r[i] = load(x + 3 * i) - at.sun;
+            of_sun_by[i] = attraction(kAsteroids[i].gm, r[i]);
+            of_sun_by_all += of_sun_by[i];
+        }
+        for (std::size_t i = 0; i < kCount; ++i) {
+            Vec3 sum = about_the_sun({r[i], load(v + 3 * i)}) - (of_sun_by_all - of_sun_by[i]) +
                        attraction(kMassiveGm[kMercury], at.r[kMercury] - r[i]);
             for (const MassiveBody body : kSwaying)
                 sum += attraction(mass_of(body), at.r[body] - r[i]);
             for (std::size_t j = 0; j < kCount; ++j)
-                if (j != i)
-                    sum += attraction(kAsteroids[j].gm, r[j] - r[i]) -
-                           attraction(kAsteroids[j].gm, r[j]);
+                if (j != i) sum += attraction(kAsteroids[j].gm, r[j] - r[i]);
             store(sum, f + 3 * i);
         }
         return true;

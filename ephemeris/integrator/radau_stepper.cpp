@@ -54,12 +54,14 @@ double shortened(double T) {
     return std::isfinite(rounded) ? rounded : T;
 }
 
-// Calls the function with the number of coordinates, as a constant for one body: its loops are
-// then unrolled.
+// Calls the function with the number of coordinates, as a constant for one body and for three:
+// its loops are then unrolled.
 template <class Function>
 void with_size(std::size_t n, Function&& function) {
     if (n == 3)
         function(std::integral_constant<std::size_t, 3>{});
+    else if (n == 9)
+        function(std::integral_constant<std::size_t, 9>{});
     else
         function(n);
 }
