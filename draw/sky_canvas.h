@@ -45,6 +45,7 @@ void add_ecliptic(SkyCanvas& canvas);
 void add_objects(SkyCanvas& canvas);
 void add_stars(SkyCanvas& canvas);
 void add_bodies(SkyCanvas& canvas);
+void add_tracks(SkyCanvas& canvas, const SkyPicture& picture);
 void add_body_names(SkyCanvas& canvas);
 void add_star_names(SkyCanvas& canvas);
 void add_object_names(SkyCanvas& canvas);

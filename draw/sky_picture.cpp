@@ -209,6 +209,7 @@ Svg draw_sky(const sky::SkyChart& chart, const SkyPicture& picture) {
     add_stars(canvas);
     add_bodies(canvas);
     keep_clear(canvas);
+    add_tracks(canvas, picture);
     add_body_names(canvas);
     add_star_names(canvas);
     add_object_names(canvas);

@@ -21,7 +21,10 @@ Satellite satellite_of(const TLERecord& record) {
 // Ours: 0 the catalogue number or the whole name, 1 part of the name, 2 neither.
 int rank_of(const Satellite& satellite, const std::string& wanted) {
     const std::string name = folded(satellite.name);
-    if (name == wanted || std::to_string(satellite.elements.number) == wanted) return 0;
+    // "00042" is 42.
+    const std::string number =
+        wanted.substr(std::min(wanted.find_first_not_of('0'), wanted.size()));
+    if (name == wanted || std::to_string(satellite.elements.number) == number) return 0;
     return name.find(wanted) != std::string::npos ? 1 : 2;
 }
 
@@ -55,8 +58,9 @@ Result<SatelliteList> read_satellites(const std::string& path) {
         return Failure{in_quotes(path) + " cannot be read"};
     SatelliteList list = parse_satellites(text);
     if (!list.satellites.empty()) return list;
-    if (list.problems.empty()) return Failure{"no element set in " + in_quotes(path)};
-    return Failure{in_quotes(path) + ": " + list.problems.front()};
+    std::string message = "no element set in " + in_quotes(path);
+    if (!list.problems.empty()) message += ": " + list.problems.front();
+    return Failure{message};
 }
 
 Result<Satellite> find_satellite(const std::vector<Satellite>& list, std::string_view name,

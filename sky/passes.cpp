@@ -209,7 +209,7 @@ class PassDetails {
         std::sort(found.begin(), found.end());
         for (const auto& [t, light] : found) {
             out.light_changes.push_back({view(t)});
-            out.light_changes.back().view.light = static_cast<Light>(light);
+            out.light_changes.back().place.light = static_cast<Light>(light);
         }
     }
 
@@ -244,6 +244,22 @@ std::vector<Pass> passes(Model& model, const Site& site, const Satellite& satell
         Pass pass = details.pass();
         if (pass.culmination.altitude_deg >= limits.culmination_deg)
             out.push_back(std::move(pass));
+    }
+    return out;
+}
+
+std::vector<SatellitePlace> path_of(Model& model, const Site& site, const Satellite& satellite,
+                                    const Span& span, double step_s) {
+    constexpr double kMost = 1e6;
+    const auto elements = prepared(satellite.elements);
+    const double count = span.days() * kSecondsPerDay / step_s;
+    if (!elements || !(step_s > 0) || !(count >= 0 && count <= kMost)) return {};
+    SatelliteTrack track(model, site, *elements, span.from);
+    track.set_standard_magnitude(satellite.standard_magnitude);
+    std::vector<SatellitePlace> out;
+    for (int k = 0; k <= count; ++k) {
+        const double t = k * step_s / kSecondsPerDay;
+        if (const auto look = track.look(t)) out.push_back(track.view(*look, t));
     }
     return out;
 }

@@ -33,6 +33,7 @@ void add_occultations(CommandLine& main);
 void add_constellation(CommandLine& main);
 void add_orbit(CommandLine& main);
 void add_approaches(CommandLine& main);
+void add_tle(CommandLine& main);
 void add_moons(CommandLine& main);
 void add_info(CommandLine& main);
 void add_eclipses(CommandLine& main);

@@ -23,6 +23,7 @@ void declare_commands(app::CommandLine& main) {
     app::add_moons(main);
     app::add_orbit(main);
     app::add_approaches(main);
+    app::add_tle(main);
     app::add_constellation(main);
     app::add_info(main);
     app::add_ephemeris_info(main);

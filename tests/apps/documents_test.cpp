@@ -88,6 +88,7 @@ constexpr const char* kRows[] = {
     "occultations --city Oslo --from 2026-01-01 --to 2026-02-01",
     "eclipses --city Oslo --from 2026 --to 2027",
     "approaches apophis --from 2029 --to 2030",
+    "tle data/catalogue/element_sets_sample.txt --city Oslo --from 2006-06-27 --to 2006-06-28",
     "constellation sirius",
     "ephemeris-info " SOLSYS_DE405,
 };

@@ -66,9 +66,9 @@ TEST_F(Passes, AgreeWithAnIndependentChain) {
         std::size_t k = 0;
         for (std::string text; recorded >> text; k += 2, ++shadows) {
             ASSERT_LT(k + 1, mine->light_changes.size()) << label;
-            const Instant first = mine->light_changes[k].view.at;
+            const Instant first = mine->light_changes[k].place.at;
             const Instant middle =
-                first.plus_days(days_between(first, mine->light_changes[k + 1].view.at) / 2);
+                first.plus_days(days_between(first, mine->light_changes[k + 1].place.at) / 2);
             EXPECT_LT(seconds_between(middle, *Instant::from_iso(text)), 0.2) << label;
         }
         ++found;
@@ -90,9 +90,8 @@ TEST_F(Passes, MissNothingThatAScanSees) {
         const Span span{craft.epoch(), craft.epoch().plus_days(days)};
         int rises = 0, found_rises = 0, unseen = 0;
         bool was_up = true;
-        for (double t = 0; t < days; t += kStep) {
-            const auto place = satellite_place(model_, site, craft, span.from.plus_days(t));
-            const bool up = place && place->altitude_deg >= horizon;
+        for (const SatellitePlace& place : path_of(model_, site, craft, span, 30)) {
+            const bool up = place.altitude_deg >= horizon;
             rises += up && !was_up;
             was_up = up;
         }
@@ -127,7 +126,7 @@ TEST_F(Passes, TellBrightness) {
         const double distance = 5 * std::log10(pass.best->range_km / 1000);
         EXPECT_GT(*pass.best->magnitude, -1.8 + distance - 2.5 * std::log10(M_PI));
         for (const LightChange& change : pass.light_changes)
-            EXPECT_NEAR(change.view.sun_visible, change.view.sun_visible > 0.5 ? 1 : 0, 1e-3);
+            EXPECT_NEAR(change.place.sun_visible, change.place.sun_visible > 0.5 ? 1 : 0, 1e-3);
     }
     EXPECT_GT(seen, 0);
 }

@@ -42,7 +42,7 @@ struct SatellitePlace {
 
 /// A satellite goes into the shadow, or out of it.
 struct LightChange {
-    SatellitePlace view;  ///< at that instant; its `light` is what begins
+    SatellitePlace place;  ///< at that instant; its `light` is what begins
 };
 
 /// A stretch above the horizon.
@@ -79,5 +79,11 @@ SOLSYS_API std::vector<Pass> passes(Model& model, const Site& site, const Satell
 SOLSYS_API std::optional<SatellitePlace> satellite_place(Model& model, const Site& site,
                                                          const Satellite& satellite,
                                                          const Instant& t);
+
+/// Where it stands every `step_s` seconds of a span (at most a million), those instants left
+/// out at which it has no state.
+SOLSYS_API std::vector<SatellitePlace> path_of(Model& model, const Site& site,
+                                               const Satellite& satellite, const Span& span,
+                                               double step_s);
 
 }  // namespace solsys::sky
