@@ -279,7 +279,8 @@ int main() {
         "shared,\n"
         "compare with that line. Allocations are those of the whole call for each thing "
         "found:\n"
-        "the lists and the records in them; no sampling loop has any.\n\n"
+        "the lists and the records in them, and what an integration keeps; searches have none "
+        "for a sample.\n\n"
         "| what | source | time | DE states | aim | found | allocations for each |\n"
         "|---|---|---|---|---|---|---|\n",
         1e9 * de_state_seconds());
