@@ -1,6 +1,7 @@
 #include "solsys/sky/zone.h"
 
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -23,7 +24,10 @@ std::optional<Zone::Rules> system_rules(std::string_view name) {
     if (name.find("..") != std::string_view::npos || name.starts_with('/') ||
         name.find('\\') != std::string_view::npos)
         return std::nullopt;
-    std::ifstream file(kSystemZones + std::string(name), std::ios::binary);
+    const std::string path = kSystemZones + std::string(name);
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored)) return std::nullopt;  // "Europe"
+    std::ifstream file(path, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     return read_zone_file(bytes);
 }

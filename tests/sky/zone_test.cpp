@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <limits>
 
 namespace solsys::sky {
 namespace {
@@ -25,6 +26,11 @@ TEST(CivilDate, CountsDaysAsTheStandardLibraryDoes) {
     }
     EXPECT_EQ(date_of_julian_day(0), (CivilDate{-4712, 1, 1}));
     EXPECT_EQ(date_of_julian_day(2299160), (CivilDate{1582, 10, 4}));
+    // Months and days outside their range run on, the absurd to the ends.
+    EXPECT_EQ(julian_day_number({2026, 14, 31}), julian_day_number({2027, 3, 3}));
+    EXPECT_EQ(julian_day_number({2000, -11, 1}), julian_day_number({1999, 1, 1}));
+    EXPECT_GT(julian_day_number({2000, std::numeric_limits<int>::max(), 1}), 60000000);
+    EXPECT_LT(julian_day_number({2000, std::numeric_limits<int>::min(), 1}), -60000000);
     for (int number = -3000000; number < 2299161; number += 991)
         EXPECT_EQ(julian_day_number(date_of_julian_day(number)), number);
 }
@@ -64,6 +70,12 @@ TEST(Zone, FollowsItsRuleBeyondTheLastListedChange) {
     // A reading that occurs twice is the first; one that is skipped keeps the old offset.
     EXPECT_EQ(berlin.instant({{2060, 10, 31}, 2, 30, 0}).iso(0), "2060-10-31T00:30:00Z");
     EXPECT_EQ(berlin.instant({{2060, 3, 28}, 2, 30, 0}).iso(0), "2060-03-28T01:30:00Z");
+}
+
+// Folders of the database, names that lead out of it, none at all.
+TEST(Zone, IsNoFolder) {
+    for (const char* name : {"Europe", "", "../zoneinfo/UTC", "America/Indiana"})
+        EXPECT_FALSE(Zone::find(name)) << name;
 }
 
 struct Written {
