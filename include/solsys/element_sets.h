@@ -102,8 +102,8 @@ enum TLEStatus : int {
 class SOLSYS_API TLEConvert {
   public:
     TLEConvert();
-    TLEConvert(const TLEConvert& other);
-    TLEConvert& operator=(const TLEConvert& other);
+    TLEConvert(const TLEConvert& other);             ///< a copy, its set too
+    TLEConvert& operator=(const TLEConvert& other);  ///< likewise
     ~TLEConvert();
 
     /// Takes the two lines of a set; blanks and a carriage return at their ends are cut.
@@ -165,14 +165,14 @@ class SOLSYS_API TLEConvert {
 class SOLSYS_API TLECatalogue {
   public:
     TLECatalogue();
-    TLECatalogue(const TLECatalogue& other);
-    TLECatalogue& operator=(const TLECatalogue& other);
+    TLECatalogue(const TLECatalogue& other);             ///< a copy of all sets
+    TLECatalogue& operator=(const TLECatalogue& other);  ///< likewise
     ~TLECatalogue();
 
     /// \return its place from 0; -1 for elements out of range, and nothing is added
     int Add(const TLERecord& record);
-    void Clear();
-    std::size_t GetCount() const;
+    void Clear();                  ///< removes all
+    std::size_t GetCount() const;  ///< how many there are
 
     /// States of all satellites, TEME of date [km, km/s]: that of satellite s at instant i is
     /// the six values from `states[6 * (s * count + i)]`, and `status[s * count + i]` its

@@ -30,7 +30,7 @@ struct Satellite {
 
 /// What a text of element sets holds.
 struct SatelliteList {
-    std::vector<Satellite> satellites;
+    std::vector<Satellite> satellites;  ///< in the order of the text
     std::vector<std::string> problems;  ///< sets refused and why, at most a thousand
 };
 

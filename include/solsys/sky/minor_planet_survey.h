@@ -18,8 +18,8 @@ namespace solsys::sky {
 
 /// Where and how faint.
 struct SurveyField {
-    double ra_deg = 0;  ///< centre, equator and equinox of J2000
-    double dec_deg = 0;
+    double ra_deg = 0;        ///< centre, equator and equinox of J2000
+    double dec_deg = 0;       ///< likewise
     double radius_deg = 180;  ///< 180: the whole sky
     double faintest = 99;     ///< magnitude
 };
@@ -33,23 +33,23 @@ struct SurveyOptions {
     /// Places on the published orbits alone; else those found are integrated among the planets
     /// from their epochs.
     bool two_body = false;
-    SearchControl* control = nullptr;
+    SearchControl* control = nullptr;  ///< stops it and is told how far it is; may be null
 };
 
 /// A minor planet in a field, as the model's observer sees it.
 struct SurveyFind {
-    Body body;
-    double ra_deg = 0;  ///< astrometric, J2000
-    double dec_deg = 0;
-    double distance_au = 0;
+    Body body;                  ///< which
+    double ra_deg = 0;          ///< astrometric, J2000
+    double dec_deg = 0;         ///< likewise
+    double distance_au = 0;     ///< when the light left it
     double separation_deg = 0;  ///< from the centre
     double magnitude = 0;       ///< by its H and G; 99: not known
 };
 
 /// A least distance from the Earth.
 struct SurveyApproach {
-    Body body;
-    Approach approach;
+    Body body;          ///< which
+    Approach approach;  ///< its planet is the Earth
 };
 
 /// Orbits of minor planets, packed for looking through all of them. Constant use from several
@@ -57,8 +57,8 @@ struct SurveyApproach {
 class SOLSYS_API MinorPlanetSurvey {
   public:
     MinorPlanetSurvey();
-    MinorPlanetSurvey(MinorPlanetSurvey&&) noexcept;
-    MinorPlanetSurvey& operator=(MinorPlanetSurvey&&) noexcept;
+    MinorPlanetSurvey(MinorPlanetSurvey&&) noexcept;             ///< takes the orbits over
+    MinorPlanetSurvey& operator=(MinorPlanetSurvey&&) noexcept;  ///< likewise
     ~MinorPlanetSurvey();
 
     /// Reads a file of the Minor Planet Center (MPCORB); lines without an orbit are skipped,
@@ -67,7 +67,7 @@ class SOLSYS_API MinorPlanetSurvey {
         const std::string& path, const std::function<void(const std::string&)>& report = {});
     /// Adds one. False, and nothing changed, for a body that is no minor planet on an ellipse.
     bool add(const Body& body);
-    [[nodiscard]] std::size_t size() const;
+    [[nodiscard]] std::size_t size() const;  ///< how many orbits there are
 
     /// All in a field at the model's instant, the brightest first. What is left out is, on its
     /// orbit, farther from the field than light time, parallax and `drift_au` make up for, or

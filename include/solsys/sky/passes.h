@@ -27,12 +27,12 @@ enum class Light { sunlit, penumbra, umbra };
 /// A satellite over the horizon, in a straight line: without refraction, light time and
 /// aberration.
 struct SatellitePlace {
-    Instant at;
-    double azimuth_deg = 0;   ///< from north through east, [0, 360)
-    double altitude_deg = 0;  ///< over the ellipsoid's horizon
-    double range_km = 0;
-    double height_km = 0;  ///< over the equatorial radius
-    Light light = Light::sunlit;
+    Instant at;                   ///< when
+    double azimuth_deg = 0;       ///< from north through east, [0, 360)
+    double altitude_deg = 0;      ///< over the ellipsoid's horizon
+    double range_km = 0;          ///< from the site
+    double height_km = 0;         ///< over the equatorial radius
+    Light light = Light::sunlit;  ///< what falls on it
     double sun_visible = 1;       ///< of the Sun's disc, from the satellite: 0 to 1
     double sun_altitude_deg = 0;  ///< at the site
     /// Of a satellite that scatters light as a dull sphere does, from its standard magnitude;
