@@ -1,0 +1,111 @@
+"""Searches: recorded figures, invariants, and the way out of them."""
+
+import csv
+import os
+import signal
+import threading
+import time
+import xml.etree.ElementTree
+
+import numpy as np
+import pytest
+
+import solsys
+
+YEAR = ("2026-01-01", "2027-01-01")
+
+
+def test_risings_and_passages_agree(model):
+    sites = ["Quito", (69.65, 18.96), (-77.85, 166.67)]
+    rows = model.risings("sun", *YEAR, sites)
+    for index in range(3):
+        mine = rows[rows.site == index]
+        passed = model.passages("sun", *YEAR, sites[index])
+        for field, up in (("rise", True), ("set", False)):
+            there = mine[field][~np.isnat(mine[field])]
+            assert (there == passed.time[passed.rising == up]).all()
+    assert np.isnat(rows[rows.site == 2].rise).sum() > 100
+    assert (rows.astronomical_dawn < rows.rise)[~np.isnat(rows.astronomical_dawn)
+                                                & ~np.isnat(rows.rise)].all()
+
+
+def test_eclipses_as_published():
+    """Every row of the canon's sample for 1950-2050 is found, with its type and series."""
+    with open("data/reference/solar_eclipses.csv", encoding="utf-8") as file:
+        rows = [row for row in csv.DictReader(line for line in file if not line.startswith("#"))
+                if "1950" <= row["date"] < "2050"]
+    assert len(rows) > 20
+    found = solsys.Model().eclipses("1950-01-01", "2050-01-01")
+    by_day = {str(e.greatest)[:10]: e for e in found}
+    for row in rows:
+        assert (by_day[row["date"]].type, by_day[row["date"]].saros) == (row["type"],
+                                                                        int(row["saros"]))
+    local = solsys.Model().local_eclipses("Burgos", "2026-08-12", "2026-08-13")
+    assert local.second[0] < local.maximum[0] < local.third[0] and local.type[0] == "total"
+
+
+def test_tables_become_data_frames(model):
+    pandas = pytest.importorskip("pandas")
+    for table in (model.diary(*YEAR), model.phases(*YEAR), model.risings("moon", *YEAR, "Oslo"),
+                  model.eclipses("2026-01-01", "2026-01-02"),
+                  model.conjunctions("venus", "jupiter", *YEAR),
+                  model.satellite_phenomena("jupiter", "2026-01-01", "2026-01-08"),
+                  model.occultations("Oslo", *YEAR), model.apparent("mars", ["2026-01-01"]),
+                  model.gatherings("venus jupiter".split(), *YEAR, 5),
+                  model.approaches("433", *YEAR, within_au=1),
+                  model.satellites("jupiter", ["2026-01-01"])):
+        frame = pandas.DataFrame(table)
+        assert len(frame) == len(table) and list(frame.columns) == list(table.dtype.names)
+    assert next(iter(model.phases(*YEAR))).phase == "full Moon"
+
+
+def test_control_c_stops_a_search(model):
+    threading.Timer(0.5, os.kill, (os.getpid(), signal.SIGINT)).start()
+    start = time.monotonic()
+    with pytest.raises(KeyboardInterrupt):
+        model.diary("1600-01-01", "2400-01-01")
+    assert time.monotonic() - start < 5
+
+
+def test_progress_is_told_and_may_end_it(model):
+    told = []
+
+    def progress(fraction):
+        told.append(fraction)
+        if len(told) == 3:
+            raise RuntimeError("enough")
+
+    with pytest.raises(RuntimeError, match="enough"):
+        model.eclipses("1000-01-01", "3000-01-01", progress=progress)
+    assert told == sorted(told) and 0 <= told[0] <= 1
+
+    def asks_again(fraction):
+        model.phases(*YEAR)
+
+    with pytest.raises(RuntimeError, match="model: in use"):
+        model.eclipses("1000-01-01", "3000-01-01", progress=asks_again)
+
+
+@pytest.mark.parametrize("ask,message", [
+    (lambda m: m.eclipses("2027-01-01", "2026-01-01"), "end: comes before"),
+    (lambda m: m.eclipses(*YEAR, kind="stellar"), "kind: "),
+    (lambda m: m.diary(*YEAR, kinds=["party"]), "kinds: .*party"),
+    (lambda m: m.conjunctions("venus", "jupiter", *YEAR, way="near"), "way: "),
+    (lambda m: m.phases(["2026-01-01", "2026-01-02"], "2027-01-01"), "start: wanted one"),
+    (lambda m: m.passages("sun", *YEAR, "Oslo", altitudes_deg=[np.nan]), "altitudes_deg"),
+    (lambda m: m.approaches("mars", *YEAR), "body: "),
+    (lambda m: m.risings("sun", *YEAR, []), "sites: no site"),
+    (lambda m: m.risings("sun", *YEAR, "Xanadu"), "sites: no city 'Xanadu' in the list"),
+    (lambda m: m.eclipse_map("2026-03-01"), "eclipse: no such"),
+    (lambda m: solsys.Model("/nowhere"), "ephemeris: .*nowhere"),
+])
+def test_bad_searches_are_named(model, ask, message):
+    with pytest.raises(ValueError, match=message):
+        ask(model)
+
+
+def test_pictures_are_drawings(model):
+    for picture in (model.eclipse_map("2026-08-12"), model.planets_picture(*YEAR),
+                    model.eclipse_picture("2026-08-12", site="Burgos")):
+        root = xml.etree.ElementTree.fromstring(picture._repr_svg_())
+        assert root.tag.endswith("svg") and len(list(root.iter())) > 50
