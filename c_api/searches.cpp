@@ -9,11 +9,11 @@ namespace sky = solsys::sky;
 namespace {
 
 constexpr size_t kMostAltitudes = 16;
-constexpr double kLongestSpan = 366000;  // day: of searches that nothing stops
+constexpr double kThousandYears = 366000;  // day: of searches that nothing stops
 
 sky::Span short_span(solsys_instant from, solsys_instant to) {
     const sky::Span span = span_of(from, to);
-    if (!(span.days() <= kLongestSpan))
+    if (!(span.days() <= kThousandYears))
         refuse(SOLSYS_BAD_ARGUMENT, "to: more than a thousand years after from");
     return span;
 }

@@ -10,6 +10,7 @@ namespace solsys::c {
 namespace {
 
 constexpr std::size_t kLongestMessage = 512;
+constexpr double kLongestSpan = 1.2e7;  // day
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 // An array of the thread's, so that telling of a shortage of memory needs none.
@@ -77,6 +78,13 @@ void write(std::string_view text, char* buffer, std::size_t size) {
 sky::Instant instant(solsys_instant t, const char* name) {
     finite(t.fraction, name);
     return sky::Instant::from_utc(sky::JulianDate{t.day, t.fraction});
+}
+
+sky::Span span_of(solsys_instant from, solsys_instant to) {
+    const sky::Span span{instant(from, "from"), instant(to, "to")};
+    if (!(span.days() <= kLongestSpan))
+        refuse(SOLSYS_BAD_ARGUMENT, "to: farther from the start than any ephemeris is long");
+    return span;
 }
 
 solsys_instant c_instant(const sky::Instant& t) { return {t.utc().day, t.utc().fraction}; }

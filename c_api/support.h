@@ -113,9 +113,8 @@ void put(Record record, Record* out) {
 sky::Instant instant(solsys_instant t, const char* name = "the instant");
 solsys_instant c_instant(const sky::Instant& t);
 solsys_instant c_instant(const std::optional<sky::Instant>& t);  // NaN for none
-inline sky::Span span_of(solsys_instant from, solsys_instant to) {
-    return {instant(from, "from"), instant(to, "to")};
-}
+// Of a search: not longer than the longest ephemeris.
+sky::Span span_of(solsys_instant from, solsys_instant to);
 sky::Instant near_instant(const solsys_instant* near);  // J2000 for null
 
 double number(const std::optional<double>& x);  // NaN for none

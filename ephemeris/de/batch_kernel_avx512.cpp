@@ -1,0 +1,9 @@
+// Built with the flags of SOLSYS_AVX512_FLAGS (ephemeris/CMakeLists.txt); called only where
+// cpu_has_avx512() says so.
+#include "ephemeris/de/batch_kernel.inl"
+
+namespace solsys {
+
+void sum_batch_avx512(const SeriesBatch& batch, SeriesSums& out) { sum_batch(batch, out); }
+
+}  // namespace solsys

@@ -1,0 +1,106 @@
+#include "ephemeris/de/state_batch.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "ephemeris/de/batch_kernel.h"
+#include "ephemeris/de/locate.h"
+#include "ephemeris/de/open_file.h"
+#include "platform/cpu_features.h"
+
+namespace solsys {
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr int kEarth = 3, kMoon = 10, kSun = 11;
+
+using Kernel = void (*)(const SeriesBatch&, SeriesSums&);
+
+Kernel kernel_of_processor() {
+    if (cpu_has_avx512()) return sum_batch_avx512;
+    return cpu_has_avx2() ? sum_batch_avx2 : sum_batch_baseline;
+}
+
+// Where eight instants lie in the file. Those that it does not hold get the place of another.
+struct Places {
+    RecordPlace at[kSeriesBatch];
+    bool held[kSeriesBatch];
+    int count = 0;
+};
+
+Places locate_all(const DeFile& file, std::span<const Instant> instants) {
+    Places places{};
+    RecordPlace some{file.records + kHeaderRecords * file.header.ncoeff, 0, 0};
+    for (std::size_t i = 0; i < kSeriesBatch; ++i) {
+        const auto place =
+            i < instants.size() ? locate(file, instants[i]) : std::optional<RecordPlace>();
+        places.held[i] = place.has_value();
+        places.count += place.has_value();
+        if (place) some = *place;
+        places.at[i] = some;
+    }
+    return places;
+}
+
+// States of one row of the file [au, au/day]: by instant, position and velocity.
+using BatchOfStates = std::array<double, 6>[kSeriesBatch];
+
+void evaluate(const DeFile& file, Kernel kernel, const Places& places, int row,
+              BatchOfStates& out) {
+    const auto& [offset, terms, subs] = file.header.pointers[row - 1];
+    SeriesBatch batch;
+    batch.terms = terms;
+    for (int i = 0; i < kSeriesBatch; ++i) {
+        const double scaled = places.at[i].within * subs;
+        const int sub = std::min(static_cast<int>(scaled), subs - 1);
+        batch.time[i] = 2.0 * (scaled - sub) - 1.0;
+        batch.coefficients[i] =
+            places.at[i].record + (offset - 1) + static_cast<std::ptrdiff_t>(sub) * 3 * terms;
+    }
+    SeriesSums sums;
+    kernel(batch, sums);
+    const double velocity_factor = 2.0 * subs * file.per_span * file.per_au;
+    for (std::size_t i = 0; i < kSeriesBatch; ++i)
+        for (std::size_t k = 0; k < 3; ++k) {
+            out[i][k] = sums.value[k][i] * file.per_au;
+            out[i][k + 3] = sums.rate[k][i] * velocity_factor;
+        }
+}
+
+void subtract(BatchOfStates& from, const BatchOfStates& what, double share) {
+    for (std::size_t i = 0; i < kSeriesBatch; ++i)
+        for (std::size_t k = 0; k < 6; ++k) from[i][k] -= what[i][k] * share;
+}
+
+}  // namespace
+
+std::optional<std::size_t> de_states(int body, std::span<const Instant> instants,
+                                     std::span<std::array<double, 6>> out) {
+    const auto file = current_de_file();
+    if (file == nullptr || body < 1 || body > kSun || out.size() != instants.size())
+        return std::nullopt;
+    const Kernel kernel = kernel_of_processor();
+    std::size_t done = 0;
+    for (std::size_t first = 0; first < instants.size(); first += kSeriesBatch) {
+        const std::size_t count = std::min<std::size_t>(kSeriesBatch, instants.size() - first);
+        const Places places = locate_all(*file, instants.subspan(first, count));
+        BatchOfStates states, other;
+        evaluate(*file, kernel, places, body, states);
+        if (body < kMoon) {
+            evaluate(*file, kernel, places, kSun, other);
+            subtract(states, other, 1.0);
+        }
+        if (body == kEarth) {
+            evaluate(*file, kernel, places, kMoon, other);
+            subtract(states, other, file->moon_share);
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            out[first + i] = states[i];
+            if (!places.held[i]) out[first + i].fill(kNone);
+        }
+        done += static_cast<std::size_t>(places.count);
+    }
+    return done;
+}
+
+}  // namespace solsys
