@@ -10,7 +10,7 @@
 #include "core/angles.h"
 #include "core/spherical.h"
 #include "ephemeris/de/open_file.h"
-#include "ephemeris/de/state.h"
+#include "ephemeris/de/state_batch.h"
 #include "events/search/keep_model.h"
 #include "sky/units.h"
 #include "solsys/model.h"
@@ -22,6 +22,7 @@ namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr std::size_t kInstantsPerStep = 1024;  // between two looks at the control
+constexpr std::size_t kInstantsPerBlock = 128;
 constexpr int kLastInFile = 11;
 constexpr Place kNowhere{kNone, kNone, kNone, kNone};
 
@@ -133,6 +134,29 @@ std::optional<Place> apparent_now(Model& model, const Body& body) {
     return Place{s.lon * kDegrees, s.lat * kDegrees, s.r, s.r * kLightDaysPerAu};
 }
 
+// Instant::tdb of one instant after another. Delta T is looked up once a half day, for which it
+// holds: its steps, and the months of its polynomials, begin at noon or at midnight.
+class DynamicalTime {
+  public:
+    solsys::Instant operator()(const Instant& t) {
+        const JulianDate utc = t.utc();
+        const bool after_midnight = utc.fraction >= 0.5;
+        if (utc.day != day_ || after_midnight != after_midnight_) {
+            day_ = utc.day, after_midnight_ = after_midnight;
+            delta_t_ = t.delta_t_seconds() / kSecondsPerDay;
+        }
+        const double fraction = utc.fraction + delta_t_;
+        if (fraction >= 0 && fraction < 1) return {utc.day, fraction};
+        const JulianDate tdb = t.tdb();
+        return {tdb.day, tdb.fraction};
+    }
+
+  private:
+    int day_ = std::numeric_limits<int>::min();
+    bool after_midnight_ = false;
+    double delta_t_ = 0;  // day
+};
+
 Vec3 direction_of(const Place& place) {
     const double ra = place.ra_deg / kDegrees, dec = place.dec_deg / kDegrees;
     return {std::cos(dec) * std::cos(ra), std::cos(dec) * std::sin(ra), std::sin(dec)};
@@ -146,13 +170,15 @@ Result<std::size_t> file_states(int body, std::span<const Instant> instants,
     if (!de_file_is_open()) return Failure{"no ephemeris file is open"};
     if (body < 1 || body > kLastInFile)
         return Failure{"no body " + std::to_string(body) + " in the ephemeris file: 1 to 11"};
-    fill_with_none(out);
     std::size_t done = 0;
-    DE_EvalState state;
-    for (std::size_t i = 0; i < instants.size(); ++i) {
-        const JulianDate t = instants[i].tdb();
-        done += de_state(state, {t.day, t.fraction}, static_cast<short>(body), true,
-                         out[i].data()) == 0;
+    DynamicalTime dynamical;
+    solsys::Instant block[kInstantsPerBlock];
+    for (std::size_t first = 0; first < instants.size(); first += kInstantsPerBlock) {
+        const std::size_t count = std::min(kInstantsPerBlock, instants.size() - first);
+        for (std::size_t i = 0; i < count; ++i) {
+            block[i] = dynamical(instants[first + i]);
+        }
+        done += de_states(body, {block, count}, out.subspan(first, count)).value_or(0);
     }
     return done;
 }

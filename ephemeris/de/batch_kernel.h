@@ -15,7 +15,8 @@ constexpr int kMostSeriesTerms = 20;
 // One body's series at eight instants. Every instant has a sub-interval of its own, of three
 // rows of `terms` coefficients, and its normalised time in it, -1 to +1.
 struct SeriesBatch {
-    const double* coefficients[kSeriesBatch];
+    const double* coefficients;     // of the whole file
+    long long first[kSeriesBatch];  // where the sub-intervals start in it
     double time[kSeriesBatch];
     int terms;  // 2 to kMostSeriesTerms
 };

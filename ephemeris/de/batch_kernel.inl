@@ -36,10 +36,12 @@ inline void make_polynomials(const SeriesBatch& batch, Polynomials& p) {
 
 // Coefficients of one place in the rows, of all instants.
 inline void read_shared(const SeriesBatch& batch, int place, Lanes& c) {
-    for (int i = 0; i < kSeriesBatch; ++i) c.at[i] = batch.coefficients[0][place];
+    const double coefficient = batch.coefficients[batch.first[0] + place];
+    for (int i = 0; i < kSeriesBatch; ++i) c.at[i] = coefficient;
 }
 inline void read_scattered(const SeriesBatch& batch, int place, Lanes& c) {
-    for (int i = 0; i < kSeriesBatch; ++i) c.at[i] = batch.coefficients[i][place];
+    const double* at_place = batch.coefficients + place;
+    for (int i = 0; i < kSeriesBatch; ++i) c.at[i] = at_place[batch.first[i]];
 }
 
 inline void add_product(Lanes& sum, const Lanes& c, const Lanes& p) {
@@ -79,7 +81,7 @@ inline void sum_batch(const SeriesBatch& batch, SeriesSums& out) {
     make_polynomials(batch, p);
     bool shared = true;
     for (int i = 1; i < kSeriesBatch; ++i)
-        shared = shared && batch.coefficients[i] == batch.coefficients[0];
+        shared = shared && batch.first[i] == batch.first[0];
     for (int row = 0; row < 3; ++row)
         shared ? sum_row<true>(batch, row, p, out) : sum_row<false>(batch, row, p, out);
 }

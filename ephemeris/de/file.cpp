@@ -1,6 +1,7 @@
 // Choosing, mapping and replacing the process's DE file.
 #include "platform/file.h"
 
+#include <cmath>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -94,6 +95,8 @@ bool map_file(const std::string& path) {
     file->last_jd = recorded < header->end_jd - header->start_jd ? header->start_jd + recorded
                                                                  : header->end_jd;
     file->count = count;
+    file->start_day = std::floor(header->start_jd);
+    file->start_fraction = header->start_jd - file->start_day;
     file->per_span = 1.0 / header->span;
     file->per_au = 1.0 / header->au_km;
     file->moon_share = 1.0 / (header->emrat + 1.0);

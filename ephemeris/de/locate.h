@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <optional>
 
@@ -27,10 +26,8 @@ inline std::int64_t record_number(const DeFile& file, double record_time) {
 // Days of a split instant from the start of the file to the start of a record, and from there
 // to the instant; the whole days of both are subtracted exactly.
 inline double days_into_record(const DeFile& file, Instant t, std::int64_t record) {
-    const double start_day = std::floor(file.header.start_jd);
-    const double start_fraction = file.header.start_jd - start_day;
     const double record_start = static_cast<double>(record) * file.header.span;
-    return ((t.day - start_day) - record_start) + (t.fraction - start_fraction);
+    return ((t.day - file.start_day) - record_start) + (t.fraction - file.start_fraction);
 }
 
 // Day and fraction are never added. Empty outside the file's range and for NaN.

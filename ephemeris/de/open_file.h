@@ -19,9 +19,11 @@ struct DeFile {
     double last_jd = 0;               // end of the last record, where evaluation ends
     DEHeader header;                  // checked: its numbers fit the mapping
     std::int64_t count = 0;           // data records
-    double per_span = 0;              // 1/span [1/day]
-    double per_au = 0;                // 1/au [1/km]
-    double moon_share = 0;            // of the Moon's mass in the Earth-Moon system
+    double start_day = 0;             // of header.start_jd: whole days and the rest
+    double start_fraction = 0;
+    double per_span = 0;    // 1/span [1/day]
+    double per_au = 0;      // 1/au [1/km]
+    double moon_share = 0;  // of the Moon's mass in the Earth-Moon system
 };
 
 struct OpenDeFile {

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "ephemeris/de/chebyshev.h"
+#include "ephemeris/de/locate.h"
 #include "ephemeris/de/open_file.h"
 #include "platform/clock.h"
 
@@ -15,7 +17,6 @@ constexpr double kSameInstant = 1e-8;          // day
 constexpr double kNever = -1e38;               // Julian date
 constexpr std::uint32_t kReplacePoll = 50000;  // microseconds
 constexpr short kEarth = 3, kMoon = 10, kSun = 11;
-constexpr int kHeaderRecords = 2;
 
 // The file that a state evaluates: the open one, of which the state becomes an owner. Null when
 // there is none. What the state has of another file goes.
@@ -31,11 +32,6 @@ const DeFile* file_of(DE_EvalState& state) {
         state.generation = generation;
     }
     return static_cast<const DeFile*>(state.file.get());
-}
-
-// Number of the record of a record time. The end of the file's span belongs to the last record.
-std::int64_t record_number(const DeFile& file, double record_time) {
-    return std::min(static_cast<std::int64_t>(record_time), file.count - 1);
 }
 
 double position_in_record(const DeFile& file, double record_time) {
@@ -66,28 +62,13 @@ void combine(const DeFile& file, DE_EvalState& state, short body, double within,
     }
 }
 
-// Days of a split instant from the start of the file to the start of a record, and from there
-// to the instant; the whole days of both are subtracted exactly.
-double days_into_record(const DeFile& file, Instant t, std::int64_t record) {
-    const double start_day = std::floor(file.header.start_jd);
-    const double start_fraction = file.header.start_jd - start_day;
-    const double record_start = static_cast<double>(record) * file.header.span;
-    return ((t.day - start_day) - record_start) + (t.fraction - start_fraction);
-}
-
 // Leads a state to the record of an instant. \return the position in it, 0 to 1; -1 outside
 double seek(const DeFile& file, DE_EvalState& state, Instant t) {
-    const double jd = t.jd();
-    if (!(jd >= file.header.start_jd && jd <= file.last_jd)) return -1;  // NaN too
-
-    // The sum says which record it is, unless it rounds across the start of one.
-    std::int64_t record = record_number(file, (jd - file.header.start_jd) * file.per_span);
-    double within = days_into_record(file, t, record) * file.per_span;
-    if (within < 0 && record > 0) within = days_into_record(file, t, --record) * file.per_span;
-    within = std::clamp(within, 0.0, 1.0);
-    state.record_time = static_cast<double>(record) + within;
-    state.record = file.records + (record + kHeaderRecords) * file.header.ncoeff;
-    return within;
+    const std::optional<RecordPlace> place = locate(file, t);
+    if (!place) return -1;
+    state.record_time = static_cast<double>(place->number) + place->within;
+    state.record = place->record;
+    return place->within;
 }
 
 }  // namespace

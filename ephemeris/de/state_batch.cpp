@@ -23,9 +23,10 @@ Kernel kernel_of_processor() {
 
 // Where eight instants lie in the file. Those that it does not hold get the place of another.
 struct Places {
-    RecordPlace at[kSeriesBatch];
+    const double* record[kSeriesBatch];
+    double within[kSeriesBatch];
     bool held[kSeriesBatch];
-    int count = 0;
+    std::size_t count = 0;
 };
 
 Places locate_all(const DeFile& file, std::span<const Instant> instants) {
@@ -37,39 +38,42 @@ Places locate_all(const DeFile& file, std::span<const Instant> instants) {
         places.held[i] = place.has_value();
         places.count += place.has_value();
         if (place) some = *place;
-        places.at[i] = some;
+        places.record[i] = some.record;
+        places.within[i] = some.within;
     }
     return places;
 }
 
-// States of one row of the file [au, au/day]: by instant, position and velocity.
-using BatchOfStates = std::array<double, 6>[kSeriesBatch];
+// Positions [au] and velocities [au/day] of one row of the file, by coordinate and instant.
+struct BatchOfStates {
+    double at[6][kSeriesBatch];
+};
 
 void evaluate(const DeFile& file, Kernel kernel, const Places& places, int row,
               BatchOfStates& out) {
     const auto& [offset, terms, subs] = file.header.pointers[row - 1];
     SeriesBatch batch;
+    batch.coefficients = file.records;
     batch.terms = terms;
     for (int i = 0; i < kSeriesBatch; ++i) {
-        const double scaled = places.at[i].within * subs;
+        const double scaled = places.within[i] * subs;
         const int sub = std::min(static_cast<int>(scaled), subs - 1);
         batch.time[i] = 2.0 * (scaled - sub) - 1.0;
-        batch.coefficients[i] =
-            places.at[i].record + (offset - 1) + static_cast<std::ptrdiff_t>(sub) * 3 * terms;
+        batch.first[i] = places.record[i] - file.records + (offset - 1) + sub * 3 * terms;
     }
     SeriesSums sums;
     kernel(batch, sums);
     const double velocity_factor = 2.0 * subs * file.per_span * file.per_au;
-    for (std::size_t i = 0; i < kSeriesBatch; ++i)
-        for (std::size_t k = 0; k < 3; ++k) {
-            out[i][k] = sums.value[k][i] * file.per_au;
-            out[i][k + 3] = sums.rate[k][i] * velocity_factor;
-        }
+    for (int k = 0; k < 3; ++k)
+        for (int i = 0; i < kSeriesBatch; ++i) out.at[k][i] = sums.value[k][i] * file.per_au;
+    for (int k = 0; k < 3; ++k)
+        for (int i = 0; i < kSeriesBatch; ++i)
+            out.at[k + 3][i] = sums.rate[k][i] * velocity_factor;
 }
 
 void subtract(BatchOfStates& from, const BatchOfStates& what, double share) {
-    for (std::size_t i = 0; i < kSeriesBatch; ++i)
-        for (std::size_t k = 0; k < 6; ++k) from[i][k] -= what[i][k] * share;
+    for (int k = 0; k < 6; ++k)
+        for (int i = 0; i < kSeriesBatch; ++i) from.at[k][i] -= what.at[k][i] * share;
 }
 
 }  // namespace
@@ -95,10 +99,10 @@ std::optional<std::size_t> de_states(int body, std::span<const Instant> instants
             subtract(states, other, file->moon_share);
         }
         for (std::size_t i = 0; i < count; ++i) {
-            out[first + i] = states[i];
+            for (std::size_t k = 0; k < 6; ++k) out[first + i][k] = states.at[k][i];
             if (!places.held[i]) out[first + i].fill(kNone);
         }
-        done += static_cast<std::size_t>(places.count);
+        done += places.count;
     }
     return done;
 }

@@ -229,7 +229,7 @@ const struct {
 #undef CASE
 
 TEST(CInterface, SurvivesEveryFunction) {
-    constexpr int kRounds = 300;
+    constexpr int kRounds = 120;
     constexpr double kBound = 20,
                      kEnough = 4;  // s of the processor: of a call, of all of a function
     std::vector<int> answered(std::size(kFunctions));
