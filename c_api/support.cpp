@@ -10,6 +10,7 @@ namespace solsys::c {
 namespace {
 
 constexpr std::size_t kLongestMessage = 512;
+constexpr double kLargestDay = 2e9;
 constexpr double kLongestSpan = 1.2e7;  // day
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
@@ -77,6 +78,8 @@ void write(std::string_view text, char* buffer, std::size_t size) {
 
 sky::Instant instant(solsys_instant t, const char* name) {
     finite(t.fraction, name);
+    if (!(std::fabs(t.day + t.fraction) < kLargestDay))
+        refuse(SOLSYS_BAD_ARGUMENT, std::string(name) + ": beyond 2e9 days");
     return sky::Instant::from_utc(sky::JulianDate{t.day, t.fraction});
 }
 

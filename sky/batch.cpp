@@ -99,7 +99,8 @@ class Walk {
     SearchControl* control_;
 };
 
-// What `compute(body)` answers, an optional, for all bodies at all instants.
+// What `compute(body, row, i)` answers, an optional, for all bodies at all instants; the row is
+// what was computed of the body before instant i.
 template <class T, class Compute>
 Result<std::size_t> for_bodies(Model& model, std::span<const Body> bodies,
                                std::span<const Instant> instants, std::span<T> out,
@@ -111,7 +112,8 @@ Result<std::size_t> for_bodies(Model& model, std::span<const Body> bodies,
     Walk walk(model, instants, control);
     walk(0, 1, [&](std::size_t i) {
         for (std::size_t b = 0; b < bodies.size(); ++b) {
-            const auto value = compute(bodies[b]);
+            const auto value =
+                compute(bodies[b], out.subspan(b * instants.size(), instants.size()), i);
             if (!value) continue;
             out[b * instants.size() + i] = *value;
             ++done;
@@ -121,17 +123,35 @@ Result<std::size_t> for_bodies(Model& model, std::span<const Body> bodies,
 }
 
 // The single call, except that the model stays where it is when there is no place.
-std::optional<Place> apparent_now(Model& model, const Body& body) {
+// `light_time`: a first guess [day], 0 for none.
+std::optional<Place> apparent_now(Model& model, const Body& body, double light_time = 0) {
     if (body.is_star()) return apparent_place(model, body);
     const CSWSolSys::Model& m = model.classic().Inside();
     const StateSource source = find_source(m.bodies, body.id);
     ApparentPlace seen;
     if (!source.kind->has_states() ||
-        !apparent(m.bodies, m.current.observer, source, m.current.now, 0.0, seen))
+        !apparent(m.bodies, m.current.observer, source, m.current.now, light_time, seen))
         return std::nullopt;
     const Spherical s =
         to_spherical(m.current.frames.cur_from_j2000 * seen.direction, seen.distance);
     return Place{s.lon * kDegrees, s.lat * kDegrees, s.r, s.r * kLightDaysPerAu};
+}
+
+// The light time that two neighbours before lead to; 0 without them. Over steps as short as
+// these it errs by less than the distance of the moment does, from which a single call starts:
+// one evaluation of the body settles it instead of two.
+double expected_light_time(std::span<const Instant> instants, std::span<const Place> row,
+                           std::size_t i) {
+    constexpr double kLongestStep = 0.125;  // day
+    if (i < 2) return 0;
+    const double step = days_between(instants[i - 1], instants[i]);
+    const double before = days_between(instants[i - 2], instants[i - 1]);
+    if (!(std::fabs(step) <= std::fabs(before) && std::fabs(before) <= kLongestStep) ||
+        before == 0)
+        return 0;
+    const double last = row[i - 1].light_time_days;
+    const double expected = last + (last - row[i - 2].light_time_days) * (step / before);
+    return expected > 0 ? expected : 0;
 }
 
 // Instant::tdb of one instant after another. Delta T is looked up once a half day, for which it
@@ -186,29 +206,39 @@ Result<std::size_t> file_states(int body, std::span<const Instant> instants,
 Result<std::size_t> heliocentric_states(Model& model, std::span<const Body> bodies,
                                         std::span<const Instant> instants,
                                         std::span<StateVector> out, SearchControl* control) {
-    return for_bodies(model, bodies, instants, out, control,
-                      [&](const Body& body) { return heliocentric_state(model, body); });
+    return for_bodies(
+        model, bodies, instants, out, control,
+        [&](const Body& body, auto, std::size_t) { return heliocentric_state(model, body); });
 }
 
 Result<std::size_t> apparent_places(Model& model, std::span<const Body> bodies,
                                     std::span<const Instant> instants, std::span<Place> out,
                                     SearchControl* control) {
+    // The guess would show where the light time is settled to 2e-6 day only (classic), and
+    // where velocities are differences (the built-in Moon).
+    const CSWSolSys& classic = model.classic();
+    const bool guess = classic.GetReduction() == REDUCTION_MODERN && classic.HasEphemeris();
     return for_bodies(model, bodies, instants, out, control,
-                      [&](const Body& body) { return apparent_now(model, body); });
+                      [&](const Body& body, std::span<const Place> row, std::size_t i) {
+                          return apparent_now(
+                              model, body, guess ? expected_light_time(instants, row, i) : 0);
+                      });
 }
 
 Result<std::size_t> astrometric_places(Model& model, std::span<const Body> bodies,
                                        std::span<const Instant> instants, std::span<Place> out,
                                        SearchControl* control) {
-    return for_bodies(model, bodies, instants, out, control,
-                      [&](const Body& body) { return astrometric_place(model, body); });
+    return for_bodies(
+        model, bodies, instants, out, control,
+        [&](const Body& body, auto, std::size_t) { return astrometric_place(model, body); });
 }
 
 Result<std::size_t> magnitudes(Model& model, std::span<const Body> bodies,
                                std::span<const Instant> instants, std::span<double> out,
                                SearchControl* control) {
-    return for_bodies(model, bodies, instants, out, control,
-                      [&](const Body& body) { return magnitude_of(model, body); });
+    return for_bodies(
+        model, bodies, instants, out, control,
+        [&](const Body& body, auto, std::size_t) { return magnitude_of(model, body); });
 }
 
 Result<std::size_t> horizontals(Model& model, std::span<const Site> sites,

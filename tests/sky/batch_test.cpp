@@ -47,18 +47,19 @@ struct Case {
 };
 class Batch : public testing::TestWithParam<Case> {};
 
-// Angles [deg] within 1e-10 of the single ones, as seen on the sphere; distances within 1e-13
-// of themselves: a few roundings of the sums behind them.
+// Angles within 1e-10 degrees of the single ones, as seen on the sphere (and the rounding of
+// places about the Sun, 5e-16 au, for what is near); distances within
+// 1e-12 au: orbits by elements take the instant at which the light left as one double.
 void expect_same(const std::optional<Place>& single, const Place& place) {
     ASSERT_EQ(single.has_value(), std::isfinite(place.ra_deg));
     if (!single) return;
     const double turn = std::remainder(single->ra_deg - place.ra_deg, 360.0);
-    EXPECT_NEAR(turn * std::cos(single->dec_deg * kDegree), 0, 1e-10);
-    EXPECT_NEAR(single->dec_deg, place.dec_deg, 1e-10);
+    const double bound = single->distance_au < 1 ? 1e-10 + 3e-14 / single->distance_au : 1e-10;
+    EXPECT_NEAR(turn * std::cos(single->dec_deg * kDegree), 0, bound);
+    EXPECT_NEAR(single->dec_deg, place.dec_deg, bound);
     if (std::isfinite(single->distance_au) || std::isfinite(place.distance_au)) {
-        EXPECT_NEAR(single->distance_au, place.distance_au, 1e-13 * single->distance_au);
-        EXPECT_NEAR(single->light_time_days, place.light_time_days,
-                    1e-13 * single->distance_au);
+        EXPECT_NEAR(single->distance_au, place.distance_au, 1e-12);
+        EXPECT_NEAR(single->light_time_days, place.light_time_days, 1e-14);
     }
 }
 
