@@ -27,7 +27,8 @@ struct solsys_list {
     std::variant<std::vector<solsys::sky::Body>, std::vector<solsys::sky::Rising>,
                  std::vector<solsys::sky::Passage>, std::vector<solsys::sky::Conjunction>,
                  std::vector<solsys::sky::Gathering>, std::vector<solsys::sky::Eclipse>,
-                 std::vector<solsys::sky::MapCurve>, std::vector<solsys::sky::DiaryEvent>>
+                 std::vector<solsys::sky::MapCurve>, std::vector<solsys::sky::DiaryEvent>,
+                 std::vector<solsys::sky::Satellite>, std::vector<solsys::sky::Pass>>
         rows;
 };
 

@@ -454,6 +454,49 @@ SOLSYS_API solsys_status solsys_diary_kind_name(int32_t kind, char* buffer, size
 SOLSYS_API int32_t solsys_diary_kind(const char* name);
 /// @}
 
+/// \name Satellites of the Earth
+/// @{
+typedef struct solsys_satellite {
+    size_t size;
+    char name[64];
+    solsys_instant epoch;  ///< of the elements
+    double period_minutes;
+    double standard_magnitude;  ///< at 1000 km, half lit
+} solsys_satellite;
+typedef struct solsys_satellite_place {
+    solsys_instant at;
+    double azimuth_deg, altitude_deg;
+    double range_km, height_km;
+    double sun_visible;  ///< of the Sun's disc, from the satellite: 0 in the umbra, 1 sunlit
+    double sun_altitude_deg;
+    double magnitude;
+} solsys_satellite_place;
+typedef struct solsys_pass {
+    size_t size;
+    solsys_satellite_place rise, culmination, set;
+    solsys_satellite_place best;  ///< where it is brightest, while it can be seen
+} solsys_pass;
+
+/// Two- or three-line sets, or messages as JSON or CSV; sets that are none are left out.
+SOLSYS_API solsys_status solsys_parse_satellites(const char* text, solsys_list** out);
+SOLSYS_API solsys_status solsys_read_satellites(const char* path, solsys_list** out);
+SOLSYS_API solsys_status solsys_get_satellite(const solsys_list* list, size_t row,
+                                              solsys_satellite* out);
+/// Where the satellite of a row stands. `standard_magnitude` NaN: that of the list, if known.
+SOLSYS_API solsys_status solsys_satellite_at(solsys_model* model, const solsys_site* site,
+                                             const solsys_list* satellites, size_t row,
+                                             double standard_magnitude, solsys_instant t,
+                                             solsys_satellite_place* out);
+/// Its passes above an altitude (-10 to 89) that culminate above another.
+SOLSYS_API solsys_status solsys_passes(solsys_model* model, const solsys_site* site,
+                                       const solsys_list* satellites, size_t row,
+                                       double standard_magnitude, solsys_instant from,
+                                       solsys_instant to, double horizon_deg,
+                                       double culmination_deg, solsys_control* control,
+                                       solsys_list** out);
+SOLSYS_API solsys_status solsys_get_pass(const solsys_list* list, size_t row, solsys_pass* out);
+/// @}
+
 #ifdef __cplusplus
 }
 #endif

@@ -137,6 +137,38 @@ TEST(CInterface, SearchesFindWhatTheTypedLayerFinds) {
     solsys_list_free(events);
 }
 
+TEST(CInterface, PassesAreThoseOfTheTypedLayer) {
+    const Handles h;
+    const std::string sets =
+        "ISS\n"
+        "1 25544U 98067A   23055.54791667  .00016717  00000-0  10270-3 0  9007\n"
+        "2 25544  51.6400 208.9163 0006317  69.9862  25.2906 15.50000000 00009\n";
+    auto opened = sky::Model::open();
+    const sky::Span span{sky::Instant::from_utc({2460000, 0}),
+                         sky::Instant::from_utc({2460002, 0})};
+    const auto list = sky::parse_satellites(sets);
+    ASSERT_EQ(list.satellites.size(), 1U);
+    sky::Site oslo = *sky::find_city("Oslo");
+    const auto expected = sky::passes(*opened, oslo, list.satellites[0], span);
+    solsys_site site{};
+    site.size = sizeof site;
+    ASSERT_EQ(solsys_find_city("Oslo", &site), SOLSYS_OK);
+    solsys_list *satellites = nullptr, *found = nullptr;
+    ASSERT_EQ(solsys_parse_satellites(sets.c_str(), &satellites), SOLSYS_OK);
+    ASSERT_EQ(solsys_passes(h.model, &site, satellites, 0, NAN, {2460000, 0}, {2460002, 0}, 0,
+                            0, nullptr, &found),
+              SOLSYS_OK)
+        << solsys_last_message();
+    ASSERT_EQ(solsys_list_count(found), expected.size());
+    ASSERT_GT(expected.size(), 5U);
+    solsys_pass pass{};
+    pass.size = sizeof pass;
+    ASSERT_EQ(solsys_get_pass(found, 3, &pass), SOLSYS_OK);
+    EXPECT_EQ(pass.culmination.altitude_deg, expected[3].culmination.altitude_deg);
+    EXPECT_EQ(typed(pass.rise.at), expected[3].rise->at);
+    solsys_list_free(found), solsys_list_free(satellites);
+}
+
 TEST(CInterface, SaysWhatWasWrong) {
     const Handles h;
     solsys_body* body = nullptr;
