@@ -255,10 +255,12 @@ TEST(CInterface, SurvivesEveryFunction) {
             spent[i] += took;
         }
     // An attack whose every call is refused at the door says nothing of what is behind it.
-    for (size_t i = 0; i < std::size(kFunctions); ++i)
-        if (kFunctions[i].name !=
-            std::string_view("solsys_body_from_file"))  // no orbits at hand
-            EXPECT_GT(answered[i], 0) << kFunctions[i].name;
+    for (size_t i = 0; i < std::size(kFunctions); ++i) {
+        const std::string_view name = kFunctions[i].name;
+        // No files of orbits or satellites are at hand.
+        const bool reads = name == "solsys_body_from_file" || name == "solsys_read_satellites";
+        EXPECT_TRUE(answered[i] > 0 || reads) << name;
+    }
     solsys_model_free(nullptr), solsys_body_free(nullptr), solsys_list_free(nullptr);
     solsys_control_stop(nullptr), solsys_control_free(nullptr);
     EXPECT_EQ(solsys_list_count(nullptr), 0U);
