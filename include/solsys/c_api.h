@@ -101,6 +101,7 @@ SOLSYS_API solsys_status solsys_terrestrial_time(solsys_instant t, solsys_instan
 /// \name Sites
 /// @{
 
+/// A place on the Earth.
 typedef struct solsys_site {
     size_t size;
     double latitude_deg;     ///< geodetic
@@ -178,16 +179,19 @@ SOLSYS_API solsys_status solsys_model_source(const solsys_model* model, char* bu
 /// At the model's instant for its observer.
 /// @{
 
+/// A direction on an equator, and how far; NaN for a distance that is not known.
 typedef struct solsys_place {
     double ra_deg;  ///< [0, 360)
     double dec_deg;
     double distance_au;
     double light_time_days;
 } solsys_place;
+/// A direction over the horizon of the site.
 typedef struct solsys_horizontal {
     double azimuth_deg;   ///< from north through east
     double altitude_deg;  ///< without refraction
 } solsys_horizontal;
+/// A longitude and a latitude.
 typedef struct solsys_lon_lat {
     double lon_deg;  ///< [0, 360)
     double lat_deg;
@@ -211,6 +215,7 @@ SOLSYS_API solsys_status solsys_ecliptic_of(const solsys_model* model,
 SOLSYS_API solsys_status solsys_galactic_of(const solsys_model* model,
                                             const solsys_place* apparent, solsys_lon_lat* out);
 
+/// How a body looks to the observer.
 typedef struct solsys_appearance {
     size_t size;
     double magnitude;
@@ -288,10 +293,13 @@ SOLSYS_API solsys_status solsys_separations(const solsys_place* first, size_t fi
 
 /// \name Risings
 /// @{
+
+/// An altitude to go through.
 typedef struct solsys_altitude {
     double degrees;      ///< without refraction
     int32_t upper_limb;  ///< not 0: of the upper limb instead of the centre
 } solsys_altitude;
+/// A visit above the horizon, as `solsys::sky::Rising`.
 typedef struct solsys_rising {
     size_t size;
     solsys_instant rise, transit, set;
@@ -300,6 +308,7 @@ typedef struct solsys_rising {
     solsys_instant astronomical_dawn, nautical_dawn, civil_dawn;
     solsys_instant civil_dusk, nautical_dusk, astronomical_dusk;
 } solsys_rising;
+/// A passage through one of the altitudes asked for; `rising` is 0 or 1.
 typedef struct solsys_passage {
     solsys_instant at;
     double azimuth_deg;
@@ -331,12 +340,14 @@ SOLSYS_API solsys_status solsys_get_passage(const solsys_list* list, size_t row,
 /// \name Conjunctions
 /// @{
 enum { SOLSYS_BY_RIGHT_ASCENSION = 0, SOLSYS_BY_LONGITUDE = 1, SOLSYS_CLOSEST = 2 };
+/// Two bodies side by side.
 typedef struct solsys_conjunction {
     solsys_instant at;
     double separation_deg;
     double position_angle_deg;  ///< of the first body from the second
     double elongation_deg;      ///< of the first body from the Sun, positive east
 } solsys_conjunction;
+/// Several bodies within a small circle.
 typedef struct solsys_gathering {
     solsys_instant at;                   ///< when the circle around all of them is least
     double radius_deg, ra_deg, dec_deg;  ///< of that circle
@@ -344,18 +355,23 @@ typedef struct solsys_gathering {
     double elongation_deg;               ///< of its centre from the Sun, positive east
 } solsys_gathering;
 
+/// All of a span in order, `way` as above; of the closest those within `closest_limit_deg`.
+/// `control` may be null.
 SOLSYS_API solsys_status solsys_conjunctions(solsys_model* model, const solsys_body* first,
                                              const solsys_body* second, solsys_instant from,
                                              solsys_instant to, int32_t way,
                                              double closest_limit_deg, solsys_control* control,
                                              solsys_list** out);
+/// A row of that list, from 0.
 SOLSYS_API solsys_status solsys_get_conjunction(const solsys_list* list, size_t row,
                                                 solsys_conjunction* out);
+/// All bodies within a circle of the radius `limit_deg`, once each time they come together.
 SOLSYS_API solsys_status solsys_gatherings(solsys_model* model,
                                            const solsys_body* const* bodies, size_t body_count,
                                            solsys_instant from, solsys_instant to,
                                            double limit_deg, solsys_control* control,
                                            solsys_list** out);
+/// A row of that list, from 0.
 SOLSYS_API solsys_status solsys_get_gathering(const solsys_list* list, size_t row,
                                               solsys_gathering* out);
 /// @}
@@ -363,10 +379,12 @@ SOLSYS_API solsys_status solsys_get_gathering(const solsys_list* list, size_t ro
 /// \name Eclipses
 /// @{
 enum { SOLSYS_SOLAR = 0, SOLSYS_LUNAR = 1 };
+/// A point on the ground: geodetic latitude, longitude east positive.
 typedef struct solsys_ground_point {
     double latitude_deg, longitude_deg;
     solsys_instant at;
 } solsys_ground_point;
+/// An eclipse for the Earth as a whole; `kind`: SOLSYS_SOLAR or SOLSYS_LUNAR.
 typedef struct solsys_eclipse {
     size_t size;
     int32_t kind;
@@ -380,11 +398,13 @@ typedef struct solsys_eclipse {
     double path_width_km, duration_s;  ///< of central solar ones
     solsys_instant contacts[8];        ///< as `ECLIPSE_P1` and so on
 } solsys_eclipse;
+/// A moment of an eclipse at a site.
 typedef struct solsys_eclipse_moment {
     solsys_instant at;
     double altitude_deg, azimuth_deg;
     double position_angle_deg;  ///< of the contact
 } solsys_eclipse_moment;
+/// An eclipse at a site, as `solsys::sky::LocalEclipse`.
 typedef struct solsys_local_eclipse {
     size_t size;
     int32_t visible;
@@ -393,6 +413,7 @@ typedef struct solsys_local_eclipse {
     solsys_eclipse_moment first, second, maximum, third, fourth;
     solsys_instant rise, set;  ///< during the eclipse
 } solsys_local_eclipse;
+/// A curve of an eclipse on the map; its points by `solsys_get_map_points`.
 typedef struct solsys_map_curve {
     size_t size;
     int32_t kind;        ///< as `MapCurveKind` counts
@@ -425,6 +446,8 @@ SOLSYS_API solsys_status solsys_get_map_points(const solsys_list* curves, size_t
 
 /// \name Diary
 /// @{
+
+/// An event of the sky, told in words and numbers; SKYEVENT_... stand in `solsys/diary.h`.
 typedef struct solsys_diary_event {
     size_t size;
     solsys_instant at;
@@ -456,6 +479,8 @@ SOLSYS_API int32_t solsys_diary_kind(const char* name);
 
 /// \name Satellites of the Earth
 /// @{
+
+/// What is known of a satellite beside its elements.
 typedef struct solsys_satellite {
     size_t size;
     char name[64];
@@ -463,6 +488,7 @@ typedef struct solsys_satellite {
     double period_minutes;
     double standard_magnitude;  ///< at 1000 km, half lit
 } solsys_satellite;
+/// Where a satellite stands at a moment of its pass.
 typedef struct solsys_satellite_place {
     solsys_instant at;
     double azimuth_deg, altitude_deg;
@@ -471,6 +497,7 @@ typedef struct solsys_satellite_place {
     double sun_altitude_deg;
     double magnitude;
 } solsys_satellite_place;
+/// A satellite above the horizon of a site.
 typedef struct solsys_pass {
     size_t size;
     solsys_satellite_place rise, culmination, set;

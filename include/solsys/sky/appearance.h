@@ -35,8 +35,9 @@ struct Constellation {
 };
 /// That of a direction on the true equator of date; boundaries of Delporte 1930.
 SOLSYS_API Constellation constellation_at(const Model& model, double ra_deg, double dec_deg);
-/// By its index, or by its abbreviation; index -1 for what is none.
+/// By its index; index -1 for what is none.
 SOLSYS_API Constellation constellation_number(int index);
+/// By its abbreviation, "Ori"; index -1 for what is none.
 SOLSYS_API Constellation constellation_called(std::string_view abbreviation);
 
 }  // namespace solsys::sky

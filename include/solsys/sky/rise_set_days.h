@@ -24,14 +24,14 @@ namespace solsys::sky {
 
 /// An upper transit of the meridian, above the horizon or not.
 struct Transit {
-    Instant at;
+    Instant at;               ///< when
     double altitude_deg = 0;  ///< geometric
 };
 
 /// Rising or setting, as an instant and an azimuth (of the centre, from north through east).
 struct HorizonEvent {
-    Instant at;
-    double azimuth_deg = 0;
+    Instant at;              ///< when
+    double azimuth_deg = 0;  ///< of the centre, from north through east
 };
 
 /// What a body does all of a day on which it neither rises nor sets.
@@ -41,13 +41,15 @@ SOLSYS_API const char* to_string(DayState state);
 
 /// A civil day of a body, all that happens in it: usually one of each, sometimes none or two.
 struct RiseSetDay {
-    CivilDate date;
-    DayState state = DayState::kRisesOrSets;
-    std::vector<HorizonEvent> rises, sets;
-    std::vector<Transit> transits;
+    CivilDate date;                           ///< in the zone
+    DayState state = DayState::kRisesOrSets;  ///< whether it is up or down all day
+    std::vector<HorizonEvent> rises;          ///< in order
+    std::vector<HorizonEvent> sets;           ///< in order
+    std::vector<Transit> transits;            ///< in order
     /// The Sun's centre at -6, -12 and -18 degrees: civil, nautical, astronomical twilight, the
     /// first beginning and the last end in the day; for other bodies empty.
-    std::array<std::optional<Instant>, 3> dawn, dusk;
+    std::array<std::optional<Instant>, 3> dawn;
+    std::array<std::optional<Instant>, 3> dusk;  ///< as `dawn`, in the evening
 };
 
 /// The civil days of a zone from one date to another (both included) at a site, with the

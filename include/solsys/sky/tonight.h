@@ -15,11 +15,14 @@ namespace solsys::sky {
 
 /// A night from the Sun's point of view. Instants are empty for what does not happen in it.
 struct NightHours {
-    CivilDate date;  ///< of the evening
-    Span span;       ///< noon to noon by the clock
-    std::optional<Instant> sunset, sunrise;
-    /// The Sun's centre at -6, -12 and -18 degrees: civil, nautical, astronomical twilight.
-    std::array<std::optional<Instant>, 3> dusk, dawn;
+    CivilDate date;                  ///< of the evening
+    Span span;                       ///< noon to noon by the clock
+    std::optional<Instant> sunset;   ///< of the evening
+    std::optional<Instant> sunrise;  ///< of the morning
+    /// The Sun's centre at -6, -12 and -18 degrees: end of civil, nautical, astronomical
+    /// twilight.
+    std::array<std::optional<Instant>, 3> dusk;
+    std::array<std::optional<Instant>, 3> dawn;  ///< the same in the morning: its beginning
     /// While stars are seen: the Sun's centre lower than -6 degrees; in nights that are never
     /// so dark, as long as it is below the horizon. Empty under the midnight Sun.
     std::vector<Span> dark;
@@ -36,7 +39,7 @@ struct NightHours {
 /// ends (the Moon, which moves in declination, may come 0.02 degrees higher beside the
 /// meridian).
 struct BestView {
-    Instant at;
+    Instant at;               ///< when
     double altitude_deg = 0;  ///< without refraction
     double azimuth_deg = 0;   ///< from north through east
 };
