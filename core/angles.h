@@ -39,7 +39,7 @@ inline double latitude_of(Vec3 v) { return std::atan2(v.z, std::hypot(v.x, v.y))
 inline double separation(Vec3 a, Vec3 b) { return std::atan2(norm(cross(a, b)), dot(a, b)); }
 
 // The position angle of direction b seen at direction a, from north through east in [0, 2 pi);
-// north is +z of their frame. Unit vectors. Meeus 1998, Astronomical Algorithms, chapter 48.
+// north is +z of their frame. Unit vectors.
 inline double position_angle(Vec3 a, Vec3 b) {
     const double east = a.x * b.y - a.y * b.x;
     const double north = b.z - a.z * dot(a, b);

@@ -44,7 +44,7 @@ constexpr bool is_gregorian(const CivilDate& date, Calendar calendar) {
 // The Julian day number that begins at noon of a date; its midnight is half a day earlier. Any
 // month from 1 to 12 and any day count: those beyond the month run on.
 // Richards 2013, in Urban & Seidelmann, Explanatory Supplement to the Astronomical Almanac,
-// chapter 15.
+// on calendars.
 constexpr std::int64_t day_number(const CivilDate& date,
                                   Calendar calendar = Calendar::historical) {
     constexpr std::int64_t kJulianMarch0 = 1721118;  // of year 0, Julian calendar

@@ -7,7 +7,7 @@ namespace solsys {
 
 // Fixed-point iteration for the geodetic latitude: from a latitude to the point where its
 // normal meets the axis, and from there to the latitude of the normal through v. It gains a
-// factor e^2 per pass at the surface. Heiskanen & Moritz 1967, Physical Geodesy, section 5-3.
+// factor e^2 per pass at the surface. Heiskanen & Moritz 1967, Physical Geodesy.
 GeodeticFix geodetic(const Ellipsoid& figure, Vec3 v) {
     constexpr double kTolerance = 1e-14;  // rad
     const double p = std::sqrt(v.x * v.x + v.y * v.y);

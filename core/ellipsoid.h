@@ -31,7 +31,7 @@ struct Geodetic {
 };
 
 // Body-fixed Cartesian coordinates, z axis to the north pole, x axis to the prime meridian.
-// Heiskanen & Moritz 1967, Physical Geodesy, equation 5-3.
+// Heiskanen & Moritz 1967, Physical Geodesy.
 inline Vec3 cartesian(const Ellipsoid& figure, double height, SinCos lon, SinCos lat) {
     const double n = figure.normal_to_axis(lat.sin);
     const double to_axis = (n + height) * lat.cos;

@@ -1,6 +1,6 @@
 // Gravitational deflection of light on its way past the Sun, Jupiter and Saturn, with the
-// effect of the source's own distance (Klioner 2003, Astron. J. 125, 1580, eq. 70; Urban &
-// Seidelmann 2013, Explanatory Supplement, eq. 7.63).
+// effect of the source's own distance (Klioner 2003, Astron. J. 125, 1580; Urban &
+// Seidelmann 2013, Explanatory Supplement to the Astronomical Almanac).
 #pragma once
 
 #include <array>

@@ -48,7 +48,8 @@ struct PlanetLaw {
         return distance_term + v0 + (((c4 * u + c3) * u + c2) * u + c1) * u;
     }
 };
-constexpr const char* kHarris = "Harris 1961, in Planets and Satellites, ed. Kuiper, 272";
+constexpr const char* kHarris =
+    "Harris 1961, in Planets and Satellites, ed. Kuiper & Middlehurst";
 constexpr const char* kDanjon = "Danjon's earthshine, in Harris 1961, l.c.";
 constexpr const char* kMallama = "Mallama & Hilton 2018, Astron. Comput. 25, 10";
 constexpr const char* kSupplement =

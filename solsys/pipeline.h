@@ -32,7 +32,7 @@ bool from_observer(const Bodies& bodies, const ObserverState& observer,
 //
 // Light time by fixed-point iteration to 2e-6 day, in at most 20 steps; aberration relativistic
 // (see star_place.h). No deflection of light. Source: Explanatory Supplement to the
-// Astronomical Almanac 1992, chapter 3.
+// Astronomical Almanac 1992.
 bool apparent(const Bodies& bodies, const ObserverState& observer, const StateSource& source,
               Instant t, double light_time, ApparentPlace& out,
               std::optional<Instant>* failed_at = nullptr);

@@ -13,7 +13,7 @@ constexpr double kTolerance = 1e-6;  // rad, of the last Newton step
 constexpr int kPasses = 30;
 
 // Equation of the centre to the fifth power of e. Brouwer & Clemence 1961, Methods of Celestial
-// Mechanics, chapter 2.
+// Mechanics.
 double true_anomaly_by_series(double e, double M) {
     const double e2 = e * e, e3 = e2 * e, e4 = e3 * e, e5 = e4 * e;
     return M + (2 * e - e3 / 4 + 5 * e5 / 96) * std::sin(M) +

@@ -1,6 +1,6 @@
 // Near-parabolic motion in universal form: Barker's equation, corrected for the departure from
 // the parabola by the Stumpff function c3. Stumpff 1959, Himmelsmechanik; Montenbruck & Pfleger
-// 2000, Astronomy on the Personal Computer, chapter 4.
+// 2000, Astronomy on the Personal Computer.
 #include <cmath>
 
 #include "ephemeris/two_body/kepler_equation.h"

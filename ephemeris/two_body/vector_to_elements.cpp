@@ -1,5 +1,5 @@
 // Osculating elements from a state: the vis-viva integral, Kepler's equation, and the
-// eccentricity vector. Danby 1988, Fundamentals of Celestial Mechanics, chapter 6.
+// eccentricity vector. Danby 1988, Fundamentals of Celestial Mechanics.
 #include <cmath>
 
 #include "core/constants.h"

@@ -1,6 +1,7 @@
 // Besselian elements: the shadow's axis and cones on the plane through the Earth's centre at
 // right angles to the axis. Lengths in equatorial radii of the Earth.
-// Source: Explanatory Supplement to the Astronomical Almanac (1992), chapter 8; Chauvenet 1891.
+// Source: Explanatory Supplement to the Astronomical Almanac (1992), on eclipses; Chauvenet
+// 1891, A Manual of Spherical and Practical Astronomy.
 #pragma once
 
 #include "core/linalg.h"

@@ -1,6 +1,6 @@
 // Where on the ground the edge of a cone passes at its farthest: the points that see a given
 // phase as their greatest.
-// Source: Explanatory Supplement to the Astronomical Almanac (1992), section 8.35.
+// Source: Explanatory Supplement to the Astronomical Almanac (1992), on eclipses.
 #pragma once
 
 #include "events/eclipses/ground.h"

@@ -1,5 +1,6 @@
 // The mean-lunation series that says whether a syzygy can bring an eclipse, and about when.
-// Source: Meeus 1979, Astronomical Formulae for Calculators, chapters 32 and 33.
+// Source: Meeus 1979, Astronomical Formulae for Calculators, on the phases of the
+// Moon and on eclipses.
 #pragma once
 
 namespace solsys::eclipses {

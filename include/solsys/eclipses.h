@@ -191,7 +191,8 @@ class SOLSYS_API EclipseCallback {
 SOLSYS_API bool PossibilityOfEclipse(short kind, int* day, double* fraction, double* u,
                                      double* gamma, double* n);
 
-/// Besselian elements from the places of Moon and Sun (Explanatory Supplement, chapter 8).
+/// Besselian elements from the places of Moon and Sun (Explanatory Supplement
+/// to the Astronomical Almanac 1992).
 /// \param[in] day, fraction  instant of `mu`, see `BesselElems::mu`
 /// \param[in] moon, sun      geocentric, apparent, true equator of date [au], 3 values each
 /// \param[in] moonRadius, sunRadius, earthRadius  [km]

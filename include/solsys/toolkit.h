@@ -177,7 +177,7 @@ SOLSYS_API void cartesianToSpherical(const double* xyz, double* out);
 /// \param      geo  height above the ellipsoid, longitude, planetographic latitude
 /// \param[out] out  3 elements, in the unit of a
 ///
-/// Source: Heiskanen & Moritz 1967, Physical Geodesy, equation 5-3.
+/// Source: Heiskanen & Moritz 1967, Physical Geodesy.
 SOLSYS_API void Plg2Plc(double a, double f, const double* geo, double* out);
 
 /// The inverse of `Plg2Plc`, by iteration of the latitude to 1e-14 rad. The height is the

@@ -18,7 +18,7 @@
 ///
 /// Sources: rise, set and transit by iteration on the hour angle, e.g. Meeus 1998, Astronomical
 /// Algorithms, chapter 15; -34 arcmin and the dip 2.12 arcmin sqrt(h in metres): Explanatory
-/// Supplement to the Astronomical Almanac (1992), chapter 9.
+/// Supplement to the Astronomical Almanac (1992).
 ///
 /// Bad input: a null record, identifier or destination, an instant or angle that is not finite,
 /// a day that is no 32-bit integer, an object that is in no table: the answer is false (0, an

@@ -168,6 +168,9 @@ TEST(FalsePosition, StopsAtEitherToleranceAndRefusesEqualSigns) {
     EXPECT_NEAR(x_of(found.t), std::cbrt(2.0), 1e-6);
     EXPECT_GT(std::fabs(false_position(f, between(0, 2), 0, 2).f), 0.1);
     EXPECT_EQ(false_position(f, between(2, 3), 1e-6, 0).t, -1);
+    int calls = 0;
+    const auto nowhere = [&](double) { return ++calls, kNan; };
+    EXPECT_TRUE(std::isnan(false_position(nowhere, between(0, 2), 1e-6, 0).f) && calls == 1);
 }
 
 TEST(Settle, ComesToRestOrSaysNo) {
