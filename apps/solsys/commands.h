@@ -38,6 +38,7 @@ void add_moons(CommandLine& main);
 void add_info(CommandLine& main);
 void add_eclipses(CommandLine& main);
 void add_ephemeris_info(CommandLine& main);
+void add_selfcheck(CommandLine& main);
 // "manual" and "completions".
 void add_shell_help(CommandLine& main);
 

@@ -27,6 +27,7 @@ void declare_commands(app::CommandLine& main) {
     app::add_constellation(main);
     app::add_info(main);
     app::add_ephemeris_info(main);
+    app::add_selfcheck(main);
     app::add_shell_help(main);
 }
 

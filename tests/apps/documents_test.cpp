@@ -91,6 +91,7 @@ constexpr const char* kRows[] = {
     "tle data/catalogue/element_sets_sample.txt --city Oslo --from 2006-06-27 --to 2006-06-28",
     "constellation sirius",
     "ephemeris-info " SOLSYS_DE405,
+    "selfcheck",
 };
 
 TEST(Documents, EveryKeyStandsInTheTableOfKeysAndNoOther) {

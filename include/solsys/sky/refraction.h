@@ -40,8 +40,8 @@ inline constexpr double kLowestApparentAltitude = -1.0;
 /// [deg]. Pressure and temperature by the factor (P/1010)(283/(273 + t)), as the formulas have
 /// it.
 ///
-/// Within 13 arcsec of the integral from 5 degrees upward, of 40 at the horizon in ordinary
-/// air, of minutes of arc at the horizon in cold or hot air. Sources: Bennett 1982, J.
+/// Within 10 arcsec of the integral from 5 degrees upward, of 71 at the horizon in ordinary
+/// air, of 2.5 arcmin there in air from -20 to 35 degrees. Sources: Bennett 1982, J.
 /// Navigation 35, 255; Saemundsson 1986, Sky and Telescope 72, 70. \return nothing below an
 /// apparent altitude of -1 degree or for what is not finite
 [[nodiscard]] SOLSYS_API std::optional<double> refraction_of_apparent_short(
