@@ -110,17 +110,21 @@ class Occultations {
         return std::asin(v.z * std::cos(obliquity) - v.y * std::sin(obliquity));
     }
 
+    // Of the instant that the model stands at, by the turn of the Earth in force.
+    [[nodiscard]] double local_sidereal() const {
+        return sky_.model().GetSiderealTime(false) + sky_.equation_of_equinoxes() + longitude_;
+    }
+
     // The site from the Earth's centre, J2000 equator [au]; the frames have to be up to date.
-    Vec3 site_at(double t) const {
-        const solsys::Instant instant = search::split(t);
-        const double sidereal = SiderialTime(true, instant.day, instant.fraction) + longitude_;
+    [[nodiscard]] Vec3 site_now() const {
+        const double sidereal = local_sidereal();
         const Vec3 of_date = rotate_z(-sidereal) * Vec3{from_centre_[0], 0, from_centre_[2]};
         return (1 / kAuKm) * transpose_times(sky_.equator(), of_date);
     }
 
     View view(const Candidate& c, double t) {
         sky_.at(t);
-        const Vec3 site = site_at(t);
+        const Vec3 site = site_now();
         const Apparent moon = sky_.seen_from(sky_.apparent({diary::kMoon}), site);
         const Apparent body = sky_.seen_from(sky_.apparent(c.target), site);
         return {moon.direction, body.direction, std::asin(kMoonRadius / moon.distance),
@@ -164,8 +168,8 @@ class Occultations {
                                                                    : Contact::kReappears;
         }
         const View v = view(c, t);
-        const Vec3 sun_path = sky_.seen_from(sky_.sun(), site_at(t)).direction;
-        altitudes(event, v, sun_path, t);
+        const Vec3 sun_path = sky_.seen_from(sky_.sun(), site_now()).direction;
+        altitudes(event, v, sun_path);
         event.magnitude = magnitude_of(c, t);
         if (options_.observable_only && !observable(event, c)) return;
         limb(event, v, sun_path);
@@ -173,9 +177,8 @@ class Occultations {
         found_.push_back(event);
     }
 
-    void altitudes(LunarOccultation& event, const View& v, Vec3 sun, double t) const {
-        const solsys::Instant instant = search::split(t);
-        const double sidereal = SiderialTime(true, instant.day, instant.fraction) + longitude_;
+    void altitudes(LunarOccultation& event, const View& v, Vec3 sun) const {
+        const double sidereal = local_sidereal();
         // The local meridian's axes: south, east, zenith.
         const Mat3 horizon = rotate_y(kHalfPi - latitude_) * rotate_z(sidereal);
         const Vec3 moon = horizon * (sky_.equator() * v.moon);

@@ -44,6 +44,7 @@ void GeocentricSky::at(double jd_tt) {
     const FukushimaWilliams precession = fukushima_williams(t);
     equator_ = equator_from_gcrs(precession, nutation.d_psi, nutation.d_epsilon);
     ecliptic_ = rotate_x(precession.epsilon + nutation.d_epsilon) * equator_;
+    equation_of_equinoxes_ = nutation.d_psi * std::cos(precession.epsilon + nutation.d_epsilon);
 }
 
 void GeocentricSky::at_in_same_frames(double jd_tt) {

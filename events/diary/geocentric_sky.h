@@ -52,6 +52,8 @@ class GeocentricSky {
     // J2000 equator to the true equator of date, and to the ecliptic and true equinox of date.
     [[nodiscard]] const Mat3& equator() const { return equator_; }
     [[nodiscard]] const Mat3& ecliptic() const { return ecliptic_; }
+    // Apparent less mean sidereal time [rad].
+    [[nodiscard]] double equation_of_equinoxes() const { return equation_of_equinoxes_; }
     [[nodiscard]] const State& earth() const { return earth_; }
     [[nodiscard]] CSWSolSys& model() const { return model_; }
 
@@ -70,6 +72,7 @@ class GeocentricSky {
     double reciprocal_lorentz_ = 1;
     Mat3 equator_ = kIdentity;
     Mat3 ecliptic_ = kIdentity;
+    double equation_of_equinoxes_ = 0;
     std::vector<LightTime>
         light_times_;  // of the few bodies of a search, from the last instant
 };
