@@ -4,11 +4,14 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <fstream>
 #include <map>
 #include <random>
 #include <set>
 
+#include "solsys/sky/orbits.h"
 #include "solsys/sky/places.h"
+#include "tests/io/orbit_lines.h"
 
 namespace {
 
@@ -124,6 +127,43 @@ TEST_F(Survey, RefusesWhatIsNoEllipse) {
     EXPECT_FALSE(survey_.add(sun()));
     EXPECT_TRUE(survey_.in_field(model_, {}).empty());
     EXPECT_FALSE(MinorPlanetSurvey::read("no/such/file"));
+}
+
+// The packed columns of a catalogue against the reader of single orbits.
+TEST_F(Survey, ReadsAFile) {
+    const std::string path = SOLSYS_BUILD_DIR "/survey_test_orbits.txt";
+    {
+        std::ofstream file(path);
+        file << "Des'n     H     G   Epoch\n" << std::string(160, '-') << "\n";
+        solsys_io::PrintedPlanet planet;
+        for (const auto& [packed, words] :
+             {std::pair{"00001", "     (1) Ceres"}, std::pair{"A0002", "(100002) Second"},
+              std::pair{"~0003", "(620003) Third"}, std::pair{"K07Tf8A", ""}}) {
+            planet.packed = packed, planet.words = words;
+            planet.M += 20, planet.node += 40;
+            file << solsys_io::print(planet) << "\n";
+        }
+        planet.e = 1.5;
+        file << solsys_io::print(planet) << "\nnothing\n";
+    }
+    std::string told;
+    const auto survey =
+        MinorPlanetSurvey::read(path, [&](const std::string& line) { told += line; });
+    ASSERT_TRUE(survey) << survey.message();
+    EXPECT_EQ(survey->size(), 4U);
+    EXPECT_NE(told, "");
+    const Instant date = *Instant::from_iso("2023-10-20T03:00:00Z");
+    ASSERT_TRUE(model_.move_to(date));
+    const auto finds = survey->in_field(model_, {}, {0.002, true, nullptr});
+    ASSERT_EQ(finds.size(), 4U);
+    for (const SurveyFind& find : finds) {
+        const auto body = find_in_file(path, find.body.name, date);
+        ASSERT_TRUE(body) << body.message();
+        const auto place = astrometric_place(model_, *body);
+        ASSERT_TRUE(place);
+        EXPECT_NEAR(find.ra_deg, place->ra_deg, 1e-6) << find.body.name;
+        EXPECT_NEAR(find.dec_deg, place->dec_deg, 1e-6) << find.body.name;
+    }
 }
 
 }  // namespace
