@@ -30,7 +30,7 @@ TEST(ElementLines, AreJudgedByTheColumn) {
         const std::string name = row.text("case");
         std::string line1 = row.text("line1");
         if (const auto tab = line1.find("\\t"); tab != std::string::npos)
-            line1.replace(tab, 2, "\t");
+            line1.erase(tab, 1), line1[tab] = '\t';
         TLEConvert set;
         const bool good = set.Set((line1 + "  \r").c_str(), row.text("line2").c_str()) == 0;
         const TLEFault& fault = set.GetFault();
