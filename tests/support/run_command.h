@@ -25,6 +25,15 @@ inline std::string contents(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+// What a program printed, with one line end on every system.
+inline std::string printed_text(const std::filesystem::path& path) {
+    std::string text = contents(path);
+#ifdef _WIN32
+    std::erase(text, '\r');
+#endif
+    return text;
+}
+
 // The system's shell runs the program; its two streams go through files.
 inline Outcome run_command(const std::string& arguments) {
     static int run = 0;
@@ -42,8 +51,8 @@ inline Outcome run_command(const std::string& arguments) {
     Outcome outcome;
     // POSIX packs the exit status into the second byte, Windows answers it plainly.
     outcome.status = answer > 255 ? answer / 256 : answer;
-    outcome.out = contents(out);
-    outcome.err = contents(err);
+    outcome.out = printed_text(out);
+    outcome.err = printed_text(err);
     std::filesystem::remove(out);
     std::filesystem::remove(err);
     return outcome;
