@@ -11,7 +11,7 @@ namespace app {
 
 void add_shell_help(CommandLine& main) {
     Command manual = main.add("manual", "The manual page, for man");
-    manual.footer("Example:\n  solsys manual | man -l -");
+    manual.footer("Example:\n  solsys manual");
     manual.run([&main] { fmt::print("{}", main.manual()); });
 
     auto shell = std::make_shared<std::string>();
