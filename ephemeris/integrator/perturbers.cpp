@@ -17,10 +17,13 @@ constexpr double kIntegrated = 150 * kDaysPerJulianYear;  // day from the epoch,
 
 constexpr short kMercuryInFile = 1, kMoonInFile = 10;
 
-// day + offset from J2000 TDB; whole days far beyond any ephemeris stay within int.
+// day + offset from J2000 TDB; whole days far beyond any ephemeris, and of what is no number,
+// stay within int.
 Instant instant(double day, double offset) {
     constexpr double kFar = 1e8;
-    const double whole = std::floor(std::clamp(day + offset, -kFar, kFar));
+    const double wanted = day + offset;
+    const double whole =
+        std::isnan(wanted) ? kFar : std::floor(std::clamp(wanted, -kFar, kFar));
     return {kJ2000Day + static_cast<int>(whole), (day - whole) + offset};
 }
 
