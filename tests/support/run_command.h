@@ -34,6 +34,15 @@ inline std::string printed_text(const std::filesystem::path& path) {
     return text;
 }
 
+// The answer of the system's shell; the line is UTF-8.
+inline int shell(const std::string& line) {
+#ifdef _WIN32
+    return _wsystem(std::filesystem::path(std::u8string(line.begin(), line.end())).c_str());
+#else
+    return std::system(line.c_str());
+#endif
+}
+
 // The system's shell runs the program; its two streams go through files.
 inline Outcome run_command(const std::string& arguments) {
     static int run = 0;
@@ -47,7 +56,7 @@ inline Outcome run_command(const std::string& arguments) {
     program.make_preferred();
     const std::string line =
         program.string() + " " + arguments + " > " + out.string() + " 2> " + err.string();
-    const int answer = std::system(line.c_str());
+    const int answer = shell(line);
     Outcome outcome;
     // POSIX packs the exit status into the second byte, Windows answers it plainly.
     outcome.status = answer > 255 ? answer / 256 : answer;
