@@ -1,5 +1,7 @@
 #include "frames/pole_nodes.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
@@ -10,9 +12,10 @@
 namespace solsys {
 namespace {
 
-constexpr double kStep = 0.5;          // day
-constexpr double kFarthest = 1e7;      // day from J2000: beyond, no nodes
-constexpr int kVisitsBeforeNodes = 3;  // direct sums before nodes pay
+constexpr double kStep = 0.5;      // day
+constexpr double kFarthest = 1e7;  // day from J2000: beyond, no nodes
+constexpr std::int64_t kNear = 4;  // cells from the last instant
+constexpr int kEarnedByJump = 9;   // so that the third instant after a jump makes nodes
 
 // Signed binomial coefficients: barycentric weights of equidistant nodes.
 template <std::size_t N>
@@ -31,38 +34,31 @@ PoleSeries pole_series(Instant tt) {
     return {n.d_psi, n.d_epsilon, cio_locator_plus_half_xy(tt)};
 }
 
+int PoleNodes::missing(std::int64_t first) const {
+    if (first == whole_) return 0;
+    int count = 0;
+    for (std::int64_t node = first; node < first + kNodes; ++node)
+        count += nodes_[slot_of(node)].number != node;
+    return count;
+}
+
 void PoleNodes::fill(std::int64_t first) {
     for (std::int64_t node = first; node < first + kNodes; ++node) {
-        const auto slot = static_cast<std::size_t>(((node % kNodes) + kNodes) % kNodes);
-        if (held_[slot] == node) continue;
+        Node& held = nodes_[slot_of(node)];
+        if (held.number == node) continue;
         const double days = static_cast<double>(node) * kStep;
         const double whole = std::floor(days);
-        values_[slot] = pole_series({kJ2000Day + static_cast<int>(whole), days - whole});
-        held_[slot] = node;
+        held = {node, pole_series({kJ2000Day + static_cast<int>(whole), days - whole})};
     }
 }
 
-PoleSeries PoleNodes::at(Instant tt) {
-    const double days = days_since_j2000(tt);
-    if (!(std::fabs(days) < kFarthest)) return pole_series(tt);
-
-    const double u = days / kStep;
-    const auto cell = static_cast<std::int64_t>(std::floor(u));
-    const bool near = last_cell_ != kNone && std::llabs(cell - last_cell_) <= 1;
-    visits_ = near ? visits_ + (visits_ < kVisitsBeforeNodes) : 0;
-    last_cell_ = cell;
-    if (visits_ < kVisitsBeforeNodes) return pole_series(tt);
-
+PoleSeries PoleNodes::interpolated(double u, std::int64_t first) const {
     constexpr auto kWeights = barycentric_weights<kNodes>();
-    const std::int64_t first = cell - (kNodes / 2 - 1);
-    fill(first);
     const double x = u - static_cast<double>(first);
     PoleSeries sum;
     double weights = 0;
     for (std::size_t i = 0; i < kWeights.size(); ++i) {
-        const auto node = first + static_cast<std::int64_t>(i);
-        const PoleSeries& v =
-            values_[static_cast<std::size_t>(((node % kNodes) + kNodes) % kNodes)];
+        const PoleSeries& v = nodes_[slot_of(first + static_cast<std::int64_t>(i))].value;
         const double distance = x - static_cast<double>(i);
         if (distance == 0) return v;
         const double w = kWeights[i] / distance;
@@ -72,6 +68,26 @@ PoleSeries PoleNodes::at(Instant tt) {
         sum.locator += w * v.locator;
     }
     return {sum.d_psi / weights, sum.d_epsilon / weights, sum.locator / weights};
+}
+
+PoleSeries PoleNodes::at(Instant tt) {
+    const double days = days_since_j2000(tt);
+    if (!(std::fabs(days) < kFarthest)) return pole_series(tt);
+
+    const double u = days / kStep;
+    const auto cell = static_cast<std::int64_t>(std::floor(u));
+    const bool near = last_cell_ != kNone && std::llabs(cell - last_cell_) <= kNear;
+    earned_ = near ? std::min(earned_ + 1, kNodes) : kEarnedByJump;
+    last_cell_ = cell;
+
+    const std::int64_t first = cell - (kNodes / 2 - 1);
+    if (const int wanted = missing(first); wanted > 0) {
+        if (wanted > earned_) return pole_series(tt);
+        fill(first);
+        earned_ -= wanted;
+    }
+    whole_ = first;
+    return interpolated(u, first);
 }
 
 }  // namespace solsys
