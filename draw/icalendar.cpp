@@ -6,6 +6,8 @@
 namespace solsys::draw {
 namespace {
 
+constexpr double kAuKm = 149597870.7;
+
 // A content line: folded after at most 75 bytes, never inside a character.
 void put(std::string& out, const std::string& line) {
     std::size_t room = 75;
@@ -61,17 +63,23 @@ std::string identifier(const sky::DiaryEvent& event, const std::string& when) {
 std::string description(const sky::DiaryEvent& event) {
     std::string text;
     const auto add = [&text](const char* what, const std::optional<double>& value,
-                             const char* unit) {
+                             const char* unit, int decimals = 2) {
         if (!value) return;
         char line[96];
-        std::snprintf(line, sizeof line, "%s %.2f%s", what, *value, unit);
+        std::snprintf(line, sizeof line, "%s %.*f%s", what, decimals, *value, unit);
         if (!text.empty()) text += '\n';
         text += line;
     };
     add("Separation", event.separation_deg, "\u00b0");
     add("Elongation", event.elongation_deg, "\u00b0");
     add("Magnitude", event.magnitude, "");
-    add("Distance", event.distance_au, " au");
+    // What lies that near is the Moon.
+    const bool near = event.distance_au && *event.distance_au < 0.01;
+    if (near) {
+        add("Distance", *event.distance_au * kAuKm, " km", 0);
+    } else {
+        add("Distance", event.distance_au, " au", 3);
+    }
     add("Altitude", event.altitude_deg, "\u00b0");
     return text;
 }

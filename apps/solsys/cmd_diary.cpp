@@ -1,6 +1,7 @@
 // solsys diary: the calendar of the sky.
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 #include <sstream>
 
@@ -90,6 +91,17 @@ std::vector<Column<Row>> columns_for(const Setting& setting) {
     return columns;
 }
 
+void draw(sky::Model& model, const std::vector<sky::DiaryEvent>& events, const sky::Span& span,
+          const Setting& setting, const PictureOptions& options) {
+    // No more points than the picture has room for.
+    const double step_days = std::max(2.0, span.days() / 4000);
+    write_picture(solsys::draw::planet_chart(
+                      sky::elongation_curves(model, span, step_days), events, span,
+                      "The planets from " + setting.zone.date_time(span.from), options.light)
+                      .str(),
+                  options);
+}
+
 void run(const Request& request) {
     check_picture_options(request.picture);
     const Setting setting = setting_of(request.options);
@@ -102,20 +114,19 @@ void run(const Request& request) {
 
     LongSearch search;
     const auto events = sky::diary(model, span, options, search.control());
+    if (request.ics == "-") {
+        fmt::print("{}", solsys::draw::icalendar(events, "The sky"));
+        return;
+    }
     if (request.ics) {
         write_file(*request.ics, solsys::draw::icalendar(events, "The sky"));
         tell("wrote " + *request.ics);
     }
-    if (request.picture.wanted())
-        write_picture(
-            solsys::draw::planet_chart(sky::elongation_curves(model, span), events, span,
-                                       "The planets from " + setting.zone.date_time(span.from),
-                                       request.picture.light)
-                .str(),
-            request.picture);
+    if (request.picture.wanted() && !LongSearch::interrupted())
+        draw(model, events, span, setting, request.picture);
     if (request.picture.to_output()) return;
     if (setting.format == Format::kTable && !events.empty()) {
-        print_diary_pages(model, events, setting);
+        print_diary_pages(model, events, setting, search);
         return;
     }
     Table<Row> table(setting.format, columns_for(setting), setting.context(model));
@@ -133,7 +144,8 @@ void add_diary(CommandLine& main) {
                  "Kinds of events by name or number: full-moon,opposition,30");
     command.number("--within", request->within, {0.0, 180.0},
                    "Conjunctions nearer than this alone [degrees]");
-    command.text("--ics", request->ics, "Write a calendar file (iCalendar), too");
+    command.text("--ics", request->ics,
+                 "Write a calendar file (iCalendar), too (- for standard output, alone)");
     add_picture_options(command, request->picture,
                         "Draw the planets' elongations over the span (without --to: a year)");
     add_span_options(command, request->options, "31 days on");

@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 #include "apps/solsys/columns.h"
@@ -13,6 +14,7 @@
 #include "apps/solsys/small_body_options.h"
 #include "draw/year_picture.h"
 #include "solsys/sky/rise_set_days.h"
+#include "solsys/sky/tonight.h"
 
 namespace app {
 namespace {
@@ -25,6 +27,7 @@ struct Request {
     std::optional<std::string> month;
     std::string twilight = "astronomical";
     bool by_time = false;
+    bool best = false;
 };
 
 constexpr const char* kTwilights[] = {"civil", "nautical", "astronomical"};
@@ -33,6 +36,7 @@ constexpr const char* kTwilights[] = {"civil", "nautical", "astronomical"};
 struct Row {
     const sky::Body* body;
     const sky::RiseSetDay* day;
+    const std::optional<sky::BestView>* best;
     std::size_t turn = 0;
 
     template <class T>
@@ -60,7 +64,22 @@ void add_event(Columns& columns, const Setting& setting, const std::string& name
                        }});
 }
 
-Columns columns_for(const Setting& setting, const std::string& twilight) {
+void add_best(Columns& columns, const Setting& setting) {
+    const auto best = [](const Row& row) {
+        return row.turn == 0 ? *row.best : std::optional<sky::BestView>();
+    };
+    add_instant_columns(columns, setting, "best", "Best", [best](const Row& row) {
+        const auto view = best(row);
+        return view ? std::optional(view->at) : std::nullopt;
+    });
+    columns.push_back({"best_altitude_deg", "Alt", fixed(1), [best](const Row& row) {
+                           const auto view = best(row);
+                           return view ? Cell(view->altitude_deg) : Cell();
+                       }});
+}
+
+Columns columns_for(const Setting& setting, const Request& request) {
+    const std::string& twilight = request.twilight;
     Columns columns{
         {"id", "", nullptr, [](const Row& row) { return Cell(sky::code_of(row.body->id)); }},
         {"name", "Body", nullptr, [](const Row& row) { return Cell(row.body->name); }},
@@ -82,6 +101,7 @@ Columns columns_for(const Setting& setting, const std::string& twilight) {
                             twilight == kTwilights[i] ? "Dusk" : "", [i](const Row& row) {
                                 return row.turn == 0 ? row.day->dusk[i] : std::nullopt;
                             });
+    if (request.best) add_best(columns, setting);
     columns.push_back({"state", "State", nullptr, [](const Row& row) {
                            return text_cell(sky::to_string(row.day->state));
                        }});
@@ -103,18 +123,41 @@ Dates dates_of(const sky::Span& span, const Options& options, const Setting& set
 struct BodyDays {
     sky::Body body;
     std::vector<sky::RiseSetDay> days;
+    std::vector<std::optional<sky::BestView>> best;  // of the night after each day, or no value
 };
+
+// When each body stands highest in the darkness of the night that begins on each of its days.
+void find_best(sky::Model& model, const Setting& setting, std::vector<BodyDays>& found,
+               LongSearch& search) {
+    std::map<int, sky::NightHours> nights;
+    double done = 0;
+    for (BodyDays& body : found) {
+        for (std::size_t i = 0; i < body.days.size(); ++i) {
+            if (!search.go_on(
+                    (done + static_cast<double>(i) / static_cast<double>(body.days.size())) /
+                    static_cast<double>(found.size())))
+                return;
+            const sky::CivilDate& date = body.days[i].date;
+            auto [at, fresh] = nights.try_emplace(sky::julian_day_number(date));
+            if (fresh)
+                at->second = sky::night_around(model, *setting.site, setting.zone,
+                                               setting.zone.instant({date, 12, 0, 0}));
+            body.best[i] = sky::best_view(model, *setting.site, body.body, at->second);
+        }
+        ++done;
+    }
+}
 
 void list_days(const std::vector<BodyDays>& found, const Request& request,
                const Setting& setting, const sky::Model& model) {
-    Table<Row> table(setting.format, columns_for(setting, request.twilight),
-                     setting.context(model));
+    Table<Row> table(setting.format, columns_for(setting, request), setting.context(model));
     for (const BodyDays& body : found)
-        for (const sky::RiseSetDay& day : body.days) {
+        for (std::size_t i = 0; i < body.days.size(); ++i) {
+            const sky::RiseSetDay& day = body.days[i];
             const std::size_t turns = std::max(
                 {std::size_t{1}, day.rises.size(), day.sets.size(), day.transits.size()});
             for (std::size_t turn = 0; turn < turns; ++turn)
-                table.add({&body.body, &day, turn});
+                table.add({&body.body, &day, &body.best[i], turn});
         }
     table.finish();
 }
@@ -128,7 +171,11 @@ struct EventRow {
 
 std::vector<EventRow> events_of(const std::vector<BodyDays>& found) {
     std::vector<EventRow> rows;
-    for (const BodyDays& body : found)
+    for (const BodyDays& body : found) {
+        for (const auto& best : body.best)
+            if (best)
+                rows.push_back(
+                    {&body.body, best->at, "best", best->azimuth_deg, best->altitude_deg});
         for (const sky::RiseSetDay& day : body.days) {
             for (const auto& e : day.rises)
                 rows.push_back({&body.body, e.at, "rise", e.azimuth_deg, {}});
@@ -144,6 +191,7 @@ std::vector<EventRow> events_of(const std::vector<BodyDays>& found) {
                     rows.push_back({&body.body, *day.dusk[i], name + " dusk", {}, {}});
             }
         }
+    }
     std::stable_sort(rows.begin(), rows.end(),
                      [](const EventRow& a, const EventRow& b) { return a.at < b.at; });
     return rows;
@@ -189,8 +237,11 @@ void list(sky::Model& model, const Request& request, const Setting& setting) {
         found.push_back(
             {body,
              sky::rise_set_days(model, *setting.site, body, setting.zone, dates.first,
-                                dates.last, setting.refraction.horizon(*setting.site, body))});
+                                dates.last, setting.refraction.horizon(*setting.site, body)),
+             {}});
+        found.back().best.resize(found.back().days.size());
     }
+    if (request.best) find_best(model, setting, found, search);
     if (setting.format == Format::kTable)
         fmt::print("Risings and settings at {} (times: {})\n\n", setting.site->name,
                    setting.zone.name());
@@ -218,6 +269,8 @@ void run(const Request& request) {
         throw BadInput("--twilight: use civil, nautical or astronomical");
     const bool picture = request.picture.wanted();
     const bool bodies = !request.bodies.empty() || request.orbit.file || request.orbit.elements;
+    if (request.best && (picture || request.month))
+        throw BadInput("--best is of days: no --calendar, no --svg, no --png");
     if (picture && (request.month || request.by_time || bodies))
         throw BadInput("--svg and --png draw a year of Sun and Moon: no bodies, no --calendar");
     if (request.month && (bodies || request.options.from || request.options.to))
@@ -243,6 +296,8 @@ void add_rise_set(CommandLine& main) {
     command.text("--twilight", request->twilight,
                  "Shown as dawn and dusk: civil, nautical or astronomical");
     command.flag("--by-time", request->by_time, "Events in order of time, a row each");
+    command.flag("--best", request->best,
+                 "Also when each body stands highest in the dark of the night after the day");
     add_picture_options(command, request->picture,
                         "Draw night, twilight and Moon of the year of --from");
     add_site_options(command, request->options);
@@ -262,6 +317,7 @@ void add_rise_set(CommandLine& main) {
         "Examples:\n"
         "  solsys rise-set sun moon --city London --from 2026-12-01 --to 2026-12-08\n"
         "  solsys rise-set sirius jupiter vesta --city Sydney --by-time\n"
+        "  solsys rise-set moon jupiter --city Oslo --best\n"
         "  solsys rise-set --calendar 2026-12 --city Oslo\n"
         "  solsys rise-set --svg year.svg --city London --from 2026-01-01");
     command.run([request] { run(*request); });

@@ -112,9 +112,9 @@ void Command::footer(const std::string& text) { parser_->footer(text); }
 void Command::run(std::function<void()> what) { parser_->callback(std::move(what)); }
 
 CommandLine::CommandLine(const std::string& what, const std::string& footer,
-                         const std::string& version)
-    : parser_(std::make_unique<CLI::App>(what, "solsys")) {
-    parser_->set_version_flag("--version", version);
+                         const std::string& version, const std::string& sources)
+    : parser_(std::make_unique<CLI::App>(what, "solsys")), version_(version) {
+    parser_->set_version_flag("--version", version + '\n' + sources);
     parser_->require_subcommand(1);
     // A leading slash is a path's on every system, never an option.
     parser_->allow_windows_style_options(false);
@@ -134,7 +134,7 @@ std::vector<std::string> CommandLine::names() const {
     return names;
 }
 
-std::string CommandLine::manual() const { return manual_page(*parser_, parser_->version()); }
+std::string CommandLine::manual() const { return manual_page(*parser_, version_); }
 
 std::string CommandLine::completions(const std::string& shell) const {
     return app::completions(*parser_, shell);

@@ -52,7 +52,9 @@ class Command {
 // The whole of it.
 class CommandLine {
   public:
-    CommandLine(const std::string& what, const std::string& footer, const std::string& version);
+    // `sources`: a line below the version, of what places come from.
+    CommandLine(const std::string& what, const std::string& footer, const std::string& version,
+                const std::string& sources);
     ~CommandLine();
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
@@ -70,6 +72,7 @@ class CommandLine {
 
   private:
     std::unique_ptr<CLI::App> parser_;
+    std::string version_;
 };
 
 }  // namespace app

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace app {
@@ -11,5 +12,8 @@ std::vector<std::string> console_arguments(int argc, char** argv);
 
 // Whether someone looks at standard error while it is written.
 bool error_is_terminal();
+
+// Ends the program with a line on standard error, from within the handler of a signal.
+[[noreturn]] void end_at_once(std::string_view line, int status);
 
 }  // namespace app

@@ -10,4 +10,9 @@ std::vector<std::string> console_arguments(int argc, char** argv) {
 
 bool error_is_terminal() { return isatty(STDERR_FILENO) == 1; }
 
+void end_at_once(std::string_view line, int status) {
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+    _exit(status);
+}
+
 }  // namespace app

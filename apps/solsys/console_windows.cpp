@@ -36,4 +36,10 @@ std::vector<std::string> console_arguments(int argc, char** argv) {
 
 bool error_is_terminal() { return _isatty(_fileno(stderr)) != 0; }
 
+void end_at_once(std::string_view line, int status) {
+    [[maybe_unused]] const int written =
+        _write(_fileno(stderr), line.data(), static_cast<unsigned>(line.size()));
+    _exit(status);
+}
+
 }  // namespace app

@@ -32,7 +32,7 @@ std::string rise_and_set(const sky::RiseSetDay& day, const sky::Zone& zone) {
 
 // The first, eleventh and twenty-first of a month.
 void print_risings(sky::Model& model, const sky::CivilDate& month, const Setting& setting) {
-    if (!setting.site) return;
+    if (!setting.site || LongSearch::interrupted()) return;
     fmt::print("  {}: sunrise and sunset, moonrise and moonset\n", setting.site->name);
     for (const int day : {1, 11, 21}) {
         const sky::CivilDate date{month.year, month.month, day};
@@ -49,7 +49,7 @@ void print_risings(sky::Model& model, const sky::CivilDate& month, const Setting
 }  // namespace
 
 void print_diary_pages(sky::Model& model, const std::vector<sky::DiaryEvent>& events,
-                       const Setting& setting) {
+                       const Setting& setting, LongSearch& search) {
     const sky::Zone& zone = setting.zone;
     sky::CivilDate last{0, 0, 0};
     for (const sky::DiaryEvent& event : events) {
@@ -57,6 +57,8 @@ void print_diary_pages(sky::Model& model, const std::vector<sky::DiaryEvent>& ev
         if (date.year != last.year || date.month != last.month) {
             fmt::print("{}{} {} (times: {})\n\n", last.month == 0 ? "" : "\n",
                        month_name(date.month), date.year, zone.name());
+            search.go_on(static_cast<double>(&event - events.data()) /
+                         static_cast<double>(events.size()));
             print_risings(model, date, setting);
         }
         const std::string label = date == last

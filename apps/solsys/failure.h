@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "apps/solsys/utf8.h"
 #include "solsys/sky/result.h"
 
 namespace app {
@@ -30,7 +31,7 @@ T need(solsys::sky::Result<T> result, const char* argument = "") {
 
 // A line on standard error; nothing can be done where that cannot be written.
 inline void tell(const std::string& text) {
-    std::fputs(("solsys: " + text + "\n").c_str(), stderr);
+    std::fputs(("solsys: " + valid_utf8(text) + "\n").c_str(), stderr);
 }
 
 }  // namespace app

@@ -1,6 +1,7 @@
 #include "apps/solsys/long_search.h"
 
 #include <algorithm>
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <string>
@@ -13,9 +14,24 @@ namespace {
 constexpr auto kPatience = std::chrono::milliseconds(500);  // before a bar is worth showing
 constexpr int kBar = 30;
 
-volatile std::sig_atomic_t caught = 0;
+using Clock = std::chrono::steady_clock;
 
-void interrupt(int) { caught = 1; }
+constexpr auto kDeaf = std::chrono::milliseconds(1000);  // without a look at `caught`
+
+volatile std::sig_atomic_t caught = 0;
+// When a search last looked; 0: none is under way.
+std::atomic<Clock::rep> last_look{0};
+
+// The search ends at its next step. Where nothing looks, or at the second time, all ends.
+void interrupt(int) {
+    const Clock::duration looked(last_look.load());
+    if (caught != 0 || Clock::now().time_since_epoch() - looked > kDeaf)
+        end_at_once("\nsolsys: stopped\n", 130);
+    caught = 1;
+    std::signal(SIGINT, interrupt);  // some systems forget it
+}
+
+void look() { last_look.store(Clock::now().time_since_epoch().count()); }
 
 }  // namespace
 
@@ -23,12 +39,12 @@ LongSearch::LongSearch()
     : control_([this](double done) {
           if (!go_on(done)) control_.stop();
       }),
-      on_terminal_(error_is_terminal()) {
-    std::signal(SIGINT, interrupt);
-}
+      on_terminal_(error_is_terminal()) {}
+
+void LongSearch::catch_interrupts() { std::signal(SIGINT, interrupt); }
 
 LongSearch::~LongSearch() {
-    std::signal(SIGINT, SIG_DFL);
+    last_look.store(0);
     if (shown_percent_ >= 0)
         std::fputs(("\r" + std::string(kBar + 8, ' ') + "\r").c_str(), stderr);
 }
@@ -38,6 +54,7 @@ std::function<bool(double)> LongSearch::progress() {
 }
 
 bool LongSearch::go_on(double done) {
+    look();
     if (on_terminal_) show(done);
     return caught == 0;
 }

@@ -23,6 +23,8 @@ class LongSearch {
     // The same for loops of the command itself.
     bool go_on(double done);
 
+    // From here on Ctrl-C ends a search that steps along with what it found, all else at once.
+    static void catch_interrupts();
     // Whether any search of this run was ended early.
     static bool interrupted();
 

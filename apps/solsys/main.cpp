@@ -39,8 +39,11 @@ int run(int argc, char** argv) {
                           "  solsys COMMAND --help\n"
                           "Exit status: 0 success, 1 nothing found, 2 bad usage or input, 130 "
                           "stopped by Ctrl-C.",
-                          "solsys " SOLSYS_VERSION);
+                          "solsys " SOLSYS_VERSION,
+                          "ephemeris: the built-in theory, years -3000 to 3000; --ephemeris "
+                          "PATH takes a DE file");
     declare_commands(main);
+    app::LongSearch::catch_interrupts();
     int status = 0;
     try {
         main.run(app::console_arguments(argc, argv));

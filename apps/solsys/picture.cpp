@@ -58,6 +58,7 @@ void add_picture_options(Command& command, PictureOptions& options, const std::s
 }
 
 void check_picture_options(const PictureOptions& options) {
+    if (options.png == "-") throw BadInput("--png: takes a file; --svg - is standard output");
     if (options.light && !options.wanted()) throw BadInput("--light needs --svg or --png");
 }
 

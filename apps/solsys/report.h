@@ -109,7 +109,4 @@ class Table {
     Report report_;
 };
 
-// The bytes of a text as UTF-8; what is none becomes the replacement character.
-std::string valid_utf8(const std::string& text);
-
 }  // namespace app

@@ -78,6 +78,7 @@ constexpr const char* kRows[] = {
     "tonight --city Oslo",
     "rise-set sun --city Oslo",
     "rise-set sun --city Oslo --by-time",
+    "rise-set moon --city Oslo --best",
     "rise-set --calendar 2026-12 --city Oslo",
     "moons jupiter",
     "moons jupiter --events --from 2026-12-01",
