@@ -4,6 +4,9 @@
 
 namespace solsys {
 
-void sum_batch_avx2(const SeriesBatch& batch, SeriesSums& out) { sum_batch(batch, out); }
+void sum_batch_avx2(const SeriesBatch& batch, const SeriesRow* rows, int count,
+                    SeriesSums& out) {
+    sum_batch(batch, rows, count, out);
+}
 
 }  // namespace solsys

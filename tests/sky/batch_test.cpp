@@ -163,24 +163,24 @@ TEST(BatchOfFileStates, IsTheFileOneByOne) {
 TEST(BatchOfFileStates, DoesNotDependOnTheProcessor) {
     std::mt19937_64 random(8);
     std::uniform_real_distribution<double> number(-1, 1);
-    std::array<double, 8 * 3 * kMostSeriesTerms> coefficients;
+    std::array<double, 9 * 3 * kMostSeriesTerms> coefficients;
     for (double& c : coefficients) c = number(random);
     for (int terms = 2; terms <= kMostSeriesTerms; ++terms) {
         SeriesBatch batch{};
         batch.coefficients = coefficients.data();
-        batch.terms = terms;
         for (int i = 0; i < kSeriesBatch; ++i) {
-            batch.time[i] = number(random);
-            batch.first[i] = (terms % 2) * 3 * terms * i;
+            batch.within[i] = 0.5 + 0.5 * number(random);
+            batch.record[i] = (terms % 2) * 3 * terms * i;
         }
+        const SeriesRow rows[] = {{0, terms, 1, 0.3, 0.7, 1}, {0, 2, 2, 1.1, 0.2, 0.9}};
         SeriesSums baseline, other;
-        sum_batch_baseline(batch, baseline);
+        sum_batch_baseline(batch, rows, 2, baseline);
         if (cpu_has_avx2()) {
-            sum_batch_avx2(batch, other);
+            sum_batch_avx2(batch, rows, 2, other);
             EXPECT_EQ(std::memcmp(&baseline, &other, sizeof other), 0) << terms;
         }
         if (cpu_has_avx512()) {
-            sum_batch_avx512(batch, other);
+            sum_batch_avx512(batch, rows, 2, other);
             EXPECT_EQ(std::memcmp(&baseline, &other, sizeof other), 0) << terms;
         }
     }
