@@ -12,6 +12,7 @@
 #include "events/search/search_model.h"
 #include "events/visibility/day_step.h"
 #include "tests/events/sites.h"
+#include "tests/support/published_sets.h"
 
 namespace {
 
@@ -24,8 +25,8 @@ constexpr double kSecond = 1 / 86400.0;
 const SSO_ID kSun(SSO_PLNT, 10), kMoon(SSO_MOON, 301);
 constexpr std::int32_t kSatellite = 7, kPassing = 8;
 
-// Ceres and stars; a satellite 700 km up; an asteroid that passes the Earth in a few days,
-// 0.003 au away.
+// Ceres and stars; a satellite 700 km up; one by its element set, 400 km up; an asteroid that
+// passes the Earth in a few days, 0.003 au away.
 void add_all(CSWSolSys& model) {
     support::add_objects(model);
     UserObjectRecord satellite;
@@ -34,6 +35,9 @@ void add_all(CSWSolSys& model) {
     satellite.state[0] = 7078.0 / solsys::kAuKm;
     satellite.state[4] = v / 2, satellite.state[5] = v * std::sqrt(0.75);
     model.AddUserObject(kSatellite, satellite);
+    TLERecord set = solsys::test::published_sets().at("06251");
+    set.epochDay = satellite.epoch_day;
+    model.AddSatellite(kSatellite, set);
     model.UpdateSys(2453450, 0.0);
     UserObjectRecord passing;
     passing.central_number = 10;
@@ -113,8 +117,8 @@ INSTANTIATE_TEST_SUITE_P(
                         Case{{SSO_PLNT, 9}, 5, 600}, Case{{SSO_MOON, 501}, 3, 300},
                         Case{{SSO_ASTR, support::kCeres}, 5, 600},
                         Case{{SSO_STAR, support::kSirius}, 5, 600},
-                        Case{{SSO_USCO, kPassing}, 6, 120},
-                        Case{{SSO_USCO, kSatellite}, 1, 15}),
+                        Case{{SSO_USCO, kPassing}, 6, 120}, Case{{SSO_USCO, kSatellite}, 1, 15},
+                        Case{{SSO_TLE, kSatellite}, 1, 15}),
         testing::Values(Place{51.5, 0}, Place{-66.56, 3}, Place{89.9, 0}, Place{0, 9})));
 
 // Levels in one pass are those of passes of their own; what is up stays up between them.
