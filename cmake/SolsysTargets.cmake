@@ -14,7 +14,7 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
 endif()
 if(SOLSYS_SANITIZE)
   target_compile_options(solsys_options INTERFACE -fsanitize=${SOLSYS_SANITIZE}
-    -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
+    -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
   target_link_options(solsys_options INTERFACE -fsanitize=${SOLSYS_SANITIZE})
   add_link_options(-fsanitize=${SOLSYS_SANITIZE})
 endif()

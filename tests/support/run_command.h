@@ -11,13 +11,16 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+// Large, and compiled in run_command.cpp alone.
+extern template class nlohmann::basic_json<>;
+
 namespace support {
 
 struct Outcome {
     int status = -1;
     std::string out, err;
 
-    [[nodiscard]] nlohmann::json json() const { return nlohmann::json::parse(out); }
+    [[nodiscard]] nlohmann::json json() const;
 };
 
 inline std::string contents(const std::filesystem::path& path) {
