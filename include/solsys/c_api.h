@@ -52,7 +52,7 @@ extern "C" {
 /// header of the same or a lower number.
 #define SOLSYS_C_API_VERSION 1
 SOLSYS_API int32_t solsys_c_api_version(void);
-/// "0.1.0": of the library.
+/// "1.0.0": of the library.
 SOLSYS_API const char* solsys_library_version(void);
 
 typedef int32_t solsys_status;

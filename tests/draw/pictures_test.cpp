@@ -1,0 +1,246 @@
+// What pictures promise: well-formed, to scale, labels apart, the Moon lit from where the Sun
+// is.
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <random>
+#include <regex>
+
+#include "draw/eclipse_map.h"
+#include "draw/eclipse_pictures.h"
+#include "draw/label_layout.h"
+#include "draw/moons_picture.h"
+#include "draw/planet_chart.h"
+#include "draw/sky_picture.h"
+#include "draw/year_picture.h"
+#include "solsys/sky/sky.h"
+#include "tests/support/named_csv.h"
+
+namespace {
+
+using namespace solsys::draw;
+namespace sky = solsys::sky;
+
+constexpr double kDegrees = 57.29577951308232;
+
+sky::Model model_at(const char* city, const char* time) {
+    auto model = sky::Model::open();
+    model->observe_from(*sky::find_city(city));
+    EXPECT_TRUE(model->move_to(*sky::parse_time(time)));
+    return std::move(*model);
+}
+
+// Text between tags or quotes: no bare markup, entities with a name or a number.
+bool plain(std::string_view text) {
+    for (std::size_t at = 0; (at = text.find_first_of("<>&", at)) != text.npos; ++at) {
+        const std::string_view entity = text.substr(at, text.find(';', at) - at);
+        if (entity != "&amp" && entity != "&lt" && entity != "&gt" && entity != "&quot" &&
+            !entity.starts_with("&#"))
+            return false;
+    }
+    return true;
+}
+
+// What is wrong with a text as XML, in the part of it that pictures use; empty: nothing.
+std::string fault_of(std::string_view xml) {
+    std::vector<std::string_view> open;
+    while (!xml.empty()) {
+        const std::size_t start = std::min(xml.find('<'), xml.size());
+        if (!plain(xml.substr(0, start))) return "between tags";
+        xml.remove_prefix(start);
+        if (xml.empty()) break;
+        const std::size_t end = xml.find('>');
+        if (end == xml.npos) return "no end of a tag";
+        std::string_view tag = xml.substr(1, end - 1);
+        xml.remove_prefix(end + 1);
+        if (tag.starts_with('/')) {
+            if (open.empty() || open.back() != tag.substr(1)) return "ends what is not open";
+            open.pop_back();
+            continue;
+        }
+        const bool closed = tag.ends_with('/');
+        if (closed) tag.remove_suffix(1);
+        const std::size_t name = std::min(tag.find_first_of(" \n"), tag.size());
+        if (!closed) open.push_back(tag.substr(0, name));
+        // name="value" pairs: every second stretch between quotes is a value.
+        int quotes = 0;
+        for (std::string_view rest = tag.substr(name); !rest.empty(); ++quotes) {
+            const std::size_t quote = std::min(rest.find('"'), rest.size());
+            if (!plain(rest.substr(0, quote))) return "in an attribute";
+            if (quotes % 2 == 0 && quote < rest.size() &&
+                (quote == 0 || rest[quote - 1] != '='))
+                return "a value without a name";
+            if (quote == rest.size()) break;
+            rest.remove_prefix(quote + 1);
+        }
+        if (quotes % 2 != 0) return "an open quote";
+        for (const char* none : {"nan", "inf"})
+            if (tag.substr(name).find(none) != tag.npos) return "a number that is none";
+    }
+    return open.empty() ? "" : "open: " + std::string(open.back());
+}
+
+std::vector<std::vector<double>> numbers(const std::string& text, const std::string& pattern) {
+    std::vector<std::vector<double>> found;
+    const std::regex regex(pattern);
+    for (std::sregex_iterator m(text.begin(), text.end(), regex), end; m != end; ++m) {
+        found.emplace_back();
+        for (std::size_t i = 1; i < m->size(); ++i) found.back().push_back(std::stod((*m)[i]));
+    }
+    return found;
+}
+
+TEST(Pictures, AreWellFormedWhateverTheWords) {
+    const std::string words = "<a href=\"x\"> & 'b' \u2603";
+    auto model = model_at("Oslo", "2026-08-12T17:50Z");
+    const sky::Site site = *model.site();
+    const sky::Zone zone = *sky::Zone::find("Europe/Oslo");
+    const sky::Span year{*sky::parse_time("2026-01-01"), *sky::parse_time("2027-01-01")};
+    std::vector<std::string> pictures;
+    for (const bool light : {false, true}) {
+        pictures.push_back(
+            draw_sky(sky::sky_chart(model), {words, words, light, {}, {}}).str());
+        pictures.push_back(
+            draw_year(sky::nights_of_year(model, zone, 2026), site, zone, light).str());
+        pictures.push_back(planet_chart(sky::elongation_curves(model, year, 5),
+                                        sky::diary(model, year), year, words, light)
+                               .str());
+        for (const auto kind : {sky::EclipseKind::kSolar, sky::EclipseKind::kLunar})
+            for (const sky::Eclipse& eclipse : sky::find_eclipses(model, kind, year)) {
+                pictures.push_back(eclipse_map_svg(sky::eclipse_map(model, eclipse), light));
+                if (kind == sky::EclipseKind::kLunar)
+                    pictures.push_back(moon_in_shadow_svg(model, eclipse, zone, light));
+                else if (const auto local = sky::eclipse_at(model, eclipse, site))
+                    pictures.push_back(
+                        eclipsed_sun_svg(model, eclipse, *local, site, zone, light));
+            }
+    }
+    EXPECT_GE(pictures.size(), 14U);
+    for (const std::string& picture : pictures)
+        EXPECT_EQ(fault_of(picture), "") << picture.substr(0, 300);
+    // The check itself sees faults.
+    for (const char* broken :
+         {"<a><b></a>", "<a>", "<a>x & y</a>", "<a b=\"&\"/>", "<a b/\">", "<a b=\"nan\"/>"})
+        EXPECT_NE(fault_of(broken), "") << broken;
+}
+
+// Central line of the eclipse of 1999 from its published elements, independently of the
+// library.
+TEST(Pictures, CentralLineRunsThroughThePublishedPlaces) {
+    auto model = model_at("Oslo", "1999-08-11T11:00Z");
+    const auto found =
+        sky::find_eclipses(model, sky::EclipseKind::kSolar,
+                           {*sky::parse_time("1999-08-10"), *sky::parse_time("1999-08-13")});
+    ASSERT_EQ(found.size(), 1U);
+    const std::string svg = eclipse_map_svg(sky::eclipse_map(model, found[0]), false);
+    // The map itself: twice as wide as high, all longitudes, north up.
+    const auto frame =
+        numbers(svg, R"~(<rect x="([\d.]+)" y="([\d.]+)" width="(1200)" height="(600)")~");
+    ASSERT_FALSE(frame.empty());
+    std::vector<std::vector<Point>> curves;
+    constexpr std::string_view kStart = "<polyline points=\"";
+    for (std::size_t at = 0; (at = svg.find(kStart, at)) != svg.npos;) {
+        at += kStart.size();
+        const std::size_t end = svg.find('"', at);
+        const std::string style = svg.substr(end, svg.find('>', end) - end);
+        if (style.find("stroke-width=\"2.2\"") == style.npos) continue;  // not the central line
+        curves.emplace_back();
+        for (const auto& p : numbers(svg.substr(at, end - at), R"((-?[\d.]+),(-?[\d.]+))"))
+            curves.back().push_back({p[0], p[1]});
+    }
+    ASSERT_FALSE(curves.empty());
+    const auto off = [&](Point p) {
+        double least = 1e9;
+        for (const auto& curve : curves)
+            for (std::size_t i = 0; i + 1 < curve.size(); ++i) {
+                const Point a = curve[i], d{curve[i + 1].x - a.x, curve[i + 1].y - a.y};
+                const double along = std::clamp(
+                    ((p.x - a.x) * d.x + (p.y - a.y) * d.y) / (d.x * d.x + d.y * d.y), 0.0,
+                    1.0);
+                least = std::min(least,
+                                 std::hypot(p.x - a.x - along * d.x, p.y - a.y - along * d.y));
+            }
+        return least;
+    };
+    int places = 0;
+    for (const auto& row : solsys::test::read_named_csv("data/reference/central_lines.csv")) {
+        if (row.text("date") != "1999-08-11") continue;
+        const double longitude =
+            row["longitude_td_deg"] + 0.00417807 * found[0].greatest.delta_t_seconds();
+        EXPECT_LT(off({frame[0][0] + (longitude + 180) * frame[0][2] / 360,
+                       frame[0][1] + (90 - row["latitude_deg"]) * frame[0][3] / 180}),
+                  0.25)
+            << longitude;
+        ++places;
+    }
+    EXPECT_GE(places, 4);
+}
+
+TEST(Labels, StandApartAndNearestToTheirOwn) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> somewhere(-280, 280);
+    std::vector<Point> objects;
+    while (objects.size() < 250)
+        objects.push_back({300 + somewhere(random), 300 + somewhere(random)});
+    LabelLayout layout({300, 300}, 290);
+    for (const Point& p : objects) {
+        layout.occupy(p, 3);
+        layout.add_rival(p);
+    }
+    constexpr double kWidth = 44, kHeight = 12;
+    std::vector<Point> labels;
+    for (const Point& object : objects) {
+        const auto place = layout.beside(object, 3, kWidth, kHeight, 30);
+        if (!place) continue;
+        const Point m = place->middle;
+        const auto gap = [m](Point p) {
+            return std::hypot(std::max(0.0, std::fabs(p.x - m.x) - kWidth / 2),
+                              std::max(0.0, std::fabs(p.y - m.y) - kHeight / 2));
+        };
+        for (const Point& other : labels)
+            EXPECT_TRUE(std::fabs(other.x - m.x) >= kWidth ||
+                        std::fabs(other.y - m.y) >= kHeight);
+        for (const Point& other : objects) {
+            EXPECT_GE(gap(other), 2.9);
+            const bool rival = other.x != object.x || other.y != object.y;
+            EXPECT_TRUE(place->moved || !rival || gap(other) > gap(object));
+        }
+        EXPECT_LE(
+            std::hypot(std::fabs(m.x - 300) + kWidth / 2, std::fabs(m.y - 300) + kHeight / 2),
+            290.1);
+        labels.push_back(m);
+    }
+    EXPECT_GE(labels.size(), 20U);
+}
+
+// By day, with both up, from both hemispheres: the bright half of the Moon points to the Sun.
+TEST(SkyPicture, TurnsTheMoonsBrightLimbToTheSun) {
+    int seen = 0;
+    for (const char* city : {"Oslo", "Nairobi", "Sydney"})
+        for (int day = 1; day <= 28; day += 2) {
+            char time[32];
+            std::snprintf(time, sizeof time, "2026-05-%02dT%02d:00Z", day,
+                          *city == 'S' ? 2 : 10);
+            auto model = model_at(city, time);
+            const std::string svg =
+                draw_sky(sky::sky_chart(model), {"", "", false, {}, {}}).str();
+            const auto sun =
+                numbers(svg, R"~(<circle cx="([\d.]+)" cy="([\d.]+)"[^>]*url\(#sun\))~");
+            const auto moon = numbers(
+                svg,
+                R"~(transform="translate\(([\d.]+) ([\d.]+)\) rotate\((-?[\d.]+)\)" fill="#f4efe0")~");
+            if (sun.empty() || moon.empty()) continue;
+            const double x = sun[0][0] - moon[0][0], y = sun[0][1] - moon[0][1];
+            const double apart = std::hypot(x, y);
+            // Close by, the way to the Sun is nearly straight on the page.
+            if (apart < 25 || apart > 220) continue;
+            const double turn = moon[0][2] / kDegrees;
+            EXPECT_GT((x * std::cos(turn) + y * std::sin(turn)) / apart,
+                      std::cos(25 / kDegrees))
+                << city << ' ' << time;
+            ++seen;
+        }
+    EXPECT_GE(seen, 5);
+}
+
+}  // namespace
