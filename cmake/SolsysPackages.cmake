@@ -1,5 +1,6 @@
 # Packages (cpack in a build folder): source tarball; Debian packages libsolsysN, libsolsys-dev and
-# solsys from a build with -DCMAKE_INSTALL_PREFIX=/usr; a .zip from the Windows build.
+# solsys from a build with -DCMAKE_INSTALL_PREFIX=/usr, with SOLSYS_BUILD_PYTHON python3-solsys as
+# well; a .zip from the Windows build.
 set(CPACK_PACKAGE_NAME solsys)
 set(CPACK_PACKAGE_VENDOR "The solsys developers")
 set(CPACK_PACKAGE_CONTACT "The solsys developers <solsys@localhost.localdomain>")
@@ -7,6 +8,9 @@ set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime development command)
+if(SOLSYS_BUILD_PYTHON)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 set(CPACK_VERBATIM_VARIABLES ON)
 
 set(CPACK_SOURCE_GENERATOR TXZ)
@@ -57,6 +61,19 @@ set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "${library} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_COMMAND_DESCRIPTION "positions and events of the solar system (command)
 Where everything in the sky is, when it rises, what it does: tables, JSON,
 CSV and pictures from the command line.")
+if(SOLSYS_BUILD_PYTHON)
+  # The extension is for the Python it was built with alone.
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  math(EXPR next_minor "${Python3_VERSION_MINOR} + 1")
+  set(python "python3 (>= 3.${Python3_VERSION_MINOR}~), python3 (<< 3.${next_minor})")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-solsys)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+    "${library} (= ${PROJECT_VERSION}), ${python}, python3-numpy")
+  set(CPACK_DEBIAN_PYTHON_DESCRIPTION "positions and events of the solar system (Python)
+Places, risings, eclipses, conjunctions and the diary of the sky for arrays of
+instants in numpy; tables that pandas takes; pictures for notebooks.")
+endif()
 
 # What Debian asks of every package: its copyright and its changelog.
 if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
@@ -68,7 +85,11 @@ if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
   file(WRITE ${PROJECT_BINARY_DIR}/debian/changelog
     "solsys (${PROJECT_VERSION}) stable; urgency=medium\n\n  * Release ${PROJECT_VERSION}; see CHANGELOG.md of the sources.\n\n -- ${CPACK_PACKAGE_CONTACT}  ${date}\n")
   execute_process(COMMAND gzip -9nf ${PROJECT_BINARY_DIR}/debian/changelog)
-  foreach(pair runtime:${library} development:libsolsys-dev command:solsys)
+  set(pairs runtime:${library} development:libsolsys-dev command:solsys)
+  if(SOLSYS_BUILD_PYTHON)
+    list(APPEND pairs python:python3-solsys)
+  endif()
+  foreach(pair ${pairs})
     string(REPLACE ":" ";" pair ${pair})
     list(GET pair 0 component)
     list(GET pair 1 package)

@@ -17,11 +17,15 @@ numpy.recarray: iterate, take fields, or pandas.DataFrame(table).
 
 from ._bodies import (body_from_elements, body_from_file, cities_called, find_bodies, find_body,
                       find_city, find_small_body, largest_cities)
-from ._core import Body, Site, __version__, diary_kinds
+from ._core import Body, Satellite, Site, __version__, diary_kinds
+from ._earth_satellites import find_satellite, parse_satellites, read_satellites
 from ._model import Model
 from ._picture import Picture
+from ._survey import MinorPlanets
 from ._times import datetime64_of, from_jd, now
 
-__all__ = ["Body", "Model", "Picture", "Site", "__version__", "body_from_elements",
-           "body_from_file", "cities_called", "datetime64_of", "diary_kinds", "find_bodies",
-           "find_body", "find_city", "find_small_body", "from_jd", "largest_cities", "now"]
+__all__ = ["Body", "MinorPlanets", "Model", "Picture", "Satellite", "Site", "__version__",
+           "body_from_elements", "body_from_file", "cities_called", "datetime64_of",
+           "diary_kinds", "find_bodies", "find_body", "find_city", "find_satellite",
+           "find_small_body", "from_jd", "largest_cities", "now", "parse_satellites",
+           "read_satellites"]

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import itertools
+import math
 import os
 from typing import Any, Iterable, Sequence, Union
 
@@ -27,47 +28,70 @@ def find_body(name: str) -> Body:
 
 def find_bodies(name: str) -> list[Body]:
     """A body, or a group: "planets" (Mercury to Neptune), "all" (Sun, Moon, planets, Pluto)."""
-    return _core.find_bodies(name)
+    return bodies_of(text_of(name, "name"), "name")
 
 
 def find_small_body(name: str) -> Body:
     """A minor planet or comet of the built-in sample by its elements."""
-    return _core.find_small_body(name)
+    return _core.find_small_body(text_of(name, "name"))
 
 
 def body_from_elements(elements: str) -> Body:
     """A body on an orbit of its own, for example
     "epoch=jd:2459800.5,a=2.77,e=0.078,i=10.6,node=80.3,peri=73.6,M=334.3,H=3.3,G=0.12":
     au and degrees, ecliptic and equinox of J2000, epoch in TT; name is optional."""
-    return _core.parse_elements(elements)
+    return _core.parse_elements(text_of(elements, "elements"))
 
 
-def body_from_file(path: str, name: str = "") -> Body:
+def body_from_file(path: Union[str, os.PathLike[str]], name: str = "") -> Body:
     """A body of a file of orbits (MPCORB or CometEls), by number, name or designation."""
-    return _core.find_in_file(str(path), name)
+    return _core.find_in_file(os.fspath(path), text_of(name, "name"))
 
 
 def find_city(name: str) -> Site:
     """A city by any of its names, alone or with country and region ("Springfield, IL, US");
     of several the most populous. Over 21000 cities, GeoNames (CC BY 4.0)."""
-    return _core.find_city(name)
+    return _core.find_city(text_of(name, "name"))
 
 
 def cities_called(name: str) -> list[Site]:
     """All cities of a name, the most populous first."""
-    return _core.cities_called(name)
+    return _core.cities_called(text_of(name, "name"))
 
 
 def largest_cities(count: int = 21_000) -> list[Site]:
     """The most populous cities of the list, the largest first."""
-    if count < 1:
-        raise ValueError("count: must be at least 1")
+    count = int(number_of(count, "count", 1))
     import csv
     with open(os.path.join(os.path.dirname(__file__), "cities.csv"), encoding="utf-8") as file:
         rows = csv.DictReader(line for line in file if not line.startswith("#"))
         return [Site(float(row["latitude_deg"]), float(row["longitude_deg"]),
                      float(row["elevation_m"] or 0), name=f"{row['name']} ({row['country']})",
                      zone=row["tz"]) for row in itertools.islice(rows, count)]
+
+
+def number_of(value: Any, name: str, low: float = -math.inf, high: float = math.inf) -> float:
+    """A finite number within bounds, of an argument's name."""
+    try:
+        number = float(value)
+    except (TypeError, ValueError):
+        raise TypeError(f"{name}: wanted a number, not {value!r}") from None
+    if not math.isfinite(number) or not low <= number <= high:
+        between = f"between {low:g} and {high:g}" if high < math.inf else f"at least {low:g}"
+        raise ValueError(f"{name}: {number} is not {between if low > -math.inf else 'finite'}")
+    return number
+
+
+def numbers_of(values: Any, name: str) -> list[float]:
+    if isinstance(values, str) or not isinstance(values, Iterable):
+        raise TypeError(f"{name}: wanted a sequence of numbers, not {values!r}")
+    return [number_of(value, name) for value in values]
+
+
+def text_of(value: Any, name: str) -> str:
+    if not isinstance(value, str):
+        raise TypeError(f"{name}: wanted a text, not {type(value).__name__}")
+    return value
 
 
 def one_body(body: BodyLike, name: str) -> Body:
@@ -121,6 +145,8 @@ def sites_of(sites: SitesLike) -> tuple[list[Site], bool]:
         found = [site_of(row, "sites") for row in zip(*rows)]
     elif isinstance(sites, (Site, str)) or _is_numbers(sites):
         return [site_of(sites, "sites")], True
+    elif not isinstance(sites, Iterable):
+        raise TypeError(f"sites: wanted sites, not {type(sites).__name__}")
     else:
         found = [site_of(site, "sites") for site in sites]
     if not found:

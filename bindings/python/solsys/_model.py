@@ -8,9 +8,9 @@ import numpy as np
 from numpy.typing import NDArray
 
 from . import _core
-from ._bodies import (BodiesLike, BodyLike, SiteLike, SitesLike, bodies_of, one_body, site_of,
-                      sites_of)
-from ._core import Body, Site
+from ._bodies import (BodiesLike, BodyLike, SiteLike, SitesLike, bodies_of, number_of, numbers_of,
+                      one_body, site_of, sites_of, text_of)
+from ._core import Body, Satellite, Site
 from ._picture import Picture
 from ._records import records
 from ._times import Times, datetime64_of, describe, pair_of, pairs_of, span_of
@@ -28,7 +28,7 @@ class Model:
     """Places and events of the solar system.
 
     ephemeris is a JPL DE file, or a folder with one; without it the built-in theories serve
-    (VSOP87A, ELP/MPP02). reduction is "modern" (IAU 2006/2000B, deflection of light) or
+    (VSOP87A, ELP/MPP02). reduction is "modern" (IAU 2006/2000A, deflection of light) or
     "classic". Without a site everything is seen from the Earth's centre. Angles are degrees,
     instants in and out are UTC, which is taken as UT1.
 
@@ -58,7 +58,8 @@ class Model:
     def apparent(self, bodies: BodiesLike, times: Times, site: Optional[SiteLike] = None, *,
                  outside: str = "raise") -> np.recarray:
         """Apparent places: light time, aberration, deflection of light; true equator and equinox
-        of date.
+        of date (IAU 2006 precession, IAU 2000A nutation: Capitaine & Wallace 2006, Astron.
+        Astrophys. 450, 855; the "classic" reduction: IAU 1976 and 1980, no deflection).
 
         Fields ra_deg, dec_deg, distance_au (stars without a parallax: NaN), light_time_days.
         The shape is that of the bodies, if they are several, then that of the times. What
@@ -95,13 +96,15 @@ class Model:
 
     def magnitude(self, bodies: BodiesLike, times: Times,
                   site: Optional[SiteLike] = None) -> NDArray[np.float64]:
-        """Visual magnitudes; NaN where none is known."""
+        """Visual magnitudes (planets: Mallama & Hilton 2018 in the modern reduction; minor planets
+        by H and G); NaN where none is known."""
         ask = _Ask(bodies, times, "nan")
         return self._core.magnitudes(ask.bodies, ask.pairs, _site(site)).reshape(ask.shape)[()]
 
     def constellation(self, bodies: BodiesLike, times: Times,
                       site: Optional[SiteLike] = None, *, outside: str = "raise") -> Any:
-        """Abbreviations of the constellations (IAU) that the bodies stand in."""
+        """Abbreviations of the constellations that the bodies stand in (IAU; boundaries of
+        Delporte 1930 as tabulated by Roman 1987)."""
         ask = _Ask(bodies, times, outside)
         index = self._core.constellations(ask.bodies, ask.pairs, _site(site))
         names = ask.checked(_ABBREVIATIONS[index], index < 0)
@@ -137,17 +140,18 @@ class Model:
         the sites given.
         """
         return records(_core.risings(self._core, one_body(body, "body"), span_of(start, end),
-                                     sites_of(sites)[0], horizon_deg, progress))
+                                     sites_of(sites)[0],
+                                     None if horizon_deg is None else
+                                     number_of(horizon_deg, "horizon_deg", -90, 90), progress))
 
     def passages(self, body: BodyLike, start: Times, end: Times, sites: SitesLike, *,
                  altitudes_deg: Sequence[float] = (), progress: Progress = None) -> np.recarray:
         """Every passage through the horizon, or through up to 16 altitudes (of the centre,
         without refraction). The quickest way to risings and settings alone."""
-        if len(altitudes_deg) > 16:
+        levels = numbers_of(altitudes_deg, "altitudes_deg")
+        if len(levels) > 16:
             raise ValueError("altitudes_deg: more than 16")
-        if not np.isfinite(np.asarray(altitudes_deg, float)).all():
-            raise ValueError("altitudes_deg: not finite")
-        return records(_core.passages(self._core, one_body(body, "body"), list(altitudes_deg),
+        return records(_core.passages(self._core, one_body(body, "body"), levels,
                                       span_of(start, end), sites_of(sites)[0], progress))
 
     # Searches.
@@ -166,20 +170,24 @@ class Model:
             raise ValueError(f'way: "{way}" is none of {", ".join(_WAYS)}')
         return records(_core.conjunctions(
             self._core, one_body(first, "first"), one_body(second, "second"),
-            span_of(start, end), _WAYS[way], float(within_deg), progress))
+            span_of(start, end), _WAYS[way], number_of(within_deg, "within_deg", 0, 180),
+            progress))
 
     def gatherings(self, bodies: BodiesLike, start: Times, end: Times, within_deg: float, *,
                    progress: Progress = None) -> np.recarray:
         """Stretches during which bodies stay within a circle of a radius, and its least."""
         return records(_core.gatherings(self._core, bodies_of(bodies, "bodies"),
-                                        span_of(start, end), float(within_deg), progress))
+                                        span_of(start, end),
+                                        number_of(within_deg, "within_deg", 0, 180), progress))
 
     def diary(self, start: Times, end: Times, *, kinds: Iterable[str] = (),
               site: Optional[SiteLike] = None, stars: bool = True,
               widest_conjunction_deg: float = 180, progress: Progress = None) -> np.recarray:
         """Every event of a span in words and numbers; kinds as in `diary_kinds`, empty: all."""
-        return records(_core.diary(self._core, span_of(start, end), list(kinds), _site(site),
-                                   stars, float(widest_conjunction_deg), progress))
+        wanted = [kinds] if isinstance(kinds, str) else [text_of(k, "kinds") for k in kinds]
+        widest = number_of(widest_conjunction_deg, "widest_conjunction_deg", 0, 180)
+        return records(_core.diary(self._core, span_of(start, end), wanted, _site(site),
+                                   bool(stars), widest, progress))
 
     def occultations(self, site: SiteLike, start: Times, end: Times, *,
                      faintest: float = 5, planets: bool = True, observable_only: bool = True,
@@ -187,13 +195,14 @@ class Model:
         """Stars (to magnitude 5) and planets behind the Moon, contact by contact, for its mean
         limb."""
         return records(_core.occultations(self._core, site_of(site), span_of(start, end),
-                                          float(faintest), planets, observable_only, progress))
+                                          number_of(faintest, "faintest"), bool(planets),
+                                          bool(observable_only), progress))
 
     def approaches(self, body: BodyLike, start: Times, end: Times, *, within_au: float = 0.1,
                    two_body: bool = False, progress: Progress = None) -> np.recarray:
         """Closest approaches of a minor planet or comet to the planets and the Moon,
         integrated among the planets unless two_body."""
-        if not within_au > 0:
+        if not number_of(within_au, "within_au") > 0:
             raise ValueError("within_au: must be above 0")
         return records(_core.approaches(self._core, one_body(body, "body"),
                                         span_of(start, end), float(within_au), two_body,
@@ -247,6 +256,31 @@ class Model:
         return records(_core.satellite_phenomena(self._core, one_body(planet, "planet"),
                                                  span_of(start, end), mutual, progress))
 
+    # Satellites of the Earth.
+
+    def passes(self, satellite: Satellite, start: Times, end: Times, site: SiteLike, *,
+               horizon_deg: float = 0, culmination_deg: float = 0,
+               progress: Progress = None) -> np.recarray:
+        """The passes of an Earth satellite over a site (see `read_satellites`), none missed.
+
+        A row runs from rise to set through horizon_deg; passes that culminate below
+        culmination_deg are left out. into_shadow and into_light are where it meets the Earth's
+        umbra and leaves the penumbra; best is where it is brightest while lit in a dark sky, NaT
+        if that is nowhere. Straight lines, without refraction; SGP4 with the constants of WGS 72
+        (Hoots & Roehrich 1980; Vallado et al. 2006, AIAA 2006-6753).
+        """
+        return records(_core.passes(self._core, satellite_of(satellite), span_of(start, end),
+                                    site_of(site), number_of(horizon_deg, "horizon_deg", -10, 89),
+                                    number_of(culmination_deg, "culmination_deg", -90, 90),
+                                    progress))
+
+    def satellite_places(self, satellite: Satellite, times: Times,
+                         site: SiteLike) -> np.recarray:
+        """Where an Earth satellite stands over a site: angles in degrees, range_km and height_km,
+        light ("sunlit", "penumbra", "umbra"), magnitude. NaN where its elements give no state."""
+        return records(_core.satellite_places(self._core, satellite_of(satellite),
+                                              pairs_of(times, "times")[0], site_of(site)))
+
     # Pictures.
 
     def planets_picture(self, start: Times, end: Times, *, title: str = "Planets",
@@ -264,6 +298,12 @@ class Model:
     def _eclipse_map(self, greatest: Times, kind: str, form: str, light: bool) -> str:
         return _core.eclipse_map(self._core, _solar(kind), pair_of(greatest, "greatest"), form,
                                  light)
+
+
+def satellite_of(satellite: Any) -> Satellite:
+    if not isinstance(satellite, Satellite):
+        raise TypeError(f"satellite: wanted a Satellite, not {type(satellite).__name__}")
+    return satellite
 
 
 class _Ask:

@@ -25,7 +25,11 @@ def from_jd(day: ArrayLike, fraction: ArrayLike = 0.0, scale: str = "utc") -> ND
 
     scale is "utc", "tt" or "tdb" (taken as tt: the two differ by less than 2 ms).
     """
-    day, fraction = np.broadcast_arrays(np.asarray(day, float), np.asarray(fraction, float))
+    try:
+        day, fraction = np.broadcast_arrays(_numbers(day, "day"), _numbers(fraction, "fraction"))
+    except ValueError as error:
+        named = str(error).startswith(("day: ", "fraction: "))
+        raise ValueError(str(error) if named else f"day, fraction: {error}") from None
     pairs = np.stack([day.ravel(), fraction.ravel()], axis=1)
     if scale in ("tt", "tdb"):
         pairs = _core.utc_of_tt(_checked(pairs, "day"))
@@ -79,15 +83,34 @@ def now() -> np.datetime64:
 def _as_array(times: Times, name: str) -> NDArray[Any]:
     # astropy's UTC stretches the days of leap seconds; its TT is the same as here.
     if hasattr(times, "tt") and hasattr(times, "jd1"):
+        _refuse_masked(times.jd1, name)
         if times.scale == "ut1":
             return from_jd(times.jd1, times.jd2)
         return from_jd(times.tt.jd1, times.tt.jd2, "tt")
-    values = np.asarray(times)
+    _refuse_masked(times, name)
+    try:
+        values = np.asarray(times)
+    except ValueError:
+        raise ValueError(f"{name}: rows of unequal length") from None
     if values.dtype.kind in "OU":  # texts, datetimes, pandas' times with a zone
         read = [_of_object(v, name) for v in values.ravel()]
         whole = np.concatenate(read) if read else np.empty((0, 2))
         values = from_jd(whole[:, 0], whole[:, 1]).reshape(values.shape)
     return values
+
+
+def _refuse_masked(values: Any, name: str) -> None:
+    if isinstance(values, np.ma.MaskedArray) and np.ma.getmaskarray(values).any():
+        at = int(np.argmax(np.ma.getmaskarray(values).ravel()))
+        raise ValueError(f"{name}: masked at index {at}")
+
+
+def _numbers(values: ArrayLike, name: str) -> NDArray[np.float64]:
+    _refuse_masked(values, name)
+    try:
+        return np.asarray(values, float)
+    except (TypeError, ValueError):
+        raise ValueError(f"{name}: not numbers") from None
 
 
 def _of_object(value: Any, name: str) -> NDArray[np.float64]:
@@ -96,7 +119,7 @@ def _of_object(value: Any, name: str) -> NDArray[np.float64]:
             return _core.parse_instant(value)
         except ValueError as error:
             raise ValueError(str(error).replace("time", name, 1)) from None
-    if value is None or value != value:  # NaT is not equal to itself
+    if value is not None and value != value:  # NaT is not equal to itself
         raise ValueError(f"{name}: NaT among the instants")
     if isinstance(value, datetime.datetime) and value.tzinfo is not None:
         value = value.astimezone(datetime.timezone.utc).replace(tzinfo=None)
@@ -110,6 +133,8 @@ def _of_datetime64(values: NDArray[Any], name: str) -> NDArray[np.float64]:
     if missing.any():
         raise ValueError(f"{name}: NaT at index {int(np.argmax(missing))}")
     days = values.astype("M8[D]")
+    if np.datetime_data(values.dtype)[0] in "YMW" and (days.astype(values.dtype) != values).any():
+        raise ValueError(f"{name}: beyond the days that datetime64 can count")
     within = (values - days) / np.timedelta64(1, "D")
     return np.stack([days.astype(np.int64) + _EPOCH, within], axis=1)
 

@@ -38,6 +38,8 @@ void bind_risings(py::module_& module);
 void bind_events(py::module_& module);
 void bind_eclipses(py::module_& module);
 void bind_satellites(py::module_& module);
+void bind_earth_satellites(py::module_& module);
+void bind_survey(py::module_& module);
 void bind_pictures(py::module_& module);
 
 }  // namespace solsys::python

@@ -8,5 +8,7 @@ PYBIND11_MODULE(_core, module) {
     solsys::python::bind_events(module);
     solsys::python::bind_eclipses(module);
     solsys::python::bind_satellites(module);
+    solsys::python::bind_earth_satellites(module);
+    solsys::python::bind_survey(module);
     solsys::python::bind_pictures(module);
 }

@@ -20,7 +20,10 @@ void refuse_second_file(const std::string& ephemeris) {
 Watch::Watch(const py::object& progress)
     : control_([this](double fraction) { tell(fraction); }),
       progress_(progress),
-      last_(std::chrono::steady_clock::now()) {}
+      last_(std::chrono::steady_clock::now()) {
+    if (!progress.is_none() && PyCallable_Check(progress.ptr()) == 0)
+        throw py::type_error("progress: wanted a function");
+}
 
 bool Watch::tell(double fraction) {
     if (control_.stopped()) return false;

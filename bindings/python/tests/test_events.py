@@ -12,6 +12,10 @@ import pytest
 
 import solsys
 
+ELEMENTS = """Delta 1 debris
+1 06251U 62025E   06176.82412014  .00008885  00000-0  12808-3 0  3985
+2 06251  58.0579  54.0425 0030035 139.1568 221.1854 15.56387291  6774
+"""
 YEAR = ("2026-01-01", "2027-01-01")
 
 
@@ -59,6 +63,21 @@ def test_tables_become_data_frames(model):
     assert next(iter(model.phases(*YEAR))).phase == "full Moon"
 
 
+def test_passes_of_a_satellite(model):
+    satellite = solsys.find_satellite(solsys.parse_satellites(ELEMENTS), "delta 1", "2006-06-25")
+    days = np.datetime64("2006-06-25"), np.datetime64("2006-06-28")
+    passes = model.passes(satellite, *days, "Hobart")
+    assert len(passes) > 10 and (passes.culmination_altitude_deg > 0).all()
+    for field in ("rise", "set"):
+        places = model.satellite_places(satellite, passes[field], "Hobart")
+        np.testing.assert_allclose(places.altitude_deg, 0, atol=0.002)
+        np.testing.assert_allclose(places.azimuth_deg, passes[f"{field}_azimuth_deg"], atol=1e-3)
+    every = np.arange(*days, 20, dtype="M8[s]")
+    up = model.satellite_places(satellite, every, "Hobart").altitude_deg > 0
+    inside = ((passes.rise[:, None] < every) & (every < passes.set[:, None])).any(axis=0)
+    assert (up == inside).all()
+
+
 def test_control_c_stops_a_search(model):
     threading.Timer(0.5, os.kill, (os.getpid(), signal.SIGINT)).start()
     start = time.monotonic()
@@ -97,10 +116,31 @@ def test_progress_is_told_and_may_end_it(model):
     (lambda m: m.risings("sun", *YEAR, []), "sites: no site"),
     (lambda m: m.risings("sun", *YEAR, "Xanadu"), "sites: no city 'Xanadu' in the list"),
     (lambda m: m.eclipse_map("2026-03-01"), "eclipse: no such"),
+    (lambda m: m.conjunctions("venus", "mars", *YEAR, within_deg=np.nan), "within_deg: "),
+    (lambda m: m.risings("sun", *YEAR, "Oslo", horizon_deg=100), "horizon_deg: "),
+    (lambda m: solsys.parse_satellites("1 not an element set"), "text: "),
+    (lambda m: solsys.find_satellite(solsys.parse_satellites(ELEMENTS), "hubble"), "name: "),
+    (lambda m: solsys.MinorPlanets("README.md"), "path: "),
+    (lambda m: solsys.MinorPlanets("/nowhere"), "path: "),
     (lambda m: solsys.Model("/nowhere"), "ephemeris: .*nowhere"),
 ])
 def test_bad_searches_are_named(model, ask, message):
     with pytest.raises(ValueError, match=message):
+        ask(model)
+
+
+@pytest.mark.parametrize("ask,message", [
+    (lambda m: m.risings("sun", *YEAR, 3), "sites: wanted sites, not int"),
+    (lambda m: m.passages("sun", *YEAR, "Oslo", altitudes_deg=3), "altitudes_deg: "),
+    (lambda m: m.diary(*YEAR, kinds=[3]), "kinds: "),
+    (lambda m: m.phases(None, "2027-01-01"), "start: "),
+    (lambda m: m.passes("iss", *YEAR, "Oslo"), "satellite: "),
+    (lambda m: m.eclipses(*YEAR, progress=3), "progress: "),
+    (lambda m: solsys.find_body(3), "name: "),
+    (lambda m: solsys.find_city(None), "name: "),
+])
+def test_what_is_of_the_wrong_type_is_named(model, ask, message):
+    with pytest.raises(TypeError, match=message):
         ask(model)
 
 

@@ -5,12 +5,15 @@ import os
 import pathlib
 import subprocess
 import sys
+import tempfile
 import time
 
 import numpy as np
 import pytest
 
 import solsys
+
+from test_events import ELEMENTS
 
 EXAMPLES = pathlib.Path("examples/python").resolve()
 sys.path.insert(0, str(EXAMPLES))
@@ -25,13 +28,16 @@ RECIPES = [
     ("jupiter_moons", ["2026-12-01", 2], ["O", "transit begins"]),
     ("month_of_the_moon", [], ["2026-12-24T01:28 full Moon"]),
     ("meetings", ["2026-06-01", "2026-09-01"], ["mercury 0.55° from jupiter"]),
+    ("visible_passes", ["{elements}", "06251", "Hobart", "2006-06-25", 3], ["to be seen in 3"]),
     ("behind_the_moon", ["Madrid", "2026-01-01", "2026-02-01"], ["disappears", "reappears"]),
 ]
 
 
 @pytest.mark.parametrize("name,arguments,told", RECIPES, ids=[r[0] for r in RECIPES])
-def test_recipe(name, arguments, told, capsys):
-    importlib.import_module(name).main(*arguments)
+def test_recipe(name, arguments, told, capsys, tmp_path):
+    (tmp_path / "elements.txt").write_text(ELEMENTS)
+    importlib.import_module(name).main(*[
+        tmp_path / "elements.txt" if a == "{elements}" else a for a in arguments])
     out = capsys.readouterr().out
     assert all(text in out for text in told), out
 
@@ -55,6 +61,19 @@ def test_dask_survives_the_loss_of_a_worker():
     assert run.returncode == 0 and "nothing lost" in run.stdout, run.stderr[-2000:]
 
 
+def same_survey(client):
+    """Portions of a file of orbits find together what one look finds."""
+    import dask_survey
+    with tempfile.TemporaryDirectory() as folder:
+        path = os.path.join(folder, "ORBITS.DAT")
+        dask_survey.make_up(path, 1000)
+        count, table = dask_survey.screen(client, path, within_au=0.1, size=50_000)
+        alone = solsys.MinorPlanets(path)
+        wanted = alone.near_earth(solsys.Model(), "2026-01-01", "2026-12-31", 0.1)
+    assert count == len(alone) == 1000 and len(wanted) > 3
+    assert table.body.tolist() == wanted.body.tolist() and (table.time == wanted.time).all()
+
+
 def kill_a_worker():
     import dask_risings
     from dask.distributed import Client, LocalCluster
@@ -68,6 +87,7 @@ def kill_a_worker():
                     os.kill(victims[0], 9)
 
             table = dask_risings.count_all(client, 60, size=6, progress=progress)
+            same_survey(client)
     alone = dask_risings.portion(np.arange(60), 2026, "")[1]
     assert victims and (table == alone).all() and table.min() > 200
     print("nothing lost")
