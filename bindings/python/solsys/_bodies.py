@@ -132,7 +132,7 @@ def site_of(site: SiteLike, name: str = "site") -> Site:
         raise type(error)(f"{name}: {text.removesuffix(': use --site LAT,LON')}") from None
 
 
-def sites_of(sites: SitesLike) -> tuple[list[Site], bool]:
+def sites_of(sites: Any) -> tuple[list[Site], bool]:
     """A list of sites, and whether it was one alone. Tables (pandas, structured arrays) need the
     columns latitude_deg and longitude_deg, and may have height_m."""
     columns = getattr(sites, "columns", None)

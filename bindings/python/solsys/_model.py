@@ -2,10 +2,9 @@
 
 from __future__ import annotations
 
-from typing import Any, Callable, Iterable, Optional, Sequence
+from typing import TYPE_CHECKING, Any, Callable, Iterable, Optional, Sequence
 
 import numpy as np
-from numpy.typing import NDArray
 
 from . import _core
 from ._bodies import (BodiesLike, BodyLike, SiteLike, SitesLike, bodies_of, number_of, numbers_of,
@@ -14,6 +13,9 @@ from ._core import Body, Satellite, Site
 from ._picture import Picture
 from ._records import records
 from ._times import Times, datetime64_of, describe, pair_of, pairs_of, span_of
+
+if TYPE_CHECKING:
+    from numpy.typing import NDArray
 
 Progress = Optional[Callable[[float], Any]]
 _WAYS = {"right-ascension": 0, "longitude": 1, "closest": 2}

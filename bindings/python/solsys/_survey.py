@@ -17,8 +17,7 @@ from ._times import Times, pair_of, span_of
 class MinorPlanets:
     """The orbits of a file of the Minor Planet Center (MPCORB), for looking through all of them.
 
-    Some 50 orbits a thousandth of a second are read, and ten times as many looked through. What is
-    found is integrated among the planets from its epoch, unless two_body.
+    What is found is integrated among the planets from its epoch, unless two_body.
     """
 
     def __init__(self, path: Union[str, "os.PathLike[str]"]) -> None:

@@ -3,14 +3,16 @@
 from __future__ import annotations
 
 import datetime
-from typing import Any, Optional, Union
+from typing import TYPE_CHECKING, Any, Optional, Union
 
 import numpy as np
-from numpy.typing import ArrayLike, NDArray
 
 from . import _core
 
-Times = Union[str, datetime.datetime, datetime.date, np.datetime64, float, ArrayLike, Any]
+if TYPE_CHECKING:  # loading it would double the time that importing the package takes
+    from numpy.typing import ArrayLike, NDArray
+
+Times = Union[str, datetime.datetime, datetime.date, np.datetime64, float, "ArrayLike", Any]
 """Any of: numpy datetime64 and datetime.datetime (UTC unless they know their zone), Julian
 dates in UTC as numbers, astropy.time.Time, pandas' times, texts such as "2026-11-21T18:00Z",
 and what `from_jd` returns; single or as arrays of any shape."""
@@ -80,7 +82,7 @@ def now() -> np.datetime64:
     return np.datetime64(datetime.datetime.now(datetime.timezone.utc).replace(tzinfo=None), "us")
 
 
-def _as_array(times: Times, name: str) -> NDArray[Any]:
+def _as_array(times: Any, name: str) -> NDArray[Any]:
     # astropy's UTC stretches the days of leap seconds; its TT is the same as here.
     if hasattr(times, "tt") and hasattr(times, "jd1"):
         _refuse_masked(times.jd1, name)

@@ -21,14 +21,17 @@ YEAR = ("2026-01-01", "2027-01-01")
 
 def test_risings_and_passages_agree(model):
     sites = ["Quito", (69.65, 18.96), (-77.85, 166.67)]
-    rows = model.risings("sun", *YEAR, sites)
+    years = "2010-03-01", "2035-03-01"
+    rows = model.risings("sun", *years, sites)
     for index in range(3):
         mine = rows[rows.site == index]
-        passed = model.passages("sun", *YEAR, sites[index])
+        assert (np.diff(mine.transit[~np.isnat(mine.transit)]) < np.timedelta64(25, "h")).all()
+        passed = model.passages("sun", *years, sites[index])
         for field, up in (("rise", True), ("set", False)):
             there = mine[field][~np.isnat(mine[field])]
-            assert (there == passed.time[passed.rising == up]).all()
-    assert np.isnat(rows[rows.site == 2].rise).sum() > 100
+            apart = there - passed.time[passed.rising == up]
+            assert (np.abs(apart) < np.timedelta64(200, "ms")).all()
+    assert np.isnat(rows[rows.site == 2].rise).sum() > 2500
     assert (rows.astronomical_dawn < rows.rise)[~np.isnat(rows.astronomical_dawn)
                                                 & ~np.isnat(rows.rise)].all()
 
@@ -78,11 +81,16 @@ def test_passes_of_a_satellite(model):
     assert (up == inside).all()
 
 
-def test_control_c_stops_a_search(model):
+@pytest.mark.parametrize("search", [
+    lambda m: m.diary("1600-01-01", "2400-01-01"),
+    lambda m: m.risings("sun", "-2000-01-01", "3000-01-01", "Oslo"),
+    lambda m: m.apparent("moon", 2451545.0 + np.arange(1_000_000) / 10),
+])
+def test_control_c_stops_a_search(model, search):
     threading.Timer(0.5, os.kill, (os.getpid(), signal.SIGINT)).start()
     start = time.monotonic()
     with pytest.raises(KeyboardInterrupt):
-        model.diary("1600-01-01", "2400-01-01")
+        search(model)
     assert time.monotonic() - start < 5
 
 
