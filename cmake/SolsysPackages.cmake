@@ -73,6 +73,16 @@ if(SOLSYS_BUILD_PYTHON)
   set(CPACK_DEBIAN_PYTHON_DESCRIPTION "positions and events of the solar system (Python)
 Places, risings, eclipses, conjunctions and the diary of the sky for arrays of
 instants in numpy; tables that pandas takes; pictures for notebooks.")
+  # Python's compiled files come and go with the package.
+  foreach(pair postinst:py3compile prerm:py3clean)
+    string(REPLACE ":" ";" pair ${pair})
+    list(GET pair 0 script)
+    list(GET pair 1 tool)
+    file(WRITE ${PROJECT_BINARY_DIR}/debian/${script} "#!/bin/sh\nset -e\n${tool} -p python3-solsys\n")
+    file(CHMOD ${PROJECT_BINARY_DIR}/debian/${script} PERMISSIONS OWNER_READ OWNER_WRITE
+      OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+    list(APPEND CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/${script})
+  endforeach()
 endif()
 
 # What Debian asks of every package: its copyright and its changelog.

@@ -117,7 +117,7 @@ def test_a_model_in_threads_and_through_pickle(model):
     assert len(found) == 3
     for places in found:
         for field in places.dtype.names:
-            np.testing.assert_array_equal(places[field], wanted[field])
+            np.testing.assert_allclose(places[field], wanted[field], rtol=1e-14, atol=1e-14)
 
 
 def test_theory_and_file_do_not_mix(de405, tmp_path):
