@@ -66,11 +66,11 @@ def same_survey(client):
     import dask_survey
     with tempfile.TemporaryDirectory() as folder:
         path = os.path.join(folder, "ORBITS.DAT")
-        dask_survey.make_up(path, 1000)
-        count, table = dask_survey.screen(client, path, within_au=0.3, size=50_000)
+        dask_survey.make_up(path, 20_000)
+        count, table = dask_survey.screen(client, path, within_au=0.3, size=1_000_000)
         alone = solsys.MinorPlanets(path)
         wanted = alone.near_earth(solsys.Model(), "2026-01-01", "2026-12-31", 0.3)
-    assert count == len(alone) == 1000 and len(wanted) > 3
+    assert count == len(alone) == 20_000 and len(wanted) > 3
     assert table.body.tolist() == wanted.body.tolist() and (table.time == wanted.time).all()
 
 
