@@ -1,6 +1,7 @@
 # What the shared library exports: every function that the public headers declare, and nothing
-# of the inside. Run as cmake -DNM=... -DLIBRARY=... -DNM_FLAGS=... -DHEADERS=... -P this file;
-# for Windows LIBRARY is the import library, whose symbols are the exports of the DLL.
+# of the inside; and that the hostile program (-DATTACKS=folder) calls each of them. Run as
+# cmake -DNM=... -DLIBRARY=... -DNM_FLAGS=... -DHEADERS=... -DATTACKS=... -P this file; for Windows
+# LIBRARY is the import library, whose symbols are the exports of the DLL.
 cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND ${NM} ${NM_FLAGS} -C --defined-only ${LIBRARY}
   OUTPUT_VARIABLE symbols RESULT_VARIABLE failed)
@@ -53,7 +54,17 @@ foreach(header ${headers})
   endif()
 endforeach()
 list(REMOVE_DUPLICATES names)
+file(GLOB attacks ${ATTACKS}/*.cpp)
+set(attack_text "")
+foreach(source ${attacks})
+  file(READ ${source} text)
+  string(APPEND attack_text "${text}")
+endforeach()
+set(spared "")
 foreach(name ${names})
+  if(NOT attack_text MATCHES "[^A-Za-z_0-9]${name}[^A-Za-z_0-9]")
+    list(APPEND spared ${name})
+  endif()
   math(EXPR declared "${declared} + 1")
   if(NOT symbols MATCHES "[ :_]${name}(\\[abi[^\n]*)?[\n(@[]")
     list(APPEND missing ${name})
@@ -61,6 +72,9 @@ foreach(name ${names})
 endforeach()
 if(declared LESS 200)
   message(SEND_ERROR "only ${declared} declarations found: the headers are read wrongly")
+endif()
+if(spared)
+  message(SEND_ERROR "exported, but not called with hostile arguments: ${spared}")
 endif()
 if(missing)
   message(SEND_ERROR "declared, but not exported: ${missing}")

@@ -24,7 +24,7 @@ template <class T>
 constexpr bool kNumbersAlone =
     kOneOf<T, Elements, tagAster_SPH, tagComet_SPH, tagAster_SPH_5, tagComet_SPH_5,
            AsteroidRecord, CometRecord, SpacecraftRecord, UserObjectRecord, StarObject,
-           Tycho2SphRecord>;
+           Tycho2SphRecord, ECLIPSE, SHOWER, CONJUN, BesselElems>;
 
 class Attacker {
   public:
@@ -131,9 +131,16 @@ class Attacker {
         return o;
     }
     std::size_t pick(std::size_t n) { return random_() % n; }
+    // Room for two thousand numbers, hostile ones; the next dozen calls leave it alone.
+    double* numbers() {
+        double* const room = rooms_[next_room_++ % std::size(rooms_)];
+        for (int i = 0; i < 4 * kRoom; ++i) room[i] = number();
+        return room;
+    }
 
   private:
-    static constexpr int kDoubles = 4096;  // more than any operation reads or writes
+    static constexpr int kDoubles = 6144;  // more than any operation reads or writes
+    static constexpr int kRoom = 500;
 
     int pick_small() { return static_cast<int>(pick(12)); }
 
@@ -195,6 +202,9 @@ class Attacker {
     template <class T>
     requires std::is_integral_v<T>
     void fill(T& x) { x = static_cast<T>(integer()); }
+    template <class T>
+    requires std::is_enum_v<T>
+    void fill(T& x) { x = static_cast<T>(pick(2)); }
     void fill(SSO_ID& x) { x = id(); }
     void fill(OBSERVER& x) { x = observer(); }
     // Records of numbers alone get absurd bytes, all others stay as they are made.
@@ -223,6 +233,8 @@ class Attacker {
     }
 
     std::mt19937 random_;
+    double rooms_[12][4 * kRoom] = {};
+    std::size_t next_room_ = 0;
 };
 
 }  // namespace hostile

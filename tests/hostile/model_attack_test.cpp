@@ -2,18 +2,14 @@
 // nothing may crash, read out of bounds or go on without end. Run under sanitizers by ./check.
 #include <gtest/gtest.h>
 
-#include <functional>
-
-#include "solsys/solsys.h"
 #include "tests/hostile/attack.h"
+#include "tests/hostile/states.h"
 
 namespace {
 
 using hostile::Attacker;
 
 constexpr int kRounds = 12;  // calls of each member in each state
-constexpr double kLongest =
-    20.0;  // s, under sanitizers: an end that is not reached is what fails
 
 #define MEMBER(name) attack(#name, &CSWSolSys::name, model)
 
@@ -54,7 +50,8 @@ void attack_positions(Attacker& attack, CSWSolSys& model) {
     MEMBER(GetCometsList), MEMBER(GetMoonsListFor), MEMBER(GetSS_Object), MEMBER(CheckSSO);
     MEMBER(GetCentralBodyID), MEMBER(GetHelVec2K), MEMBER(GetVecCentre2K), MEMBER(GetHelVecCur);
     MEMBER(GetHelEcl2K), MEMBER(GetRefVec2K), MEMBER(GetRefVecCur), MEMBER(GetCurVec);
-    MEMBER(GetRADec), MEMBER(GetSSOVisVec2K), MEMBER(GetRADecVis), MEMBER(GetAsterVecCentre2K);
+    MEMBER(GetAstrometricVec2K), MEMBER(GetRADec), MEMBER(GetSSOVisVec2K), MEMBER(GetRADecVis),
+        MEMBER(GetAsterVecCentre2K);
 }
 
 void attack_tables(Attacker& attack, CSWSolSys& model) {
@@ -79,6 +76,39 @@ void attack_tables(Attacker& attack, CSWSolSys& model) {
     }
 }
 
+void attack_integrated(Attacker& attack, CSWSolSys& model) {
+    MEMBER(AddIntegratedAsteroid), MEMBER(GetIntegratedAsteroid), MEMBER(AddIntegratedComet);
+    MEMBER(GetIntegratedComet), MEMBER(AddIntegratedUserObject);
+    MEMBER(GetIntegratedUserObject), MEMBER(SetIntegrCallBack);
+    attack("SetIntegrated", &CSWSolSys::SetIntegrated, model);
+    MEMBER(IsIntegrated), MEMBER(GetHelVec2K);
+    MEMBER(RemoveIntegratedAsteroid), MEMBER(RemoveIntegratedComet);
+    MEMBER(RemoveIntegratedUserObject);
+    if (attack.pick(6) == 0) {
+        MEMBER(ClearIntegratedAsteroids), MEMBER(ClearIntegratedComets);
+        MEMBER(ClearIntegratedUserObjects);
+    }
+}
+
+void attack_reduction(Attacker& attack, CSWSolSys& model) {
+    MEMBER(SetReduction), MEMBER(GetReduction), MEMBER(SetUT1), MEMBER(SetPolarMotion);
+    MEMBER(GetEarthOrientation), MEMBER(GetSiderealTime), MEMBER(UseEphemeris);
+    attack("SetEarthOrientation", [&] {
+        EarthOrientationRow rows[5];
+        for (EarthOrientationRow& row : rows)
+            row = {attack.number(), attack.number(), attack.number(), attack.number()};
+        model.SetEarthOrientation(attack.pick(5) == 0 ? nullptr : rows,
+                                  static_cast<int>(attack.pick(7)) - 1);
+    });
+    attack("SetLeapSeconds", [&] {
+        LeapSecond rows[5];
+        for (LeapSecond& row : rows) row = {attack.number(), attack.number()};
+        model.SetLeapSeconds(attack.pick(5) == 0 ? nullptr : rows,
+                             static_cast<int>(attack.pick(7)) - 1, attack.number());
+    });
+    MEMBER(UpdateSys), MEMBER(GetRADecVis), MEMBER(FromRAToAzm), MEMBER(InitSys);
+}
+
 void attack_physics(Attacker& attack, CSWSolSys& model) {
     MEMBER(GetMagnitude), MEMBER(PhaseElongation), MEMBER(GetRadiEq), MEMBER(GetGravity);
     MEMBER(GetParentGravity), MEMBER(GetPeriodRotation), MEMBER(GetAngVelocity);
@@ -88,63 +118,7 @@ void attack_physics(Attacker& attack, CSWSolSys& model) {
 
 #undef MEMBER
 
-#define MEMBER(name) attack(#name, &CSWVisibility::name, search)
-void attack_visibility(Attacker& attack, CSWSolSys& model) {
-    CSWVisibility search(&model);
-    attack("InitSearch", [&] {
-        // Long spans are long work; those that end beyond all sources must end there.
-        const double start = attack.number();
-        const double spans[] = {30.0, 0.0, -1.0, 1e12, attack.number() * 1e9};
-        OBSERVER observer = attack.observer();
-        search.InitSearch(start, start + spans[attack.pick(std::size(spans))], attack.id(),
-                          attack.pick(6) == 0 ? nullptr : &observer);
-    });
-    MEMBER(SearchNext), MEMBER(SearchVisibility), MEMBER(GetResults);
-    attack("SearchRiseSet", [&] {
-        std::vector<RISESETDAY> days;
-        RISESETVIS request;
-        if (attack.pick(3) != 0) request.days = &days;
-        search.SearchRiseSet(attack.pick(6) == 0 ? nullptr : &request);
-    });
-    MEMBER(FreeRiseSetVector), MEMBER(GetCulmination), MEMBER(GetCulmination4Spacecraft);
-    MEMBER(GetCulmination4Spacecraft2), MEMBER(FindObjSinAltMinMax);
-    MEMBER(FindNearestRiseSetTimes), MEMBER(GetCurVisibility), MEMBER(GetHorizon);
-    MEMBER(GetZenith), MEMBER(GetMtrxEq_Ec), MEMBER(GetPhysInfo), MEMBER(GetBrief_OI);
-    using Near = bool (CSWVisibility::*)(SSO_ID*, double, double, double&, double&, short);
-    using Between =
-        bool (CSWVisibility::*)(SSO_ID*, double, double, double, double&, double&, short);
-    attack("GetEventsTimeForElevation",
-           static_cast<Near>(&CSWVisibility::GetEventsTimeForElevation), search);
-    attack("GetEventsTimeForElevation",
-           static_cast<Between>(&CSWVisibility::GetEventsTimeForElevation), search);
-}
-#undef MEMBER
-
-// The states a model can be in when a host errs.
-struct State {
-    const char* name;
-    std::function<void(CSWSolSys&, Attacker&)> reach;
-};
-const State kStates[] = {
-    {"Constructed", [](CSWSolSys&, Attacker&) {}},
-    {"WithoutAnInstant", [](CSWSolSys& m, Attacker&) { m.InitSys(""); }},
-    {"OnTheTheory", [](CSWSolSys& m, Attacker&) { m.InitSys(""), m.UpdateSys(2460000, 0.25); }},
-    {"OnTheFile",
-     [](CSWSolSys& m, Attacker&) { m.InitSys(SOLSYS_DE405), m.UpdateSys(2450000, 0.1); }},
-    {"BeyondAllSources",
-     [](CSWSolSys& m, Attacker&) { m.InitSys(""), m.UpdateSys(9000000, 0); }},
-    {"AtNoInstant",
-     [](CSWSolSys& m, Attacker& a) { m.InitSys(""), m.UpdateSys(a.integer(), a.number()); }},
-    {"SeenFromAnywhere",
-     [](CSWSolSys& m, Attacker& a) {
-         m.InitSys("");
-         m.UpdateSys(2460000, 0.25);
-         const OBSERVER anywhere = a.observer();
-         m.SetObserver(&anywhere);
-     }},
-};
-
-class Model : public testing::TestWithParam<State> {};
+class Model : public testing::TestWithParam<hostile::State> {};
 
 TEST_P(Model, SurvivesEveryMember) {
     Attacker attack(20);
@@ -152,15 +126,16 @@ TEST_P(Model, SurvivesEveryMember) {
         CSWSolSys model;
         GetParam().reach(model, attack);
         attack_tables(attack, model);
-        for (const auto part : {attack_positions, attack_frames, attack_physics,
-                                attack_visibility, attack_observer, attack_positions})
+        for (const auto part :
+             {attack_positions, attack_integrated, attack_frames, attack_physics,
+              attack_observer, attack_reduction, attack_positions})
             part(attack, model);
     }
-    EXPECT_LT(attack.slowest, kLongest) << attack.slowest_name;
+    EXPECT_LT(attack.slowest, hostile::kLongest) << attack.slowest_name;
     RecordProperty("slowest", attack.slowest_name);
 }
 
-INSTANTIATE_TEST_SUITE_P(States, Model, testing::ValuesIn(kStates),
+INSTANTIATE_TEST_SUITE_P(States, Model, testing::ValuesIn(hostile::kStates),
                          [](const auto& state) { return state.param.name; });
 
 }  // namespace
