@@ -13,6 +13,7 @@
 #include "solsys/earth_rotation.h"
 #include "solsys/eclipses.h"
 #include "solsys/element_records.h"
+#include "solsys/element_sets.h"
 #include "solsys/export.h"
 #include "solsys/integrator.h"
 #include "solsys/kepler.h"

@@ -44,7 +44,7 @@ foreach(header ${headers})
     list(APPEND names "${CMAKE_MATCH_1}")
   endforeach()
   # Members of exported classes.
-  if(text MATCHES "class SOLSYS_API CSW")
+  if(text MATCHES "class SOLSYS_API (CSW|CSky|Integ|TLE)")
     string(REGEX MATCHALL "\n    [A-Za-z_][A-Za-z_0-9:<>*& ]*[ *&]([A-Za-z_][A-Za-z_0-9]*)\\([^()]*\\)( const)?[ \n]*@"
       members "${text}")
     foreach(declaration ${members})

@@ -24,7 +24,7 @@ template <class T>
 constexpr bool kNumbersAlone =
     kOneOf<T, Elements, tagAster_SPH, tagComet_SPH, tagAster_SPH_5, tagComet_SPH_5,
            AsteroidRecord, CometRecord, SpacecraftRecord, UserObjectRecord, StarObject,
-           Tycho2SphRecord, ECLIPSE, SHOWER, CONJUN, BesselElems>;
+           Tycho2SphRecord, ECLIPSE, SHOWER, CONJUN, BesselElems, TLERecord>;
 
 class Attacker {
   public:
@@ -207,6 +207,8 @@ class Attacker {
     void fill(T& x) { x = static_cast<T>(pick(2)); }
     void fill(SSO_ID& x) { x = id(); }
     void fill(OBSERVER& x) { x = observer(); }
+
+  public:
     // Records of numbers alone get absurd bytes, all others stay as they are made.
     template <class T>
     requires std::is_class_v<T>
@@ -218,6 +220,8 @@ class Attacker {
             }
         }
     }
+
+  private:
     template <class T>
     void fill(T*& x) {
         x = nullptr;

@@ -93,6 +93,42 @@ void attack_files(Attacker& attack) {
     attack("clear", &DE_Ephemeris::clear);
 }
 
+// Element sets whose lines have a byte or two changed, and records of any numbers.
+void attack_element_sets(Attacker& attack) {
+    std::string lines[] = {
+        "1 25544U 98067A   08264.51782528 -.00002182  00000-0 -11606-4 0  2927",
+        "2 25544  51.6416 247.4627 0006703 130.5360 325.0288 15.72125391563537"};
+    for (std::string& line : lines)
+        if (attack.pick(2) == 0)
+            line[attack.pick(line.size())] = static_cast<char>(attack.pick(256));
+    TLEConvert set;
+    attack("Set", [&] { set.Set(lines[0].c_str(), lines[1].c_str(), attack.pick(2) == 0); });
+    TLERecord record;
+    if (set.GetRecord() != nullptr) record = *set.GetRecord();
+    if (attack.pick(2) == 0) attack.fill(record);
+    attack("Set", static_cast<int (TLEConvert::*)(const TLERecord&)>(&TLEConvert::Set), set);
+    attack("Set", [&] { set.Set(record); });
+    attack("GetFault", &TLEConvert::GetFault, set);
+    attack("IsDeepSpace", &TLEConvert::IsDeepSpace, set);
+    attack("GetPeriod", &TLEConvert::GetPeriod, set);
+    attack("TLE2Vec", &TLEConvert::TLE2Vec, set);
+    attack("GetState", &TLEConvert::GetState, set);
+    attack("GetStateAt", &TLEConvert::GetStateAt, set);
+    unsigned char status[64];
+    attack("GetStates", [&] { set.GetStates(attack.numbers(), 64, attack.numbers(), status); });
+    TLECatalogue all;
+    attack("Add", [&] { all.Add(record), all.Add(record); });
+    attack("GetCount", &TLECatalogue::GetCount, all);
+    const int days[] = {2460000, attack.integer(), attack.integer()};
+    attack("GetStates",
+           [&] { all.GetStates(days, attack.numbers(), 3, attack.numbers(), status); });
+    attack("Clear", &TLECatalogue::Clear, all);
+    std::vector<TLERecord> sets;
+    const std::string text = lines[0] + "\n" + lines[1] + "\r\n[{" + lines[0];
+    attack("Read", [&] { TLEConvert::Read(text.data(), text.size(), &sets, nullptr); });
+    attack("TLEFaultName", &TLEFaultName);
+}
+
 void attack_platform(Attacker& attack) {
     attack("SetDebugPrintHandler", [] { SetDebugPrintHandler([](const char*) {}); });
     attack("PrintDebugString", [&] { PrintDebugString("%g %s\n", attack.number(), "x"); });
@@ -112,8 +148,9 @@ TEST(Toolkit, SurvivesEveryFunction) {
     Attacker attack(21);
     attack.nulls = false;
     for (int round = 0; round < 300; ++round) {
-        for (const auto part : {attack_vectors, attack_scalars, attack_time, attack_orientation,
-                                attack_orbits, attack_light, attack_platform})
+        for (const auto part :
+             {attack_vectors, attack_scalars, attack_time, attack_orientation, attack_orbits,
+              attack_light, attack_platform, attack_element_sets})
             part(attack);
         attack_satellites<MartianSat>(attack), attack_satellites<JupiterSat>(attack);
         attack_satellites<SaturnSat>(attack), attack_satellites<UraSat>(attack);
