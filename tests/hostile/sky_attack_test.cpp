@@ -227,8 +227,8 @@ void attack_places(Over& over) {
 void attack_names(Over& over) {
     FUNCTION(find_body), FUNCTION(find_bodies), FUNCTION(find_small_body), FUNCTION(name_of);
     FUNCTION(code_of), FUNCTION(sun), FUNCTION(moon), FUNCTION(find_in_file);
-    FUNCTION(parse_elements), FUNCTION(parse_site), FUNCTION(find_city),
-        FUNCTION(cities_called);
+    FUNCTION(parse_elements), FUNCTION(elements_uncertainty_arcsec), FUNCTION(parse_satellites),
+        FUNCTION(parse_site), FUNCTION(find_city), FUNCTION(cities_called);
     FUNCTION(coordinate_text), FUNCTION(earth_centre), FUNCTION(parse_time),
         FUNCTION(parse_step);
     FUNCTION(after_steps), FUNCTION(julian_day_number), FUNCTION(date_of_julian_day);
