@@ -59,7 +59,6 @@ constexpr std::array<int, kArgumentCount + 1> kOffsets = [] {
 constexpr int index_of(int argument, int multiple) {
     return kOffsets[argument] + kMost[argument] + multiple;
 }
-constexpr int kNoFactor = index_of(kArgL, 0);  // 1
 static_assert(kOffsets.back() < 256, "an index fits in a byte");
 
 using Multiples = std::array<Factor, kOffsets.back()>;

@@ -1,17 +1,27 @@
-// Any bytes as a DE file: the header is read or refused, and what is accepted can be evaluated
-// everywhere without leaving the file.
+// A small DE file with bytes changed: it is read or refused, and what is accepted can be
+// evaluated everywhere without leaving the file.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <string>
 
 #include "solsys/de_ephemeris.h"
+#include "tests/support/de_file_writer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const std::string whole = de_file::bytes({});
     static const auto path = std::filesystem::temp_directory_path() / "solsys_fuzz_de.bin";
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+    // Nine bytes of input each: where among the header's numbers, and the eight there.
+    std::string file = whole;
+    for (; size >= 9; data += 9, size -= 9) {
+        const std::size_t at = std::min(de_file::kStart + data[0], file.size() - 8);
+        std::copy(data + 1, data + 9, file.begin() + static_cast<std::ptrdiff_t>(at));
+    }
+    if (size > 0) file.resize(file.size() * data[0] / 256);
+    std::ofstream(path, std::ios::binary) << file;
     DE_Ephemeris::clear();
     if (!DE_Ephemeris::open(path.string().c_str())) return 0;
     const double* range = DE_Ephemeris::getTimeRange();

@@ -49,12 +49,16 @@ std::optional<Zone::Rules> read_zone_file(std::string_view bytes) {
     const auto offset_of = [&](std::size_t type) {
         return static_cast<int>(big_endian(bytes, begin + counts.times * 9 + type * 6, 4));
     };
+    for (std::size_t type = 0; type < counts.types; ++type)
+        if (!is_offset(offset_of(type))) return std::nullopt;
     Zone::Rules rules;
     rules.first_offset = offset_of(0);
     for (std::size_t i = 0; i < counts.times; ++i) {
         const auto type = static_cast<unsigned char>(bytes[begin + counts.times * 8 + i]);
         if (type >= counts.types) return std::nullopt;
-        rules.transitions.push_back({big_endian(bytes, begin + i * 8, 8), offset_of(type)});
+        const std::int64_t at = big_endian(bytes, begin + i * 8, 8);
+        if (i > 0 && at <= rules.transitions.back().at) return std::nullopt;
+        rules.transitions.push_back({at, offset_of(type)});
     }
     rules.standard = rules.summer =
         rules.transitions.empty() ? rules.first_offset : rules.transitions.back().offset;

@@ -112,14 +112,14 @@ std::optional<int> take_clock(std::string_view& text) {
 bool Zone::Rules::take_posix(std::string_view text) {
     if (!take_abbreviation(text)) return false;
     const auto west = take_clock(text);
-    if (!west) return false;
+    if (!west || !is_offset(-*west)) return false;
     standard = summer = -*west;
     if (text.empty()) return true;
     if (!take_abbreviation(text)) return false;
     summer = standard + 3600;
     if (!text.empty() && !text.starts_with(',')) {
         const auto summer_west = take_clock(text);
-        if (!summer_west) return false;
+        if (!summer_west || !is_offset(-*summer_west)) return false;
         summer = -*summer_west;
     }
     if (!take(text, ',')) return false;

@@ -38,7 +38,11 @@ struct Zone::Rules {
 // "[+-]h[h][:mm[:ss]]" or "[+-]hhmm" off the front of a text; empty when there is none.
 std::optional<int> take_clock(std::string_view& text);
 
-// A compiled zone file (TZif, RFC 8536) of the system; empty when it is none.
+// Whether a zone may be so many seconds ahead of UTC (RFC 8536, section 3.2).
+constexpr bool is_offset(long long seconds) { return seconds > -90000 && seconds < 93600; }
+
+// A compiled zone file (TZif, RFC 8536) of the system; empty when it is none, has offsets that
+// no zone has, or changes that are out of order.
 std::optional<Zone::Rules> read_zone_file(std::string_view bytes);
 
 // From the compiled tables: the name as it is written, and its rules.

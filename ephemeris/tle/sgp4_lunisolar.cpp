@@ -108,7 +108,7 @@ LunisolarTerms<double> add_body(const Body& body, Sgp4Coefficients<double>& c) {
 }  // namespace
 
 void add_lunisolar_terms(const MeanElements& el, Sgp4Coefficients<double>& c) {
-    const double D = (el.epoch.day - kDay1900) + el.epoch.fraction;
+    const double D = (static_cast<double>(el.epoch.day) - kDay1900) + el.epoch.fraction;
     c.sun = add_body(sun(el, D), c);
     c.moon = add_body(moon(el, D), c);
 }

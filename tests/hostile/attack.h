@@ -2,10 +2,11 @@
 // from a pool of edges, NaN, infinities, null pointers and absurd records.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <cstring>
+#include <ctime>
 #include <limits>
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -17,6 +18,10 @@
 #include "solsys/solsys.h"
 
 namespace hostile {
+
+// Seconds of the processor, under sanitizers: what one call may take. An end that is not
+// reached is what fails.
+constexpr double kLongest = 20.0;
 
 template <class T, class... Others>
 constexpr bool kOneOf = (std::is_same_v<T, Others> || ...);
@@ -33,7 +38,9 @@ class Attacker {
     // Whether pointers may be null: members answer false to that, the plain toolkit does not
     // look.
     bool nulls = true;
-    // The longest call so far [s], and whose it was.
+    // Seconds of the processor: what all calls of a name may take before it is left alone.
+    double enough = 0.2;
+    // The longest call so far, and whose it was.
     double slowest = 0;
     std::string slowest_name;
 
@@ -131,6 +138,12 @@ class Attacker {
         return o;
     }
     std::size_t pick(std::size_t n) { return random_() % n; }
+    // Whether a round should follow so many others: the first always, more in the time there
+    // is.
+    [[nodiscard]] bool goes_on(int rounds, int most, double within) const {
+        return rounds == 0 || (rounds < most && seconds() - start_ < within);
+    }
+    static double seconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
     // Room for two thousand numbers, hostile ones; the next dozen calls leave it alone.
     double* numbers() {
         double* const room = rooms_[next_room_++ % std::size(rooms_)];
@@ -229,16 +242,21 @@ class Attacker {
 
     template <class Call, class... Args>
     void call(const char* name, Call&& body, std::type_identity<std::tuple<Args...>>) {
+        double& spent = spent_[name];
+        if (spent > enough) return;
         std::tuple<Slot<Args>...> slots{make<Args>()...};
-        const auto start = std::chrono::steady_clock::now();
+        const double start = seconds();
         std::apply(body, slots);
-        const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-        if (took.count() > slowest) slowest = took.count(), slowest_name = name;
+        const double took = seconds() - start;
+        spent += took;
+        if (took > slowest) slowest = took, slowest_name = name;
     }
 
     std::mt19937 random_;
     double rooms_[12][4 * kRoom] = {};
     std::size_t next_room_ = 0;
+    std::map<std::string, double> spent_;
+    double start_ = seconds();
 };
 
 }  // namespace hostile

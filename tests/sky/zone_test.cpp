@@ -3,9 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <limits>
+#include <string>
+
+#include "sky/zone_rules.h"
 
 namespace solsys::sky {
 namespace {
@@ -76,6 +80,28 @@ TEST(Zone, FollowsItsRuleBeyondTheLastListedChange) {
 TEST(Zone, IsNoFolder) {
     for (const char* name : {"Europe", "", "../zoneinfo/UTC", "America/Indiana"})
         EXPECT_FALSE(Zone::find(name)) << name;
+}
+
+// Two types, the second `ahead` seconds ahead of UTC from `at[1]` on.
+std::optional<Zone::Rules> zone_file(std::int32_t ahead, std::array<std::int64_t, 2> at,
+                                     const std::string& rule) {
+    std::string file("TZif2");
+    file.resize(44);
+    std::string second = file;
+    second[35] = 2, second[39] = 2, second[43] = 4;  // times, types, characters
+    const auto put = [&](std::int64_t value, int size) {
+        while (size-- > 0) second.push_back(static_cast<char>(value >> 8 * size));
+    };
+    put(at[0], 8), put(at[1], 8), put(1, 2), put(0, 6), put(ahead, 4), put(0, 2), put(0, 4);
+    return read_zone_file(file + second + "\n" + rule + "\n");
+}
+
+TEST(Zone, FilesOfNoZoneAreRefused) {
+    EXPECT_TRUE(zone_file(50400, {-9, 7}, "<+14>-14"));
+    EXPECT_FALSE(zone_file(2000000000, {-9, 7}, ""));
+    EXPECT_FALSE(zone_file(-90000, {-9, 7}, ""));
+    EXPECT_FALSE(zone_file(3600, {7, -9}, ""));
+    EXPECT_FALSE(zone_file(3600, {-9, 7}, "<+14>-140"));
 }
 
 struct Written {
