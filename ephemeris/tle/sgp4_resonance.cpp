@@ -124,7 +124,7 @@ double mod(double angle) {
 double sidereal_time_1970(Instant epoch) {
     constexpr int kDay1970 = 2440586;  // 1969 December 31 0h less half a day
     constexpr double kRate = 0.0172027916940703639;
-    const double days = (epoch.day - kDay1970) + (epoch.fraction - 0.5);
+    const double days = (static_cast<double>(epoch.day) - kDay1970) + (epoch.fraction - 0.5);
     const double whole = std::floor(days + 1e-8);
     return mod(1.7321343856509374 + kRate * whole + (kRate + kTwoPi) * (days - whole) +
                5.07551419432269442e-15 * days * days);

@@ -36,6 +36,7 @@ double instant_of(GeocentricSky& sky, double longitude, double t) {
 bool Diary::find_seasons() {
     GeocentricSky sky(*model);
     const double at_start = solar_longitude(sky, span.start);
+    if (!std::isfinite(at_start)) return !control.stopped();  // no Sun at that instant
     auto quarter = static_cast<int>(std::floor(at_start / kHalfPi));
     double guess = span.start + solsys::diary::turn(quarter * kHalfPi, at_start) / kSunRate;
     solsys::search::Span walk = span;

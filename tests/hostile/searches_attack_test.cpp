@@ -36,6 +36,7 @@ void attack_visibility(Attacker& attack, CSWSolSys& model) {
         RISESETVIS request;
         if (attack.pick(3) != 0) request.days = &days;
         search.SearchRiseSet(attack.pick(6) == 0 ? nullptr : &request);
+        if (request.days != &days) search.FreeRiseSetVector(&request);
     });
     MEMBER(FreeRiseSetVector), MEMBER(GetCulmination), MEMBER(GetCulmination4Spacecraft);
     MEMBER(GetCulmination4Spacecraft2), MEMBER(FindObjSinAltMinMax);
@@ -125,7 +126,7 @@ void attack_eclipses(Attacker& attack, CSWSolSys& model) {
            [&] { search.GetMagnitudeCurve(&eclipse, step, &curves); });
 }
 
-// Ends an integration after a few hundred steps more.
+// Ends integrations after a few reports.
 bool few_steps(double, void* context) { return --*static_cast<int*>(context) > 0; }
 
 void attack_integrator(Attacker& attack, CSWSolSys&) {
@@ -139,7 +140,7 @@ void attack_integrator(Attacker& attack, CSWSolSys&) {
             },
             nullptr);
     }
-    int left = 500;
+    int left = 3;
     search.SetCallBack(few_steps, &left);
     MEMBER(Start), MEMBER(RA15), MEMBER(GetState), MEMBER(SetSteps), MEMBER(IntegrateTo);
     MEMBER(Status), MEMBER(StepCount);
@@ -158,7 +159,7 @@ class Searches : public testing::TestWithParam<hostile::State> {};
 
 TEST_P(Searches, SurviveEveryMember) {
     Attacker attack(22);
-    for (int round = 0; attack.goes_on(round, 8, 3.0); ++round) {
+    for (int round = 0; attack.goes_on(round, 8, 2.0); ++round) {
         CSWSolSys model;
         GetParam().reach(model, attack);
         for (const auto part : {attack_visibility, attack_conjunctions, attack_diary,
