@@ -14,10 +14,8 @@
 ///
 /// \param[in]  q             perihelion distance [au], above 0
 /// \param[in]  e             eccentricity, 0 or more; within 1e-6 of 1 the orbit is a parabola
-/// \param[in]  i,node,peri   inclination, ascending node and argument of perihelion [rad], in
-/// the
-///                           frame that the record is for (J2000 ecliptic for the model's
-///                           tables)
+/// \param[in]  i,node,peri   inclination, ascending node, argument of perihelion [rad], in the
+///                           frame of the record (J2000 ecliptic for the model's tables)
 /// \param[in]  day,fraction  instant of perihelion, Julian date TDB
 /// \param[out] out           the elements as `Kepler` takes them, the mean motion derived from
 ///                           the Sun's GM 0.00029591220828411956 au^3/day^2
@@ -26,8 +24,8 @@ SOLSYS_API bool ElementsFromPerihelion(double q, double e, double i, double node
                                        int day, double fraction, Elements* out);
 
 /// Heliocentric elements of an ellipse by its mean anomaly `M` [rad] at an epoch; `a` is the
-/// semi-major axis [au], above 0, `e` below 1 by more than 1e-6. All else as in
-/// `ElementsFromPerihelion`.
+/// semi-major axis [au], above 0, `e` below 1 by more than 1e-6, `day` and `fraction` the epoch
+/// (Julian date TDB). All else as in `ElementsFromPerihelion`.
 SOLSYS_API bool ElementsFromMeanAnomaly(double a, double e, double i, double node, double peri,
                                         double M, int day, double fraction, Elements* out);
 
@@ -40,27 +38,27 @@ struct AsteroidRecord {
 };
 
 /// A comet (`comt`): heliocentric osculating elements and its magnitude law
-/// H + 5 log10(distance) + K log10(r).
+/// H + 5 log10(distance) + K log10(r), both in au, the second from the Sun.
 struct CometRecord {
     Elements elements{};  ///< as an asteroid's
-    float H = 99.0F;
-    float K = 10.0F;
+    float H = 99.0F;      ///< total magnitude at 1 au from Sun and observer
+    float K = 10.0F;      ///< slope with the distance from the Sun
 };
 
 /// One stretch of a spacecraft's trajectory (`scft`): elements about a central body, in force
 /// from their epoch until the next record's. Records are kept in the order of their epochs.
 struct SpacecraftRecord {
-    std::int32_t central_type = SSO_PLNT;
-    std::int32_t central_number = 10;
-    std::int32_t epoch_day = 0;  ///< epoch of the elements and start of the stretch
-    double epoch_fraction = 0;
-    double q = 0;  ///< pericentre distance [au], whatever the eccentricity
-    double e = 0;
-    double i = 0;     ///< [rad], J2000 ecliptic
-    double node = 0;  ///< [rad]
-    double peri = 0;  ///< [rad]
-    double n = 0;     ///< mean motion [rad/day]; 0: derived from the central body's GM
-    double M = 0;     ///< mean anomaly at the epoch [rad]
+    std::int32_t central_type = SSO_PLNT;  ///< of the central body, as in SSO_ID
+    std::int32_t central_number = 10;      ///< of the central body: 10 is the Sun
+    std::int32_t epoch_day = 0;  ///< epoch of the elements and start of the stretch, TDB
+    double epoch_fraction = 0;   ///< of a day, added to epoch_day
+    double q = 0;                ///< pericentre distance [au], whatever the eccentricity
+    double e = 0;                ///< eccentricity, 0 or more
+    double i = 0;                ///< [rad], J2000 ecliptic
+    double node = 0;             ///< [rad]
+    double peri = 0;             ///< [rad]
+    double n = 0;  ///< mean motion [rad/day]; 0: derived from the central body's GM
+    double M = 0;  ///< mean anomaly at the epoch [rad]
 };
 
 /// An object given by a state vector about a central body (`uSCO`), moved as a two-body orbit
@@ -68,10 +66,10 @@ struct SpacecraftRecord {
 /// whatever the eccentricity and inclination. The central body's GM has to be known.
 /// A fall along the radius is refused.
 struct UserObjectRecord {
-    std::int32_t central_type = SSO_PLNT;
-    std::int32_t central_number = 3;
-    std::int32_t epoch_day = 0;
-    double epoch_fraction = 0;
+    std::int32_t central_type = SSO_PLNT;  ///< of the central body, as in SSO_ID
+    std::int32_t central_number = 3;       ///< of the central body: 3 is the Earth
+    std::int32_t epoch_day = 0;            ///< epoch of the state, Julian date TDB
+    double epoch_fraction = 0;             ///< of a day, added to epoch_day
     /// Position [au] and velocity [au/day] at the epoch, relative to the central body, along
     /// the axes of its equatorial frame at the epoch (`CSWSolSys::GetMtrxEq2K_PlEq`; about the
     /// Earth and bodies without rotation elements: the J2000 equator).

@@ -14,7 +14,12 @@
 /// The functions that answer `bool` say false when an iteration reached its limit; the last
 /// iterate is then written all the same. Non-finite input gives non-finite output and false, or
 /// the status named, in bounded time. `velocity` zero asks for the position only and leaves the
-/// velocity's doubles untouched.
+/// velocity's doubles untouched. Pointers must not be null, unless said otherwise. Times are in
+/// the scale of the elements' epoch: a dynamical one (TDB for catalogues).
+///
+/// Sources: Danby 1988, Fundamentals of Celestial Mechanics (elements from a state); Danby &
+/// Burkardt 1983, Celest. Mech. 31, 95 (Kepler's equation); Meeus 1998, Astronomical
+/// Algorithms, chapter 34 (parabolas).
 #pragma once
 
 #include <cstddef>
@@ -149,18 +154,24 @@ SOLSYS_API bool Kepler(short velocity, double mu, int day, double fraction, Elem
 SOLSYS_API bool KeplerForIntegr(short velocity, double mu, int day, double fraction,
                                 Elements elements, double r[3], double v[3]);
 
-/// State of a catalogue asteroid. \param[out] out position, then velocity.
+/// State of a catalogue asteroid.
+///
+/// \param[in]  velocity  zero: position only, three doubles are written.
+/// \param[in]  day,fraction  Julian date wanted, in the scale of the record's epoch.
+/// \param[in]  record    the elements; P and Q are taken as they are, not made unit vectors.
+/// \param[out] out       position [au], then velocity [au/day], along the axes of P and Q.
+/// \return false when an iteration reached its limit, or for what is not finite.
 ///
 /// For an ellipse above e = 0.99995 the time of perihelion is reckoned from the bare epochDay,
 /// half a day before the epoch that every other orbit of this record is moved from.
 SOLSYS_API bool KeplerPQ(short velocity, int day, double fraction, const tagAster_SPH* record,
                          double out[6]);
 
-/// State of a catalogue comet. \param[out] out position, then velocity.
+/// State of a catalogue comet; arguments and answer as for the asteroid.
 SOLSYS_API bool KeplerPQComets(short velocity, int day, double fraction,
                                const tagComet_SPH* record, double out[6]);
 
-/// State of an asteroid by its compact record. \param[out] out position, then velocity.
+/// State of an asteroid by its compact record; arguments and answer as for the catalogue's.
 ///
 /// The iteration starts from the last anomaly solved when the record has the number solved last
 /// (one process-wide pair, shared with the comets' overload), so stepping one object through
@@ -174,8 +185,8 @@ SOLSYS_API bool KeplerPQComets(short velocity, int day, double fraction,
 SOLSYS_API bool KeplerPQ5(short velocity, int day, double fraction,
                           const tagAster_SPH_5* record, double out[6]);
 
-/// State of a comet by its compact record. \param[out] out position, then velocity.
-/// The warm start serves its hyperbolic orbits.
+/// State of a comet by its compact record; arguments and answer as for the catalogue's. The
+/// warm start serves its hyperbolic orbits.
 SOLSYS_API bool KeplerPQ5(short velocity, int day, double fraction,
                           const tagComet_SPH_5* record, double out[6]);
 
@@ -183,11 +194,13 @@ SOLSYS_API bool KeplerPQ5(short velocity, int day, double fraction,
 ///
 /// \param[in]  velocity  zero: position and distance only.
 /// \param[in]  mu        gravitational parameter of the central body.
-/// \param[in]  a,e,i     semi-major axis, eccentricity, inclination.
-/// \param[in]  node      longitude of the ascending node.
-/// \param[in]  perihelion_longitude  node + argument of perihelion.
-/// \param[in]  mean_longitude  at the time wanted.
-/// \param[out] r         position; \param[out] distance its length; \param[out] v velocity.
+/// \param[in]  a,e,i     semi-major axis [au], eccentricity, inclination [rad].
+/// \param[in]  node      longitude of the ascending node [rad].
+/// \param[in]  perihelion_longitude  node + argument of perihelion [rad].
+/// \param[in]  mean_longitude  at the time wanted [rad].
+/// \param[out] r         position [au], in the frame of the angles.
+/// \param[out] distance  its length [au].
+/// \param[out] v         velocity [au/day]; may be null with `velocity` zero.
 /// \return false, with a distance of 0 and nothing else written, for e above 0.999999 or not a
 ///         number.
 ///
@@ -200,6 +213,12 @@ SOLSYS_API bool ElementsToVector(short velocity, double mu, double a, double e, 
                                  double v[3]);
 
 /// Osculating elements from position and velocity.
+///
+/// \param[in]  mu   gravitational parameter of the central body; not guarded.
+/// \param[in]  r,v  position [au] and velocity [au/day] relative to it; the angles of the
+/// answer
+///                  refer to their axes.
+/// \param[out] out  the elements.
 ///
 /// Fills all of `out` but the epoch, which is the caller's. Orbits with |1/a| <= 1e-9 1/au are
 /// given as parabolas. A planar orbit has its node at 0 (direct) or pi (retrograde), a circular

@@ -19,10 +19,11 @@ enum : std::int8_t {
     LOCATION_EQUATOR_2K = 9       ///< frame code only: J2000 equator
 };
 
-/// The observer's location.
+/// The observer's location. `CSWSolSys::SetObserver` tells what comes of a body that is not
+/// known and of numbers that are not finite.
 struct OBSERVER {
-    std::uint8_t lead = 0;  ///< carried, not interpreted
-    std::int8_t kind = LOCATION_BODY_FIXED;
+    std::uint8_t lead = 0;                   ///< carried, not interpreted
+    std::int8_t kind = LOCATION_BODY_FIXED;  ///< one of the constants above
     std::int32_t body_type = 0;    ///< type code of the body observed from, as in SSO_ID
     std::int32_t body_number = 0;  ///< its number
     /// Spherical kinds: distance [au], longitude [rad], latitude [rad]. Surface: height above
@@ -34,6 +35,6 @@ struct OBSERVER {
 
 /// A location in spherical form, with the frame it is expressed in.
 struct SphCoor {
-    double location[3] = {0, 0, 0};  ///< as OBSERVER::location, by the frame code
-    std::int8_t frame = LOCATION_EQUATOR_2K;
+    double location[3] = {0, 0, 0};           ///< as OBSERVER::location, by the frame code
+    std::int8_t frame = LOCATION_EQUATOR_2K;  ///< frame code: one of the constants above
 };

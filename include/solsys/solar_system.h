@@ -28,34 +28,35 @@ using PrecessionFn = bool (*)(int day, double fraction, double* matrix);
 using NutationFn = bool (*)(int day, double fraction, double* matrix, double* obliquity,
                             double* d_epsilon, double* d_psi);
 
+// The table's rows are longer than a line.
+// clang-format off
 /// Which models the frames and the apparent places of a model follow.
 ///
-/// | | classic | modern |
+/// |  | classic | modern |
 /// |---|---|---|
 /// | precession | IAU 1976 | IAU 2006, with the frame bias |
 /// | nutation | two terms | IAU 2000A, 1365 terms, fitted to IAU 2006 |
-/// | "2K" axes | mean equator of J2000, taken for those of the ephemeris | ICRS, the axes of
-/// the ephemeris themselves | | J2000 ecliptic (`Ecl`) | obliquity 0.4090928 rad | obliquity
-/// 84381.406 arcsec, bias; orbits by elements keep the classic one | | `GetMtrxEq2K_EclCur` |
-/// true obliquity on the mean equator | the true ecliptic and equinox of date | | equator of
-/// date off the Earth, `GetMtrxEqCur_EclCur` there | mean, by the true obliquity | mean, by the
-/// mean obliquity | | instants | serve as TDB; states within 1 ms of one another are one | TT,
-/// converted to TDB; every state at its own instant | | sidereal time, the Earth's matrix | IAU
-/// 1982 from UT of `ET_UT` | Earth rotation angle from UT1, minus the equation of the origins;
-/// polar motion | | the Earth's ellipsoid | the catalogue's | WGS 84 | | light time | to 2e-6
-/// day, heliocentric | converged, barycentric | | deflection of light | stars, by the Sun | all
-/// objects, by the Sun, Jupiter and Saturn | | aberration | heliocentric velocity of the
-/// observer | barycentric velocity | | stars | heliocentric observer, instant of observation |
-/// barycentric observer, light passing the barycentre | | own objects (`uSCO`) | in a straight
-/// line, velocities added | as all others | | an object that cannot be computed when its light
-/// left it | the model stays at that instant | the model stays where it was | | constellations
-/// | boundaries looked up at B1850 | at B1875, for which they were drawn | | magnitudes of the
-/// Sun and the planets | as printed before 2018 | Mallama & Hilton 2018; the Sun -26.74 |
+/// | "2K" axes | mean equator of J2000, taken for the axes of the ephemeris | ICRS, the axes of the ephemeris themselves |
+/// | J2000 ecliptic (`Ecl`) | obliquity 0.4090928 rad | obliquity 84381.406 arcsec, bias; orbits by elements keep the classic one |
+/// | `GetMtrxEq2K_EclCur` | true obliquity on the mean equator | the true ecliptic and equinox of date |
+/// | equator of date off the Earth, `GetMtrxEqCur_EclCur` there | mean, by the true obliquity | mean, by the mean obliquity |
+/// | instants | serve as TDB; states within 1 ms of one another are one | TT, converted to TDB; every state at its own instant |
+/// | sidereal time, the Earth's matrix | IAU 1982 from UT of `ET_UT` | Earth rotation angle from UT1, minus the equation of the origins; polar motion |
+/// | the Earth's ellipsoid | the catalogue's | WGS 84 |
+/// | light time | to 2e-6 day, heliocentric | converged, barycentric |
+/// | deflection of light | stars, by the Sun | all objects, by the Sun, Jupiter and Saturn |
+/// | aberration | heliocentric velocity of the observer | barycentric velocity |
+/// | stars | heliocentric observer, instant of observation | barycentric observer, light passing the barycentre |
+/// | own objects (`uSCO`) | in a straight line, velocities added | as all others |
+/// | an object that cannot be computed when its light left it | the model stays at that instant | the model stays where it was |
+/// | constellations | boundaries looked up at B1850 | at B1875, for which they were drawn |
+/// | magnitudes of the Sun and the planets | as printed before 2018 | Mallama & Hilton 2018; the Sun -26.74 |
 ///
 /// Modern places agree with those of the IAU's reference routines on the same ephemeris within
 /// 0.01 mas in ICRS axes, 0.05 mas on the true equator of date; the classic ones are 0.27
 /// arcsec rms from them and up to 1.7 arcsec beside the Sun. UT of the searches stays that of
 /// `ET_UT`, and so do the free functions of earth_orientation.h.
+// clang-format on
 enum SolsysReduction { REDUCTION_CLASSIC = 0, REDUCTION_MODERN = 1 };
 
 /// The solar system at an instant for an observer.

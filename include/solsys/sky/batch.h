@@ -21,6 +21,9 @@
 /// product of the inputs', a body that is in no catalogue, elements that are no orbit. Nothing
 /// is written then. No memory is taken per instant; the model's own instant and site come back.
 /// A model belongs to one thread; several may compute parts of one output at the same time.
+///
+/// A call that takes a `SearchControl` may be watched and stopped from another thread, as a
+/// search may (search.h): what is not done by then is NaN, and the call answers how many were.
 #pragma once
 
 #include <array>
@@ -50,9 +53,6 @@ using StateVector = std::array<double, 6>;
 /// A Failure without an open file and for other numbers.
 SOLSYS_API Result<std::size_t> file_states(int body, std::span<const Instant> instants,
                                            std::span<StateVector> out);
-
-/// A longer call may be watched and stopped from another thread; what is not done by then is
-/// NaN. Progress is told a few times a second at most.
 
 /// As `heliocentric_state`. Stars: NaN.
 SOLSYS_API Result<std::size_t> heliocentric_states(Model& model, std::span<const Body> bodies,

@@ -48,8 +48,9 @@ SOLSYS_API Result<bool> integrate(Model& model, const Body& body, bool integrate
 /// elements. Two-body motion: 60 arcsec times the square of the years from their epoch, which
 /// bounds what the main belt's minor planets show against integrated orbits (27 to 450 arcmin
 /// after 22 years). Integrated: minor planets a tenth of an arcsec and a hundredth times that
-/// square, which bounds what the first four show over 22 years (0.03 to 0.41 arcsec); comets,
-/// which their own jets move, 1 arcsec and 10 times the square.
+/// square, which bounds what the first four show over 22 years (0.03 to 0.41 arcsec). Comets,
+/// which their own jets move: 1 arcsec and 10 times the square, a cautious choice that nothing
+/// was measured for; around a perihelion it may be too small.
 /// Empty for bodies without elements.
 [[nodiscard]] SOLSYS_API std::optional<double> elements_uncertainty_arcsec(
     const Body& body, const Instant& t, bool integrated = false);

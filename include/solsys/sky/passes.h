@@ -3,10 +3,11 @@
 ///
 /// \code
 ///     const auto list = read_satellites("stations.txt");
-///     const auto station = find_satellite(list->satellites, "25544", Instant::now());
-///     for (const Pass& pass : passes(*model, *find_city("Oslo"), *station, {now, now + 10
-///     days}))
-///         if (pass.brightest) ...
+///     const Instant now = Instant::now();
+///     const auto station = find_satellite(list->satellites, "25544", now);
+///     const Span span{now, now.plus_days(10)};
+///     for (const Pass& pass : passes(*model, *find_city("Oslo"), *station, span))
+///         if (pass.best) ...
 /// \endcode
 #pragma once
 

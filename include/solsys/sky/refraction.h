@@ -18,11 +18,11 @@ struct Air {
 };
 
 /// The air of the standard atmosphere at a height above the sea [m]: 1013.25 hPa and 15 degrees
-/// at the sea.
+/// Celsius at the sea.
 [[nodiscard]] SOLSYS_API Air standard_air(double height_m);
 
-/// The air itself, or what is wrong with it: 0 to 1200 hPa, -100 to 60 degrees, humidity 0 to
-/// 1, 0.2 to 20 micrometres.
+/// The air itself, or what is wrong with it: 0 to 1200 hPa, -100 to 60 degrees Celsius,
+/// humidity 0 to 1, 0.2 to 20 micrometres.
 [[nodiscard]] SOLSYS_API Result<Air> checked_air(const Air& air);
 
 /// A column of air over a site.
@@ -38,10 +38,11 @@ inline constexpr double kLowestApparentAltitude = -1.0;
 
 /// The short formulas: what is added to the true altitude, subtracted from the apparent one
 /// [deg]. Pressure and temperature by the factor (P/1010)(283/(273 + t)), as the formulas have
-/// it.
+/// it, P in hPa and t in degrees Celsius.
 ///
-/// Within 10 arcsec of the integral from 5 degrees upward, of 71 at the horizon in ordinary
-/// air, of 2.5 arcmin there in air from -20 to 35 degrees. Sources: Bennett 1982, J.
+/// Against the integral: within 10 arcsec from an altitude of 5 degrees upward; at the horizon
+/// within 71 arcsec in ordinary air (1010 hPa, 10 Celsius), within 150 arcsec in air from -20
+/// to 35 Celsius. Sources: Bennett 1982, J.
 /// Navigation 35, 255; Saemundsson 1986, Sky and Telescope 72, 70. \return nothing below an
 /// apparent altitude of -1 degree or for what is not finite
 [[nodiscard]] SOLSYS_API std::optional<double> refraction_of_apparent_short(
@@ -71,8 +72,8 @@ inline constexpr double kLowestApparentAltitude = -1.0;
                                                               const Atmosphere& atmosphere);
 
 /// The true altitude [deg] of what is seen on that horizon: below the dip by the refraction of
-/// a ray that grazes the ground. -0.56 for an eye on the ground in ordinary air; empty as
-/// above.
+/// a ray that grazes the ground. -0.56 degree for an eye on the ground in ordinary air; empty
+/// as above.
 [[nodiscard]] SOLSYS_API std::optional<double> true_altitude_of_horizon(
     double above_ground_m, const Atmosphere& atmosphere);
 
