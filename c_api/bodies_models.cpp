@@ -117,7 +117,7 @@ solsys_status solsys_control_new(void (*progress)(double done, void* context), v
                                  solsys_control** out) {
     return call([&] {
         solsys_control*& handle = way_out(out);
-        handle = progress == nullptr ? new solsys_control{}
+        handle = progress == nullptr ? new solsys_control{sky::SearchControl()}
                                      : new solsys_control{sky::SearchControl(
                                            [=](double done) { progress(done, context); })};
     });

@@ -15,7 +15,6 @@ using Wide = double __attribute__((vector_size(32)));
 #endif
 constexpr int kWidth = sizeof(Wide) / sizeof(double);
 using Four = double __attribute__((vector_size(32)));
-using FourPlaces = long long __attribute__((vector_size(32)));
 static_assert(kSeriesBatch == 8);
 
 template <class V>
@@ -112,14 +111,14 @@ inline void sum_shared(const Series& series, int row, int i, SeriesSums& out) {
 inline void transpose(const double* const at[4], int from, Four c[4]) {
     const Four r0 = load_from<Four>(at[0] + from), r1 = load_from<Four>(at[1] + from);
     const Four r2 = load_from<Four>(at[2] + from), r3 = load_from<Four>(at[3] + from);
-    const Four a = __builtin_shuffle(r0, r1, FourPlaces{0, 4, 2, 6});
-    const Four b = __builtin_shuffle(r0, r1, FourPlaces{1, 5, 3, 7});
-    const Four d = __builtin_shuffle(r2, r3, FourPlaces{0, 4, 2, 6});
-    const Four e = __builtin_shuffle(r2, r3, FourPlaces{1, 5, 3, 7});
-    c[0] = __builtin_shuffle(a, d, FourPlaces{0, 1, 4, 5});
-    c[1] = __builtin_shuffle(b, e, FourPlaces{0, 1, 4, 5});
-    c[2] = __builtin_shuffle(a, d, FourPlaces{2, 3, 6, 7});
-    c[3] = __builtin_shuffle(b, e, FourPlaces{2, 3, 6, 7});
+    const Four a = __builtin_shufflevector(r0, r1, 0, 4, 2, 6);
+    const Four b = __builtin_shufflevector(r0, r1, 1, 5, 3, 7);
+    const Four d = __builtin_shufflevector(r2, r3, 0, 4, 2, 6);
+    const Four e = __builtin_shufflevector(r2, r3, 1, 5, 3, 7);
+    c[0] = __builtin_shufflevector(a, d, 0, 1, 4, 5);
+    c[1] = __builtin_shufflevector(b, e, 0, 1, 4, 5);
+    c[2] = __builtin_shufflevector(a, d, 2, 3, 6, 7);
+    c[3] = __builtin_shufflevector(b, e, 2, 3, 6, 7);
 }
 
 // Every instant has coefficients of its own: four instants and four terms at a time.
