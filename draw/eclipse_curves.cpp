@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "solsys/sky/site.h"
+
 namespace solsys::draw {
 
 std::vector<LonLat> line_of(const sky::MapCurve& curve) {
@@ -52,12 +54,8 @@ std::string duration_text(double seconds) {
 }
 
 std::string place_text(const sky::GroundPoint& place) {
-    const auto part = [](double degrees, char positive, char negative) {
-        const int minutes = static_cast<int>(std::lround(std::fabs(degrees) * 60));
-        return fmt::format("{}\u00b0{:02}\u2032 {}", minutes / 60, minutes % 60,
-                           degrees < 0 ? negative : positive);
-    };
-    return part(place.latitude_deg, 'N', 'S') + "  " + part(place.longitude_deg, 'E', 'W');
+    return sky::coordinate_text(place.latitude_deg, false) + ", " +
+           sky::coordinate_text(place.longitude_deg, true);
 }
 
 }  // namespace solsys::draw

@@ -21,7 +21,7 @@ std::string title_of(const sky::Eclipse& eclipse);
 std::string date_text(const sky::Instant& t);
 // "3 min 12 s".
 std::string duration_text(double seconds);
-// "20°12′ N  71°30′ E".
+// "65.22° N, 25.25° W".
 std::string place_text(const sky::GroundPoint& place);
 
 }  // namespace solsys::draw

@@ -24,7 +24,8 @@ LabelLayout::Box LabelLayout::box_of(Point middle, double width, double height) 
 
 bool LabelLayout::within(const Box& box) const {
     if (page_)
-        return box.left >= 0 && box.top >= 0 && box.right <= page_->x && box.bottom <= page_->y;
+        return box.left >= page_->left && box.top >= page_->top && box.right <= page_->right &&
+               box.bottom <= page_->bottom;
     for (const double x : {box.left, box.right})
         for (const double y : {box.top, box.bottom})
             if (std::hypot(x - centre_.x, y - centre_.y) > radius_) return false;

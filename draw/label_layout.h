@@ -12,8 +12,9 @@ class LabelLayout {
   public:
     // Labels stay within the circle.
     LabelLayout(Point centre, double radius) : centre_(centre), radius_(radius) {}
-    // Labels stay within the page.
-    explicit LabelLayout(Point corner) : page_(corner) {}
+    // Labels stay within the rectangle.
+    LabelLayout(Point corner, Point opposite)
+        : page_(Box{corner.x, corner.y, opposite.x, opposite.y}) {}
 
     // Keeps labels off a round object.
     void occupy(Point at, double radius);
@@ -47,7 +48,7 @@ class LabelLayout {
 
     Point centre_;
     double radius_ = 0;
-    std::optional<Point> page_;
+    std::optional<Box> page_;
     std::vector<Box> taken_;
     std::vector<Point> rivals_;
 };

@@ -16,7 +16,7 @@ constexpr double kWidth = 1000;
 constexpr double kHeight = 560;
 constexpr double kTiny = 8;     // a disk smaller than this wants an inset [px]
 constexpr double kSmall = 90;   // so does one with something going on before it
-constexpr double kInset = 210;  // its side
+constexpr double kInset = 230;  // its side
 
 // A round length for a scale bar, near the one wanted.
 double round_length(double wanted) {
@@ -35,7 +35,7 @@ class Picture {
           theme_(theme),
           svg_(kWidth, kHeight, theme.page, title,
                "The planet's disk and its satellites to scale, north up, east to the left"),
-          labels_({kWidth, kHeight}) {}
+          labels_({0, 0}, {kWidth, kHeight}) {}
 
     Svg draw(const std::string& title) {
         fit();
@@ -113,7 +113,7 @@ class Picture {
 
     // The neighbourhood of a planet that is a dot on the page, enlarged.
     void inset(bool close) {
-        const Point corner{kWidth - kInset - 30, kHeight - kInset - 52};
+        const Point corner = inset_corner();
         const Point middle{corner.x + kInset / 2, corner.y + kInset / 2};
         svg_.raw(fmt::format(R"~(<clipPath id="inset"><rect x="{}" y="{}" width="{}" )~"
                              R"~(height="{}" rx="8"/></clipPath><g clip-path="url(#inset)">)~",
@@ -126,30 +126,65 @@ class Picture {
         for (const sky::SatelliteView& moon : configuration_.moons)
             if (moon.separation_radii < farthest)
                 reach = std::max(reach, moon.separation_radii * 1.15);
-        scene({middle, kInset / 2 / reach}, svg_);
+        const DiskOnPage disk{middle, kInset / 2 / reach};
+        scene(disk, svg_);
         svg_.raw("</g>");
         svg_.rectangle(corner, kInset, kInset, Style::line(theme_.faint, 1), 8);
         svg_.text({corner.x, corner.y - 8},
                   fmt::format("{:.0f} times larger", kInset / 2 / reach / disk_.radius),
                   {.size = 12, .fill = theme_.faint});
         labels_.occupy(middle, kInset / 2 + 10);
+        if (close) return;
+        LabelLayout labels(corner, {corner.x + kInset, corner.y + kInset});
+        named_in_inset_ = moons_within(reach);
+        names(named_in_inset_, disk, labels, 11);
     }
 
+    // On the right, where fewer satellites are.
+    [[nodiscard]] Point inset_corner() const {
+        const auto covered = [&](Point corner) {
+            return std::count_if(configuration_.moons.begin(), configuration_.moons.end(),
+                                 [&](const sky::SatelliteView& moon) {
+                                     const Point at = of_moon(moon, disk_);
+                                     return at.x > corner.x && at.y > corner.y &&
+                                            at.y < corner.y + kInset;
+                                 });
+        };
+        const Point low{kWidth - kInset - 30, kHeight - kInset - 52}, high{low.x, 60};
+        return covered(high) < covered(low) ? high : low;
+    }
+
+    [[nodiscard]] std::vector<std::size_t> moons_within(double radii) const {
+        std::vector<std::size_t> within;
+        for (std::size_t i = 0; i < configuration_.moons.size(); ++i)
+            if (configuration_.moons[i].separation_radii < radii) within.push_back(i);
+        return within;
+    }
+
+    // Of those that have none in the inset.
     void names() {
-        for (std::size_t i = 0; i < configuration_.moons.size(); ++i) {
-            labels_.occupy(of_moon(configuration_.moons[i], disk_), 4);
-            labels_.add_rival(of_moon(configuration_.moons[i], disk_));
-        }
-        labels_.occupy(disk_.centre, disk_.radius * 1.02);
-        for (std::size_t i = 0; i < configuration_.moons.size(); ++i) name(i);
+        std::vector<std::size_t> unnamed;
+        for (std::size_t i = 0; i < configuration_.moons.size(); ++i)
+            if (!std::count(named_in_inset_.begin(), named_in_inset_.end(), i))
+                unnamed.push_back(i);
+        names(unnamed, disk_, labels_, 13);
     }
 
-    void name(std::size_t i) {
-        constexpr double size = 13;
+    void names(const std::vector<std::size_t>& which, const DiskOnPage& disk,
+               LabelLayout& labels, double size) {
+        for (const sky::SatelliteView& moon : configuration_.moons) {
+            labels.occupy(of_moon(moon, disk), 4);
+            labels.add_rival(of_moon(moon, disk));
+        }
+        labels.occupy(disk.centre, disk.radius * 1.02);
+        for (const std::size_t i : which) name(i, disk, labels, size);
+    }
+
+    void name(std::size_t i, const DiskOnPage& disk, LabelLayout& labels, double size) {
         const sky::SatelliteView& moon = configuration_.moons[i];
-        const Point at = of_moon(moon, disk_);
+        const Point at = of_moon(moon, disk);
         const double width = text_width(moon.moon.name, size) + 4;
-        const auto place = labels_.beside(at, 4, width, size + 2, 240);
+        const auto place = labels.beside(at, 4, width, size + 2, 240);
         if (!place) return;
         const char* const colour = series_colour(i, theme_);
         if (place->moved) {
@@ -184,6 +219,7 @@ class Picture {
     LabelLayout labels_;
     double scale_ = 1;
     DiskOnPage disk_;
+    std::vector<std::size_t> named_in_inset_;
 };
 
 }  // namespace

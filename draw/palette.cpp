@@ -113,7 +113,7 @@ const char* body_colour(const SSO_ID& id, const Theme& theme) {
                                    {3, "#6b93d6", "#3d6cb9"}, {4, "#ff9166", "#c1492c"},
                                    {5, "#f2cf9e", "#b07c3c"}, {6, "#f0dc98", "#a8892f"},
                                    {7, "#a8e6e6", "#2f9b9b"}, {8, "#90aefc", "#4766c9"},
-                                   {9, "#d9c7b0", "#8a745a"}, {10, "#ffdf6b", "#e8a800"}};
+                                   {9, "#d3a2cf", "#8d4f88"}, {10, "#ffdf6b", "#e8a800"}};
     if (id.type == SSO_MOON) return theme.dark ? "#f4efe0" : "#6f6a5c";
     for (const Row& row : rows)
         if (row.number == id.number) return theme.dark ? row.on_dark : row.on_light;

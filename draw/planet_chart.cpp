@@ -66,7 +66,7 @@ class Chart {
     // Words beside the marks, as far as there is room; those that had to move have a line.
     Svg take() {
         constexpr double size = 10;
-        LabelLayout labels({kLeft + kPlot + 60, kTop + kHeight});
+        LabelLayout labels({kLeft, kTop}, {kLeft + kPlot, kTop + kHeight});
         for (const auto& [at, text] : marks_) labels.occupy(at, 4), labels.add_rival(at);
         for (const auto& [at, text] : marks_) {
             const auto place = labels.beside(at, 4, text_width(text, size) + 2, size + 1, 48);

@@ -56,11 +56,15 @@ void add_planet(SkyCanvas& canvas, const sky::ChartBody& body, Point at) {
         canvas.svg.ellipse(at, radius * 2.1, radius * 0.7, -18, Style::line(colour, 1.1));
 }
 
+// To scale where it is large, else a sign of a readable size.
+double symbol_radius(const sky::ChartObject& object) {
+    const double scale = SkyCanvas::kRadius / 90 / 60;
+    return std::clamp(object.major_arcmin * scale / 2, 3.2, 14.0);
+}
+
 void add_symbol(SkyCanvas& canvas, const sky::ChartObject& object) {
     const Point at = SkyCanvas::project(object.at);
-    // To scale where it is large, else a sign of a readable size.
-    const double scale = SkyCanvas::kRadius / 90 / 60;
-    const double r = std::clamp(object.major_arcmin * scale / 2, 3.2, 14.0);
+    const double r = symbol_radius(object);
     const Style line = Style::line(canvas.theme.object, 0.9, 0.9);
     switch (object.kind) {
         case 'G':
@@ -80,8 +84,6 @@ void add_symbol(SkyCanvas& canvas, const sky::ChartObject& object) {
     }
 }
 
-bool shown(const sky::ChartObject& object) { return object.magnitude <= kFaintestObject; }
-
 }  // namespace
 
 double body_radius(const sky::ChartBody& body) {
@@ -96,19 +98,32 @@ bool too_faint(const SkyCanvas& canvas, const sky::ChartBody& body) {
     return !is_sun(body) && !is_moon(body) && body.magnitude > reach;
 }
 
-void add_objects(SkyCanvas& canvas) {
-    if (canvas.limit < 4.2) return;
+std::vector<sky::ChartObject> shown_objects(const SkyCanvas& canvas) {
+    std::vector<sky::ChartObject> shown;
+    if (canvas.limit < 4.2) return shown;
     for (const sky::ChartObject& object : canvas.chart.objects)
-        if (shown(object)) add_symbol(canvas, object);
+        if (object.magnitude <= kFaintestObject) shown.push_back(object);
+    return shown;
+}
+
+void add_objects(SkyCanvas& canvas) {
+    for (const sky::ChartObject& object : shown_objects(canvas)) {
+        add_symbol(canvas, object);
+        canvas.labels.occupy(SkyCanvas::project(object.at),
+                             std::min(symbol_radius(object), 5.0));
+    }
 }
 
 void add_object_names(SkyCanvas& canvas) {
-    if (canvas.limit < 4.2) return;
     constexpr double size = 9.5;
-    for (const sky::ChartObject& object : canvas.chart.objects) {
-        if (!shown(object) || object.at.altitude_deg < 3) continue;
-        const auto place = canvas.labels.beside(SkyCanvas::project(object.at), 5,
-                                                text_width(object.id, size) + 2, size);
+    const std::vector<sky::ChartObject> objects = shown_objects(canvas);
+    for (const sky::ChartObject& object : objects)
+        canvas.labels.add_rival(SkyCanvas::project(object.at));
+    for (const sky::ChartObject& object : objects) {
+        if (object.at.altitude_deg < 3) continue;
+        const auto place =
+            canvas.labels.beside(SkyCanvas::project(object.at), symbol_radius(object),
+                                 text_width(object.id, size) + 2, size);
         if (place)
             canvas.svg.text({place->middle.x, place->middle.y + size * 0.35}, object.id,
                             {.size = size,

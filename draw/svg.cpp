@@ -154,6 +154,14 @@ void Svg::circle(Point centre, double radius, const Style& style) {
                     number(radius), style.str()));
 }
 
+void Svg::circle_within(Point centre, double radius, Point other, double other_radius,
+                        const Style& style) {
+    const std::string id = fmt::format("c{}", ++clips_);
+    raw(fmt::format(R"(<clipPath id="{}"><circle cx="{}" cy="{}" r="{}"/></clipPath>)", id,
+                    number(other.x), number(other.y), number(other_radius)));
+    circle(centre, radius, style.clipped(id));
+}
+
 void Svg::ellipse(Point centre, double rx, double ry, double turn_deg, const Style& style) {
     raw(fmt::format(R"~(<ellipse cx="{0}" cy="{1}" rx="{2}" ry="{3}" )~"
                     R"~(transform="rotate({4} {0} {1})"{5}/>)~",

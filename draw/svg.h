@@ -63,6 +63,9 @@ class Svg {
     void polyline(const std::vector<Point>& points, const Style& style);
     void polygon(const std::vector<Point>& points, const Style& style);
     void circle(Point centre, double radius, const Style& style);
+    // As much of a circle as lies within another one.
+    void circle_within(Point centre, double radius, Point other, double other_radius,
+                       const Style& style);
     void ellipse(Point centre, double rx, double ry, double turn_deg, const Style& style);
     void rectangle(Point corner, double width, double height, const Style& style,
                    double rounded = 0);
@@ -80,6 +83,7 @@ class Svg {
     double width_, height_;
     std::string title_, description_;
     std::string body_;
+    int clips_ = 0;  // of circles within others
 };
 
 // "12.3", "12": as short as two decimals allow.

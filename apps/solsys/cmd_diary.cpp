@@ -97,7 +97,9 @@ void draw(sky::Model& model, const std::vector<sky::DiaryEvent>& events, const s
     const double step_days = std::max(2.0, span.days() / 4000);
     write_picture(solsys::draw::planet_chart(
                       sky::elongation_curves(model, span, step_days), events, span,
-                      "The planets from " + setting.zone.date_time(span.from), options.light)
+                      fmt::format("The planets from {} ({})", setting.zone.date_time(span.from),
+                                  setting.zone.name()),
+                      options.light)
                       .str(),
                   options);
 }

@@ -213,6 +213,28 @@ TEST(Labels, StandApartAndNearestToTheirOwn) {
     EXPECT_GE(labels.size(), 20U);
 }
 
+// Also of an eclipse that only grazes the penumbra: no disk leaves the page or comes to the
+// words below.
+TEST(Pictures, ShowTheWholeMoonInTheShadow) {
+    auto model = model_at("Oslo", "2026-01-01");
+    const auto found =
+        sky::find_eclipses(model, sky::EclipseKind::kLunar,
+                           {*sky::parse_time("2026-01-01"), *sky::parse_time("2030-01-01")});
+    ASSERT_GE(found.size(), 8U);
+    for (const sky::Eclipse& eclipse : found) {
+        const std::string svg = moon_in_shadow_svg(model, eclipse, sky::Zone(), false);
+        const auto disks = numbers(
+            svg, R"~(<circle cx="(-?[\d.]+)" cy="(-?[\d.]+)" r="([\d.]+)" fill="#eee)~");
+        EXPECT_GE(disks.size(), 3U);
+        for (const auto& disk : disks) {
+            EXPECT_GT(disk[0] - disk[2], 0) << eclipse.type;
+            EXPECT_LT(disk[0] + disk[2], 1000) << eclipse.type;
+            EXPECT_GT(disk[1] - disk[2], 80 + 40) << eclipse.type;
+            EXPECT_LT(disk[1] + disk[2], 790 - 40) << eclipse.type;
+        }
+    }
+}
+
 // By day, with both up, from both hemispheres: the bright half of the Moon points to the Sun.
 TEST(SkyPicture, TurnsTheMoonsBrightLimbToTheSun) {
     int seen = 0;
