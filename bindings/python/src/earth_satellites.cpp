@@ -23,23 +23,16 @@ const char* name_of(sky::Light light) {
     }
 }
 
+// A figure of one of the places of a pass; without the place none.
 template <class Value>
-auto rising(Value SatellitePlace::*member) {
-    return
-        [=](const Pass& p) { return p.rise ? std::optional(*p.rise.*member) : std::nullopt; };
+auto at(std::optional<SatellitePlace> Pass::*place, Value SatellitePlace::*member) {
+    return [=](const Pass& p) {
+        return p.*place ? std::optional(*(p.*place).*member) : std::nullopt;
+    };
 }
 template <class Value>
 auto highest(Value SatellitePlace::*member) {
     return [=](const Pass& p) { return p.culmination.*member; };
-}
-template <class Value>
-auto setting(Value SatellitePlace::*member) {
-    return [=](const Pass& p) { return p.set ? std::optional(*p.set.*member) : std::nullopt; };
-}
-template <class Value>
-auto best(Value SatellitePlace::*member) {
-    return
-        [=](const Pass& p) { return p.best ? std::optional(*p.best.*member) : std::nullopt; };
 }
 
 std::optional<double> best_magnitude(const Pass& p) {
@@ -64,19 +57,19 @@ py::dict passes(SharedModel& shared, const Satellite& satellite, const JulianPai
                            watch.control());
     });
     return Table(rows)
-        .column("rise", rising(&SatellitePlace::at))
+        .column("rise", at(&Pass::rise, &SatellitePlace::at))
         .column("culmination", highest(&SatellitePlace::at))
-        .column("set", setting(&SatellitePlace::at))
-        .column("rise_azimuth_deg", rising(&SatellitePlace::azimuth_deg))
+        .column("set", at(&Pass::set, &SatellitePlace::at))
+        .column("rise_azimuth_deg", at(&Pass::rise, &SatellitePlace::azimuth_deg))
         .column("culmination_azimuth_deg", highest(&SatellitePlace::azimuth_deg))
         .column("culmination_altitude_deg", highest(&SatellitePlace::altitude_deg))
         .column("culmination_range_km", highest(&SatellitePlace::range_km))
-        .column("set_azimuth_deg", setting(&SatellitePlace::azimuth_deg))
+        .column("set_azimuth_deg", at(&Pass::set, &SatellitePlace::azimuth_deg))
         .column("into_shadow", begins(sky::Light::umbra))
         .column("into_light", begins(sky::Light::sunlit))
-        .column("best", best(&SatellitePlace::at))
-        .column("best_azimuth_deg", best(&SatellitePlace::azimuth_deg))
-        .column("best_altitude_deg", best(&SatellitePlace::altitude_deg))
+        .column("best", at(&Pass::best, &SatellitePlace::at))
+        .column("best_azimuth_deg", at(&Pass::best, &SatellitePlace::azimuth_deg))
+        .column("best_altitude_deg", at(&Pass::best, &SatellitePlace::altitude_deg))
         .column("best_magnitude", &best_magnitude)
         .dict();
 }
