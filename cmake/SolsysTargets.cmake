@@ -27,6 +27,19 @@ else()
   set(solsys_light_optimisation $<$<CONFIG:Release>:-O1>)
 endif()
 
+# What kernels are compiled with that exist for several processors.
+set(SOLSYS_AVX2_FLAGS)
+set(SOLSYS_AVX512_FLAGS)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|amd64)$")
+  set(SOLSYS_AVX2_FLAGS -mavx2)
+  set(SOLSYS_AVX512_FLAGS -mavx512f -mprefer-vector-width=512)
+  if(WIN32)
+    # Windows aligns stacks to 16 bytes and GCC does not realign them for wider moves there.
+    list(APPEND SOLSYS_AVX2_FLAGS -Wa,-muse-unaligned-vector-move)
+    set(SOLSYS_AVX512_FLAGS ${SOLSYS_AVX2_FLAGS})
+  endif()
+endif()
+
 # The object library of one folder of the core: every source below it. For the fuzz targets only
 # the parsers and what they stand on: instrumenting the rest takes minutes and finds nothing.
 set(solsys_fuzzed "/(core|platform|io|ephemeris/de|ephemeris/tle)/.*[.]cpp$")

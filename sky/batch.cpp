@@ -12,6 +12,10 @@
 #include "ephemeris/de/open_file.h"
 #include "ephemeris/de/state_batch.h"
 #include "events/search/keep_model.h"
+#include "sky/batch_in_file.h"
+#include "sky/batch_lanes.h"
+#include "sky/batch_walk.h"
+#include "sky/dynamical_time.h"
 #include "sky/units.h"
 #include "solsys/model.h"
 #include "solsys/pipeline.h"
@@ -21,7 +25,6 @@ namespace solsys::sky {
 namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-constexpr std::size_t kInstantsPerStep = 1024;  // between two looks at the control
 constexpr std::size_t kInstantsPerBlock = 128;
 constexpr int kLastInFile = 11;
 constexpr Place kNowhere{kNone, kNone, kNone, kNone};
@@ -61,65 +64,60 @@ std::optional<Failure> add_all(Model& model, std::span<const Body> bodies) {
     return std::nullopt;
 }
 
-// The instants one after another, with the model moved to each: `use` gets those that can be
-// reached. Ends early when the control says so; the model comes back.
-class Walk {
-  public:
-    Walk(Model& model, std::span<const Instant> instants, SearchControl* control)
-        : keep_(model.classic()),
-          model_(model),
-          before_(model.instant()),
-          instants_(instants),
-          control_(control) {}
-    ~Walk() { model_.move_to(before_); }
-    Walk(const Walk&) = delete;
-    Walk& operator=(const Walk&) = delete;
+bool is_none(const Place& place) { return std::isnan(place.ra_deg); }
+bool is_none(const StateVector& state) { return std::isnan(state[0]); }
+bool is_none(const Horizontal& horizontal) { return std::isnan(horizontal.altitude_deg); }
+bool is_none(double value) { return std::isnan(value); }
 
-    // As one of several passes over the instants; false when it was stopped.
-    template <class Use>
-    bool operator()(std::size_t pass, std::size_t passes, Use&& use) {
-        for (std::size_t i = 0; i < instants_.size(); ++i) {
-            if (control_ != nullptr && i % kInstantsPerStep == 0) {
-                if (control_->stopped()) return false;
-                const double done =
-                    static_cast<double>(i) / static_cast<double>(instants_.size());
-                control_->tell((static_cast<double>(pass) + done) /
-                               static_cast<double>(passes));
+template <class T>
+std::size_t count_known(std::span<T> out) {
+    return static_cast<std::size_t>(
+        std::count_if(out.begin(), out.end(), [](const T& value) { return !is_none(value); }));
+}
+
+// Fills the output with nothing and makes the bodies known.
+template <class T>
+std::optional<Failure> prepare(Model& model, std::span<const Body> bodies, std::size_t rows,
+                               std::size_t instants, std::span<T> out) {
+    if (auto failure = wrong_size(out.size(), rows, instants)) return failure;
+    if (auto failure = add_all(model, bodies)) return failure;
+    fill_with_none(out);
+    return std::nullopt;
+}
+
+// What `compute(body)` answers, an optional, for all bodies at all instants, as far as it is
+// not there yet.
+template <class T, class Compute>
+void complete(Model& model, std::span<const Body> bodies, std::span<const Instant> instants,
+              std::span<T> out, SearchControl* control, Pass pass, Compute&& compute) {
+    const auto none = [&](std::size_t b, std::size_t i) {
+        return is_none(out[b * instants.size() + i]);
+    };
+    Walk walk(model, instants, control);
+    walk(
+        pass,
+        [&](std::size_t i) {
+            for (std::size_t b = 0; b < bodies.size(); ++b)
+                if (none(b, i)) return true;
+            return false;
+        },
+        [&](std::size_t i) {
+            for (std::size_t b = 0; b < bodies.size(); ++b) {
+                if (!none(b, i)) continue;
+                if (const auto value = compute(bodies[b]))
+                    out[b * instants.size() + i] = *value;
             }
-            if (model_.move_to(instants_[i])) use(i);
-        }
-        return true;
-    }
+        });
+}
 
-  private:
-    search::KeepModel keep_;  // the classic model, wherever its host had put it
-    Model& model_;
-    Instant before_;
-    std::span<const Instant> instants_;
-    SearchControl* control_;
-};
-
-// What `compute(body, row, i)` answers, an optional, for all bodies at all instants; the row is
-// what was computed of the body before instant i.
 template <class T, class Compute>
 Result<std::size_t> for_bodies(Model& model, std::span<const Body> bodies,
                                std::span<const Instant> instants, std::span<T> out,
                                SearchControl* control, Compute&& compute) {
-    if (auto failure = wrong_size(out.size(), bodies.size(), instants.size())) return *failure;
-    if (auto failure = add_all(model, bodies)) return *failure;
-    fill_with_none(out);
-    std::size_t done = 0;
-    Walk walk(model, instants, control);
-    walk(0, 1, [&](std::size_t i) {
-        for (std::size_t b = 0; b < bodies.size(); ++b) {
-            const auto value =
-                compute(bodies[b], out.subspan(b * instants.size(), instants.size()), i);
-            if (!value) continue;
-            out[b * instants.size() + i] = *value;
-            ++done;
-        }
-    });
-    return done;
+    if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
+        return *failure;
+    complete(model, bodies, instants, out, control, {}, compute);
+    return count_known(out);
 }
 
 // The single call, except that the model stays where it is when there is no place.
@@ -137,44 +135,62 @@ std::optional<Place> apparent_now(Model& model, const Body& body, double light_t
     return Place{s.lon * kDegrees, s.lat * kDegrees, s.r, s.r * kLightDaysPerAu};
 }
 
-// The light time that two neighbours before lead to; 0 without them. Over steps as short as
-// these it errs by less than the distance of the moment does, from which a single call starts:
-// one evaluation of the body settles it instead of two.
-double expected_light_time(std::span<const Instant> instants, std::span<const Place> row,
-                           std::size_t i) {
-    constexpr double kLongestStep = 0.125;  // day
-    if (i < 2) return 0;
-    const double step = days_between(instants[i - 1], instants[i]);
-    const double before = days_between(instants[i - 2], instants[i - 1]);
-    if (!(std::fabs(step) <= std::fabs(before) && std::fabs(before) <= kLongestStep) ||
-        before == 0)
-        return 0;
-    const double last = row[i - 1].light_time_days;
-    const double expected = last + (last - row[i - 2].light_time_days) * (step / before);
-    return expected > 0 ? expected : 0;
-}
-
-// Instant::tdb of one instant after another. Delta T is looked up once a half day, for which it
-// holds: its steps, and the months of its polynomials, begin at noon or at midnight.
-class DynamicalTime {
+// The places of all bodies, instant by instant: what the file holds by groups of instants, the
+// rest one by one.
+class PlacesOfBodies {
   public:
-    solsys::Instant operator()(const Instant& t) {
-        const JulianDate utc = t.utc();
-        const bool after_midnight = utc.fraction >= 0.5;
-        if (utc.day != day_ || after_midnight != after_midnight_) {
-            day_ = utc.day, after_midnight_ = after_midnight;
-            delta_t_ = t.delta_t_seconds() / kSecondsPerDay;
-        }
-        const double fraction = utc.fraction + delta_t_;
-        if (fraction >= 0 && fraction < 1) return {utc.day, fraction};
-        const JulianDate tdb = t.tdb();
-        return {tdb.day, tdb.fraction};
+    PlacesOfBodies(Model& model, std::span<const Body> bodies,
+                   std::span<const Instant> instants, std::span<Place> out)
+        : model_(model),
+          bodies_(bodies),
+          in_file_(bodies_in_file(model, bodies)),
+          instants_(instants),
+          out_(out) {
+        const CSWSolSys& classic = model.classic();
+        // The guess would show where the light time is settled to 2e-6 day only (classic), and
+        // where velocities are differences (the built-in Moon).
+        guess_ = classic.GetReduction() == REDUCTION_MODERN && classic.HasEphemeris();
+        has_group_ = std::any_of(in_file_.begin(), in_file_.end(),
+                                 [](const auto& body) { return body.has_value(); });
+    }
+
+    // The instant that the model was moved to.
+    void add(std::size_t i) {
+        for (std::size_t b = 0; b < bodies_.size(); ++b)
+            if (!in_file_[b]) compute(b, i);
+        if (!has_group_) return;
+        group_.add(model_, i);
+        if (group_.full()) finish_group();
+    }
+    void finish_group() {
+        if (group_.empty()) return;
+        for (std::size_t b = 0; b < bodies_.size(); ++b)
+            if (in_file_[b]) group_.places(*in_file_[b], instants_, row(b));
+        for (const std::size_t i : group_.indices())
+            for (std::size_t b = 0; b < bodies_.size(); ++b)
+                if (is_none(row(b)[i]) && model_.move_to(instants_[i])) compute(b, i);
+        group_.clear();
     }
 
   private:
-    int day_ = std::numeric_limits<int>::min();
-    bool after_midnight_ = false;
-    double delta_t_ = 0;  // day
+    static constexpr double kLongestStep = 0.125;  // day: else the moons' guesses cost digits
+
+    std::span<Place> row(std::size_t b) const {
+        return out_.subspan(b * instants_.size(), instants_.size());
+    }
+    void compute(std::size_t b, std::size_t i) {
+        const double expected =
+            guess_ ? ExpectedLightTime(instants_, row(b), i).at(instants_[i], kLongestStep) : 0;
+        row(b)[i] = apparent_now(model_, bodies_[b], expected).value_or(kNowhere);
+    }
+
+    Model& model_;
+    std::span<const Body> bodies_;
+    std::vector<std::optional<FileBody>> in_file_;
+    std::span<const Instant> instants_;
+    std::span<Place> out_;
+    PlaceGroup group_;
+    bool guess_ = false, has_group_ = false;
 };
 
 Vec3 direction_of(const Place& place) {
@@ -206,39 +222,38 @@ Result<std::size_t> file_states(int body, std::span<const Instant> instants,
 Result<std::size_t> heliocentric_states(Model& model, std::span<const Body> bodies,
                                         std::span<const Instant> instants,
                                         std::span<StateVector> out, SearchControl* control) {
-    return for_bodies(
-        model, bodies, instants, out, control,
-        [&](const Body& body, auto, std::size_t) { return heliocentric_state(model, body); });
+    if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
+        return *failure;
+    states_in_file(model, bodies, instants, out, control);
+    complete(model, bodies, instants, out, control, {},
+             [&](const Body& body) { return heliocentric_state(model, body); });
+    return count_known(out);
 }
 
 Result<std::size_t> apparent_places(Model& model, std::span<const Body> bodies,
                                     std::span<const Instant> instants, std::span<Place> out,
                                     SearchControl* control) {
-    // The guess would show where the light time is settled to 2e-6 day only (classic), and
-    // where velocities are differences (the built-in Moon).
-    const CSWSolSys& classic = model.classic();
-    const bool guess = classic.GetReduction() == REDUCTION_MODERN && classic.HasEphemeris();
-    return for_bodies(model, bodies, instants, out, control,
-                      [&](const Body& body, std::span<const Place> row, std::size_t i) {
-                          return apparent_now(
-                              model, body, guess ? expected_light_time(instants, row, i) : 0);
-                      });
+    if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
+        return *failure;
+    PlacesOfBodies places(model, bodies, instants, out);
+    Walk walk(model, instants, control);
+    walk([&](std::size_t i) { places.add(i); });
+    places.finish_group();
+    return count_known(out);
 }
 
 Result<std::size_t> astrometric_places(Model& model, std::span<const Body> bodies,
                                        std::span<const Instant> instants, std::span<Place> out,
                                        SearchControl* control) {
-    return for_bodies(
-        model, bodies, instants, out, control,
-        [&](const Body& body, auto, std::size_t) { return astrometric_place(model, body); });
+    return for_bodies(model, bodies, instants, out, control,
+                      [&](const Body& body) { return astrometric_place(model, body); });
 }
 
 Result<std::size_t> magnitudes(Model& model, std::span<const Body> bodies,
                                std::span<const Instant> instants, std::span<double> out,
                                SearchControl* control) {
-    return for_bodies(
-        model, bodies, instants, out, control,
-        [&](const Body& body, auto, std::size_t) { return magnitude_of(model, body); });
+    return for_bodies(model, bodies, instants, out, control,
+                      [&](const Body& body) { return magnitude_of(model, body); });
 }
 
 Result<std::size_t> horizontals(Model& model, std::span<const Site> sites,
@@ -246,26 +261,21 @@ Result<std::size_t> horizontals(Model& model, std::span<const Site> sites,
                                 std::span<Horizontal> out, SearchControl* control) {
     const auto rows = product(sites.size(), bodies.size());
     if (!rows) return Failure{"more sites and bodies than there is memory"};
-    if (auto failure = wrong_size(out.size(), *rows, instants.size())) return *failure;
-    if (auto failure = add_all(model, bodies)) return *failure;
-    fill_with_none(out);
-    std::size_t done = 0;
-    Walk walk(model, instants, control);
+    if (auto failure = prepare(model, bodies, *rows, instants.size(), out)) return *failure;
+    const search::KeepModel keep(model.classic());
+    horizontals_in_file(model, sites, bodies, instants, out, control);
+    const std::size_t of_site = bodies.size() * instants.size();
     for (std::size_t s = 0; s < sites.size(); ++s) {
         const OBSERVER observer = sites[s].observer();
-        model.classic().SetObserver(&observer);
-        const bool whole = walk(s, sites.size(), [&](std::size_t i) {
-            for (std::size_t b = 0; b < bodies.size(); ++b) {
-                const auto place = apparent_now(model, bodies[b]);
-                if (!place) continue;
-                out[(s * bodies.size() + b) * instants.size() + i] =
-                    horizontal_of(model, *place);
-                ++done;
-            }
-        });
-        if (!whole) break;
+        if (!model.classic().SetObserver(&observer)) continue;
+        complete(model, bodies, instants, out.subspan(s * of_site, of_site), control,
+                 {s, sites.size()}, [&](const Body& body) -> std::optional<Horizontal> {
+                     const auto place = apparent_now(model, body);
+                     if (!place) return std::nullopt;
+                     return horizontal_of(model, *place);
+                 });
     }
-    return done;
+    return count_known(out);
 }
 
 Result<std::size_t> constellations(Model& model, std::span<const Instant> instants,
@@ -279,7 +289,7 @@ Result<std::size_t> constellations(Model& model, std::span<const Instant> instan
     fill_with_none(out);
     std::size_t done = 0;
     Walk walk(model, instants, control);
-    walk(0, 1, [&](std::size_t i) {
+    walk([&](std::size_t i) {
         for (std::size_t at = i; at < places.size(); at += instants.size()) {
             const int index =
                 constellation_at(model, places[at].ra_deg, places[at].dec_deg).index;

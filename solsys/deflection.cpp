@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string_view>
 
 #include "core/constants.h"
@@ -25,12 +26,20 @@ constexpr const Row& row(Deflector d) { return kRows[static_cast<std::size_t>(d)
 
 constexpr double kNowhere = 1e-10;  // au: an observer this near a centre sees no bending
 
-// Numbers of the bodies among the planets.
-constexpr std::int32_t number_of(Deflector d) {
-    return d == Deflector::kSun ? 10 : d == Deflector::kJupiter ? 5 : 6;
+}  // namespace
+
+BendingConstants bending_constants(Deflector which, bool on_earth) {
+    const Row& r = row(which);
+    const double radius = r.radius_km / kAuKm;
+    return {r.two_gm_c2_au, on_earth ? r.limiter : 0, on_earth ? 0 : 0.25 * radius * radius};
 }
 
-}  // namespace
+int deflector_number(const SSO_ID& body) {
+    constexpr std::int32_t kNumbers[] = {10, 5, 6};  // among the planets
+    if (body.type != SSO_PLNT) return -1;
+    const auto* found = std::find(std::begin(kNumbers), std::end(kNumbers), body.number);
+    return found == std::end(kNumbers) ? -1 : static_cast<int>(found - kNumbers);
+}
 
 Vec3 deflected(Vec3 p, Vec3 path, double tau, const DeflectingBody& body, bool on_earth) {
     // Time since the light was nearest to the body, and the body's place then.
@@ -42,19 +51,19 @@ Vec3 deflected(Vec3 p, Vec3 path, double tau, const DeflectingBody& body, bool o
     const Vec3 e = (1 / em) * to_observer;
     const Vec3 q = tau < kStarLightTime ? unit(to_observer + path) : p;
 
-    const Row& constants = row(body.which);
-    const double radius = constants.radius_km / kAuKm / em;
-    const double limiter = on_earth ? constants.limiter : 0.25 * radius * radius;
+    const BendingConstants constants = bending_constants(body.which, on_earth);
+    const double least = constants.limiter + constants.limb / (em * em);
     const Vec3 sum = q + e;
-    const double one_plus_cosine = std::max(dot(sum, sum) / 2, limiter);
-    return unit(p + (constants.two_gm_c2_au / em / one_plus_cosine) *
-                        (dot(p, q) * e - dot(p, e) * q));
+    const double one_plus_cosine = std::max(dot(sum, sum) / 2, least);
+    return unit(p +
+                (constants.two_gm / em / one_plus_cosine) * (dot(p, q) * e - dot(p, e) * q));
 }
 
 Vec3 deflected(Vec3 p, Vec3 path, double tau, const DeflectingBodies& bodies,
                const SSO_ID& source) {
+    const int self = deflector_number(source);
     for (const DeflectingBody& body : bodies.farthest_first) {
-        if (source.type == SSO_PLNT && source.number == number_of(body.which)) continue;
+        if (self == static_cast<int>(body.which)) continue;
         p = deflected(p, path, tau, body, bodies.on_earth);
     }
     return p;

@@ -21,6 +21,16 @@ struct DeflectingBody {
     Vec3 velocity{};     // of the body [au/day]: it was elsewhere when the light passed
 };
 
+// 2 GM/c^2 [au] of a body, and the least 1 + cos of the angle at the body between source and
+// observer: `limiter`, and `limb` [au^2] over the square of the observer's distance.
+struct BendingConstants {
+    double two_gm, limiter, limb;
+};
+BendingConstants bending_constants(Deflector which, bool on_earth);
+
+// The Deflector that a body is, -1 for all others.
+int deflector_number(const SSO_ID& body);
+
 constexpr double kStarLightTime = std::numeric_limits<double>::infinity();
 
 // The unit direction `p` after the light passed one body. `path`: from the observer to where

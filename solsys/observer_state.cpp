@@ -116,6 +116,11 @@ void derive_modern(const Bodies& bodies, Instant t, ObserverState& o) {
     o.place.bending = bodies_around(o.place.heliocentric, jupiter, saturn, o.on_earth());
 }
 
+void derive_velocity(ObserverPlace& p) {
+    p.velocity_c = kLightDayPerAu * (p.heliocentric.v + p.sun.v);
+    p.lorentz_reciprocal = std::sqrt(std::max(0.0, 1 - dot(p.velocity_c, p.velocity_c)));
+}
+
 // The orbit frame of a body that goes round another one than the Sun; of a spacecraft with
 // gravity for its vertical, or the direction from the centre.
 void orient_orbit(const Bodies& bodies, BodyKey body, Instant t, bool gravity,
@@ -175,9 +180,19 @@ void derive_observer(const Bodies& bodies, Instant t, const FrameSet& frames,
 
     o.place.sun = {};
     if (bodies.modern != nullptr) derive_modern(bodies, t, o);
-    o.place.velocity_c = kLightDayPerAu * (o.place.heliocentric.v + o.place.sun.v);
-    o.place.lorentz_reciprocal =
-        std::sqrt(std::max(0.0, 1 - dot(o.place.velocity_c, o.place.velocity_c)));
+    derive_velocity(o.place);
+}
+
+ObserverState on_surface(const Bodies& bodies, const FrameSet& frames,
+                         const ObserverState& at_centre, const OBSERVER& record) {
+    ObserverState o = at_centre;
+    o.record = record;
+    stand_on_surface(bodies, frames, o);
+    o.place.heliocentric = at_centre.place.heliocentric + o.place.relative;
+    for (DeflectingBody& body : o.place.bending.farthest_first)
+        body.to_observer += o.place.relative.r;
+    derive_velocity(o.place);
+    return o;
 }
 
 }  // namespace solsys

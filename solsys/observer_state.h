@@ -48,6 +48,11 @@ bool well_formed(const OBSERVER& record);
 void derive_observer(const Bodies& bodies, Instant t, const FrameSet& frames,
                      ObserverState& observer);
 
+// What an observer on the surface has instead of one at the centre of the same body: for many
+// of them at one instant, for which `at_centre` and `frames` were derived.
+ObserverState on_surface(const Bodies& bodies, const FrameSet& frames,
+                         const ObserverState& at_centre, const OBSERVER& record);
+
 // The frame of the observer's body that turns with it, at an instant: the identity without
 // rotation elements.
 void orient_body_frame(const Bodies& bodies, BodyKey body, Instant t,

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ephemeris/analytic/analytic_theory.h"
+#include "ephemeris/de/state.h"
 #include "ephemeris/planet_states.h"
 #include "frames/tdb.h"
 #include "solsys/de_ephemeris.h"
@@ -18,13 +19,10 @@ Instant later(Instant t, double seconds) {
     return {t.day, t.fraction + seconds / kSecondsPerDay};
 }
 
-// By day + fraction in one double, and carried on to the very instant by the velocity.
 bool in_file(DE_EvalState& file, short body, Instant t, State& out) {
     double s[6];
-    if (DE_Ephemeris::getState(file, t.day, t.fraction, body, 1, s) != 0) return false;
+    if (de_state(file, t, body, true, s) != 0) return false;
     out = load_state(s);
-    const double rest = (t.day - t.jd()) + t.fraction;
-    out.r += rest * out.v;
     return true;
 }
 

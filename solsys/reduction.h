@@ -69,9 +69,8 @@ Mat3 ecliptic_of(const Bodies& bodies);
 bool exact_state(const Reduction& reduction, const StateSource& source, Instant tdb,
                  State& out);
 
-// Position and velocity that leave out the rounding of day + fraction to one double, which
-// costs 0.3 mas of the Moon: planets 1 to 9 and the Moon (301), heliocentric. False where the
-// open file does not reach.
+// Day and fraction are not added to one double, whose rounding costs 0.3 mas of the Moon:
+// planets 1 to 9 and the Moon (301), heliocentric. False where the open file does not reach.
 bool exact_state_in_file(DE_EvalState& file, int body, Instant t, State& out);
 // The Sun from the barycentre of the solar system, by the file or the built-in series; zero
 // where neither reaches.

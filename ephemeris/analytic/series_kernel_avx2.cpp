@@ -1,4 +1,4 @@
-// Built with the flags of SOLSYS_AVX2_FLAGS (ephemeris/CMakeLists.txt); called only where
+// Built with the flags of SOLSYS_AVX2_FLAGS (cmake/SolsysTargets.cmake); called only where
 // cpu_has_avx2() says so.
 #include "ephemeris/analytic/series_kernel.inl"
 

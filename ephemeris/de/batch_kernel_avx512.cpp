@@ -1,4 +1,4 @@
-// Built with the flags of SOLSYS_AVX512_FLAGS (ephemeris/CMakeLists.txt); called only where
+// Built with the flags of SOLSYS_AVX512_FLAGS (cmake/SolsysTargets.cmake); called only where
 // cpu_has_avx512() says so.
 #include "ephemeris/de/batch_kernel.inl"
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
-#include "ephemeris/de/batch_kernel.h"
 #include "ephemeris/de/locate.h"
 #include "ephemeris/de/open_file.h"
 #include "platform/cpu_features.h"
@@ -14,32 +14,9 @@ namespace {
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr int kEarth = 3, kMoon = 10, kSun = 11;
 
-using Kernel = void (*)(const SeriesBatch&, const SeriesRow*, int, SeriesSums&);
-
-Kernel kernel_of_processor() {
+auto kernel_of_processor() {
     if (cpu_has_avx512()) return sum_batch_avx512;
     return cpu_has_avx2() ? sum_batch_avx2 : sum_batch_baseline;
-}
-
-// Which rows of the file make a body's state.
-struct Recipe {
-    SeriesRow rows[kMostSeriesRows];
-    int count = 0;
-
-    void add(const DeFile& file, int row, double share) {
-        const auto& [offset, terms, subs] = file.header.pointers[row - 1];
-        rows[count++] = {
-            offset - 1, terms, subs, file.per_au, 2.0 * subs * file.per_span * file.per_au,
-            share};
-    }
-};
-
-Recipe recipe_for(const DeFile& file, int body) {
-    Recipe recipe;
-    recipe.add(file, body, 1.0);
-    if (body < kMoon) recipe.add(file, kSun, 1.0);
-    if (body == kEarth) recipe.add(file, kMoon, file.moon_share);
-    return recipe;
 }
 
 // Eight instants in the file. Those that it does not hold get the place of another.
@@ -65,34 +42,62 @@ Places locate_all(const DeFile& file, std::span<const Instant> instants) {
     return places;
 }
 
-void copy_out(const SeriesSums& sums, const Places& places,
-              std::span<std::array<double, 6>> out) {
+void take_away(SeriesSums& sums, std::size_t i) {
+    for (int k = 0; k < 3; ++k) sums.value[k][i] = sums.rate[k][i] = kNone;
+}
+
+void copy_out(const SeriesSums& sums, std::span<std::array<double, 6>> out) {
     for (std::size_t i = 0; i < out.size(); ++i) {
         for (std::size_t k = 0; k < 3; ++k) {
             out[i][k] = sums.value[k][i];
             out[i][k + 3] = sums.rate[k][i];
         }
-        if (!places.held[i]) out[i].fill(kNone);
     }
 }
 
 }  // namespace
 
+DeSeries::DeSeries(std::shared_ptr<const DeFile> file, int body)
+    : file_(std::move(file)), kernel_(kernel_of_processor()) {
+    const double moon = file_->moon_share;  // the file has the centre of mass of Earth and Moon
+    add(body == kMoonAboutSunInFile ? kEarth : body, 1.0);
+    if (body < kMoon || body == kMoonAboutSunInFile) add(kSun, 1.0);
+    if (body == kEarth) add(kMoon, moon);
+    if (body == kMoonAboutSunInFile) add(kMoon, moon - 1.0);
+}
+
+void DeSeries::add(int row, double share) {
+    const auto& [offset, terms, subs] = file_->header.pointers[row - 1];
+    const double per_au = file_->per_au;
+    rows_[count_++] = {offset - 1, terms, subs, per_au, 2.0 * subs * file_->per_span * per_au,
+                       share};
+}
+
+std::optional<DeSeries> DeSeries::open(int body) {
+    auto file = current_de_file();
+    if (file == nullptr || body < 1 || body > kMoonAboutSunInFile) return std::nullopt;
+    return DeSeries(std::move(file), body);
+}
+
+std::size_t DeSeries::states(std::span<const Instant> instants, SeriesSums& out) const {
+    const Places places = locate_all(*file_, instants);
+    kernel_(places.batch, rows_, count_, out);
+    if (places.count < kSeriesBatch)
+        for (std::size_t i = 0; i < kSeriesBatch; ++i)
+            if (!places.held[i]) take_away(out, i);
+    return places.count;
+}
+
 std::optional<std::size_t> de_states(int body, std::span<const Instant> instants,
                                      std::span<std::array<double, 6>> out) {
-    const auto file = current_de_file();
-    if (file == nullptr || body < 1 || body > kSun || out.size() != instants.size())
-        return std::nullopt;
-    const Kernel kernel = kernel_of_processor();
-    const Recipe recipe = recipe_for(*file, body);
+    const auto series = DeSeries::open(body);
+    if (!series || out.size() != instants.size()) return std::nullopt;
     std::size_t done = 0;
     for (std::size_t first = 0; first < instants.size(); first += kSeriesBatch) {
         const std::size_t count = std::min<std::size_t>(kSeriesBatch, instants.size() - first);
-        const Places places = locate_all(*file, instants.subspan(first, count));
         SeriesSums sums;
-        kernel(places.batch, recipe.rows, recipe.count, sums);
-        copy_out(sums, places, out.subspan(first, count));
-        done += places.count;
+        done += series->states(instants.subspan(first, count), sums);
+        copy_out(sums, out.subspan(first, count));
     }
     return done;
 }

@@ -13,6 +13,7 @@
 #include "ephemeris/de/batch_kernel.h"
 #include "ephemeris/de/state.h"
 #include "platform/cpu_features.h"
+#include "solsys/place_kernel.h"
 #include "solsys/sky/appearance.h"
 #include "tests/support/sky_models.h"
 
@@ -80,12 +81,14 @@ TEST_P(Batch, IsTheSingleCallManyTimes) {
 
     std::vector<Place> apparent(all), astrometric(all);
     std::vector<StateVector> states(all);
-    std::vector<Horizontal> horizontal(all);
+    std::vector<Horizontal> horizontal(2 * all);
     std::vector<double> magnitude(all);
     std::vector<std::int8_t> constellation(all);
     const auto done = apparent_places(model, bodies, instants, apparent);
     ASSERT_TRUE(done) << done.message();
-    const Site sites[] = {site};
+    Site other;
+    other.latitude_deg = 71, other.longitude_deg = -40;
+    const Site sites[] = {other, site};
     EXPECT_TRUE(astrometric_places(model, bodies, instants, astrometric));
     EXPECT_TRUE(heliocentric_states(model, bodies, instants, states));
     EXPECT_TRUE(horizontals(model, sites, bodies, instants, horizontal));
@@ -117,9 +120,9 @@ TEST_P(Batch, IsTheSingleCallManyTimes) {
                       constellation[at]);
             if (!c.at_site) continue;
             const Horizontal h = horizontal_of(model, *place);
-            EXPECT_NEAR(h.altitude_deg, horizontal[at].altitude_deg, 1e-9);
+            EXPECT_NEAR(h.altitude_deg, horizontal[all + at].altitude_deg, 1e-9);
             const double turn =
-                std::remainder(h.azimuth_deg - horizontal[at].azimuth_deg, 360.0);
+                std::remainder(h.azimuth_deg - horizontal[all + at].azimuth_deg, 360.0);
             EXPECT_NEAR(turn * std::cos(h.altitude_deg * kDegree), 0, 1e-9);
         }
     }
@@ -183,6 +186,31 @@ TEST(BatchOfFileStates, DoesNotDependOnTheProcessor) {
             sum_batch_avx512(batch, rows, 2, other);
             EXPECT_EQ(std::memcmp(&baseline, &other, sizeof other), 0) << terms;
         }
+    }
+}
+
+TEST(BatchOfPlaces, DoesNotDependOnTheProcessor) {
+    std::mt19937_64 random(9);
+    std::uniform_real_distribution<double> number(-1, 1);
+    // Observers and bodies anywhere, in any frame, and light much bent.
+    const auto anything = [&]<class T>(T& lanes) {
+        std::array<double, sizeof(T) / sizeof(double)> numbers;
+        std::generate(numbers.begin(), numbers.end(), [&] { return number(random); });
+        std::memcpy(&lanes, numbers.data(), sizeof lanes);
+    };
+    ObserverLanes observers;
+    LightLanes light;
+    anything(observers);
+    anything(light);
+    SeenLanes baseline, other;
+    see_baseline(observers, light, 1, 0.006, baseline);
+    if (cpu_has_avx2()) {
+        see_avx2(observers, light, 1, 0.006, other);
+        EXPECT_EQ(std::memcmp(&baseline, &other, sizeof other), 0);
+    }
+    if (cpu_has_avx512()) {
+        see_avx512(observers, light, 1, 0.006, other);
+        EXPECT_EQ(std::memcmp(&baseline, &other, sizeof other), 0);
     }
 }
 

@@ -1,0 +1,21 @@
+// The part of a batch that is computed of the DE file alone, under the modern reduction, and
+// what remains NaN for bodies or instants that are not in it.
+#pragma once
+
+#include <span>
+
+#include "solsys/sky/batch.h"
+
+namespace solsys::sky {
+
+// The model need not be moved for them.
+void states_in_file(Model& model, std::span<const Body> bodies,
+                    std::span<const Instant> instants, std::span<StateVector> out,
+                    SearchControl* control);
+
+// The light of a body leaves for all sites at once. Moves the model's observer.
+void horizontals_in_file(Model& model, std::span<const Site> sites,
+                         std::span<const Body> bodies, std::span<const Instant> instants,
+                         std::span<Horizontal> out, SearchControl* control);
+
+}  // namespace solsys::sky
