@@ -35,6 +35,9 @@ bool holds_ephemeris(const std::string& path) {
 }  // namespace
 
 Result<Model> Model::open(const std::string& ephemeris) {
+    std::error_code error;
+    if (!ephemeris.empty() && !fs::exists(path_of(ephemeris), error))
+        return Failure{in_quotes(ephemeris) + " does not exist"};
     if (!ephemeris.empty() && !holds_ephemeris(ephemeris))
         return Failure{in_quotes(ephemeris) +
                        " is no DE ephemeris file, nor a folder with one"};

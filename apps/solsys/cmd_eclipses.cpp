@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 
 #include "apps/solsys/commands.h"
@@ -174,18 +175,20 @@ Columns columns_for(const Setting& setting) {
     return columns;
 }
 
-std::vector<Row> rows_of(sky::Model& model, const Request& request, const Setting& setting,
-                         const sky::Span& span) {
-    LongSearch search;
+// Those of a piece of the span, in order; as far as it goes when it is stopped.
+std::vector<Row> rows_of_piece(sky::Model& model, const Request& request,
+                               const Setting& setting, const sky::Span& piece,
+                               const std::function<bool()>& go_on) {
     sky::EclipseOptions options;
     options.fiftieth = request.fiftieth;
-    options.progress = search.progress();
+    options.progress = [&](double) { return go_on(); };
     std::vector<Row> rows;
     for (const auto kind : {sky::EclipseKind::kSolar, sky::EclipseKind::kLunar}) {
         if (!request.wants(kind)) continue;
-        for (const sky::Eclipse& e : sky::find_eclipses(model, kind, span, options)) {
+        for (const sky::Eclipse& e : sky::find_eclipses(model, kind, piece, options)) {
             Row row{e, {}};
             if (setting.site) {
+                if (!go_on()) break;
                 row.local = sky::eclipse_at(model, e, *setting.site);
                 if (!row.local || (!row.local->visible && !request.all)) continue;
             }
@@ -195,6 +198,24 @@ std::vector<Row> rows_of(sky::Model& model, const Request& request, const Settin
     std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
         return a.eclipse.greatest < b.eclipse.greatest;
     });
+    return rows;
+}
+
+// In pieces, so that a search stopped early has all of the years that it came to.
+std::vector<Row> rows_of(sky::Model& model, const Request& request, const Setting& setting,
+                         const sky::Span& span) {
+    constexpr double kPiece = 20 * 365.25;
+    LongSearch search;
+    std::vector<Row> rows;
+    for (double begins = 0; begins < span.days(); begins += kPiece) {
+        const sky::Span piece{
+            span.from.plus_days(begins),
+            begins + kPiece < span.days() ? span.from.plus_days(begins + kPiece) : span.to};
+        const auto go_on = [&] { return search.go_on(begins / span.days()); };
+        if (!go_on()) break;
+        for (Row& row : rows_of_piece(model, request, setting, piece, go_on))
+            rows.push_back(std::move(row));
+    }
     return rows;
 }
 

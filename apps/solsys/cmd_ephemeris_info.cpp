@@ -1,11 +1,13 @@
 // solsys ephemeris-info: what a DE file holds.
 #include <fmt/format.h>
 
+#include <filesystem>
 #include <memory>
 
 #include "apps/solsys/commands.h"
 #include "apps/solsys/failure.h"
 #include "apps/solsys/options.h"
+#include "apps/solsys/picture.h"
 #include "solsys/de_ephemeris.h"
 
 namespace app {
@@ -22,6 +24,9 @@ std::string date(double jd) {
 
 void run(const std::string& path, const Options& options) {
     if (path.empty()) throw BadInput("the path is empty");
+    std::error_code error;
+    if (!std::filesystem::exists(path_of(path), error))
+        throw BadInput(fmt::format("'{}' does not exist", path));
     const auto header = DE_Ephemeris::readHeader(path.c_str());
     if (!header) throw BadInput(fmt::format("'{}' is no DE ephemeris file", path));
     const auto whole = [](std::int32_t value) { return Cell(static_cast<long long>(value)); };

@@ -43,10 +43,11 @@ void add_orbit(CommandLine& main) {
         "Examples:\n"
         "  solsys orbit ceres vesta --time 2022-08-09\n"
         "  solsys orbit --file MPCORB.DAT --object 99942 --from 2029-04-01 --to 2029-04-20\n"
-        "  solsys orbit --elements epoch=jd:2459800.5,a=2.7666,e=0.0786,i=10.587,"
-        "node=80.266,peri=73.532,M=334.327,H=3.33,G=0.12\n"
-        "  solsys orbit --elements tp=2020-07-03.68,q=0.29465,e=0.999178,i=128.9375,"
-        "node=61.0104,peri=37.2786,H=7.5,K=13 --time 2020-07-15");
+        "  solsys orbit --elements epoch=jd:2459800.5,a=2.767,e=0.0786,i=10.59,node=80.27,"
+        "peri=73.53,M=334.3\n"
+        "  solsys orbit --time 2020-07-15 \\\n"
+        "      --elements tp=2020-07-03.68,q=0.29465,e=0.999178,i=128.94,node=61.01,"
+        "peri=37.28,H=7.5,K=13");
     command.run([request] { run(*request); });
 }
 

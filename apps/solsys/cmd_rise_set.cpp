@@ -287,7 +287,7 @@ void run(const Request& request) {
 void add_rise_set(CommandLine& main) {
     auto request = std::make_shared<Request>();
     Command command = main.add(
-        "rise-set", "When bodies rise, culminate and set; a month's calendar; a year's chart");
+        "rise-set", "Risings, culminations and settings; a month's calendar; a year's chart");
     command.words("bodies", request->bodies,
                   "Bodies, stars, groups (without: the Sun and the Moon)");
     add_orbit_options(command, request->orbit);

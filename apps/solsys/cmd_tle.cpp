@@ -253,10 +253,10 @@ void add_tle(CommandLine& main) {
         "Altitudes are without refraction. Lit: by the Sun, behind a spherical Earth; Umbra:\n"
         "when the full shadow begins or ends; Seen: lit while the Sun is 6 degrees down.\n"
         "Examples:\n"
-        "  solsys tle data/catalogue/element_sets_sample.txt --name cbers --city Oslo "
-        "--from 2006-06-27 --to 2006-06-28\n"
-        "  solsys tle data/catalogue/element_sets_sample.txt --city Hobart --from 2006-06-25 "
-        "--to 2006-06-27 --visible --svg pass.svg");
+        "  solsys tle data/catalogue/element_sets_sample.txt --name cbers --city Oslo \\\n"
+        "      --from 2006-06-27 --to 2006-06-28\n"
+        "  solsys tle data/catalogue/element_sets_sample.txt --city Hobart --visible \\\n"
+        "      --from 2006-06-25 --to 2006-06-27 --svg pass.svg");
     command.run([request] { run(*request); });
 }
 

@@ -1,5 +1,7 @@
 #include <unistd.h>
 
+#include <cstdlib>
+
 #include "apps/solsys/console.h"
 
 namespace app {
@@ -9,6 +11,8 @@ std::vector<std::string> console_arguments(int argc, char** argv) {
 }
 
 bool error_is_terminal() { return isatty(STDERR_FILENO) == 1; }
+
+int run_in_shell(const std::string& line) { return std::system(line.c_str()); }
 
 void end_at_once(std::string_view line, int status) {
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());

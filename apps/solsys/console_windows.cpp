@@ -6,6 +6,8 @@
 #include <shellapi.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 
 #include "apps/solsys/console.h"
 
@@ -35,6 +37,10 @@ std::vector<std::string> console_arguments(int argc, char** argv) {
 }
 
 bool error_is_terminal() { return _isatty(_fileno(stderr)) != 0; }
+
+int run_in_shell(const std::string& line) {
+    return _wsystem(std::filesystem::path(std::u8string(line.begin(), line.end())).c_str());
+}
 
 void end_at_once(std::string_view line, int status) {
     [[maybe_unused]] const int written =

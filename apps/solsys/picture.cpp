@@ -2,10 +2,10 @@
 
 #include <fmt/format.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
+#include "apps/solsys/console.h"
 #include "apps/solsys/failure.h"
 
 namespace app {
@@ -13,16 +13,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A path as one word for the shell.
-std::string shell_word(const std::string& path) {
+// A path as one word for the shell, and where the shell loses what a program says.
 #ifdef _WIN32
-    return '"' + path + '"';
+constexpr const char* kNowhere = "NUL";
+std::string shell_word(const std::string& path) { return '"' + path + '"'; }
 #else
+constexpr const char* kNowhere = "/dev/null";
+std::string shell_word(const std::string& path) {
     std::string out = "'";
     for (const char c : path) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
     return out + "'";
-#endif
 }
+#endif
 
 }  // namespace
 
@@ -38,17 +40,17 @@ void write_file(const std::string& path, const std::string& text) {
 
 // By the renderer of librsvg, the one that Linux distributions bring with their desktops.
 void write_png(const std::string& path, const std::string& svg) {
+    if (run_in_shell(fmt::format("rsvg-convert --version >{0} 2>{0}", kNowhere)) != 0)
+        throw BadInput(
+            "--png: no renderer: install rsvg-convert (package librsvg2-bin), or use --svg");
+    write_file(path, {});  // before the renderer has to say that it cannot
     const std::string source = path + ".svg.tmp";
     write_file(source, svg);
-    const std::string command = fmt::format("rsvg-convert --zoom 2 --output {} {}",
-                                            shell_word(path), shell_word(source));
-    const int failed = std::system(command.c_str());
+    const int failed = run_in_shell(fmt::format("rsvg-convert --zoom 2 --output {} {}",
+                                                shell_word(path), shell_word(source)));
     std::error_code ignored;
     fs::remove(path_of(source), ignored);
-    if (failed != 0)
-        throw BadInput(
-            "--png: no renderer: install rsvg-convert (package librsvg2-bin), or "
-            "use --svg");
+    if (failed != 0) throw BadInput(fmt::format("--png: rsvg-convert did not draw '{}'", path));
 }
 
 void add_picture_options(Command& command, PictureOptions& options, const std::string& what) {

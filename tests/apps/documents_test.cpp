@@ -39,7 +39,8 @@ std::vector<std::string> subcommands() {
 // The arguments of each line that calls the command.
 std::vector<std::string> examples_in(const std::string& text) {
     std::vector<std::string> found;
-    for (const std::string& line : lines_of(text))
+    const std::string joined = std::regex_replace(text, std::regex(R"(\\\n *)"), " ");
+    for (const std::string& line : lines_of(joined))
         for (const std::string& arguments : matches(line, "^ *solsys ([a-z][^#]*)"))
             found.push_back(arguments);
     return found;
@@ -53,7 +54,13 @@ TEST(Documents, EveryExampleRuns) {
     };
     const auto names = subcommands();
     EXPECT_GE(names.size(), 13U);
-    for (const std::string& name : names) take(run_command(name + " --help").out);
+    for (const std::string& name : names) {
+        const std::string help = run_command(name + " --help").out;
+        EXPECT_THAT(lines_of(help), testing::Each(testing::SizeIs(testing::Le(100)))) << name;
+        take(help);
+    }
+    EXPECT_THAT(lines_of(run_command("--help").out),
+                testing::Each(testing::SizeIs(testing::Le(100))));
     take(contents("README.md"));
     for (const auto& file : std::filesystem::recursive_directory_iterator("docs"))
         if (file.path().extension() == ".md") take(contents(file.path()));
