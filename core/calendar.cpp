@@ -26,6 +26,22 @@ void store(solsys::Instant t, int* day, double* fraction) {
     *fraction = t.fraction;
 }
 
+struct ClockTime {
+    double hours, minutes, seconds;  // the first two whole
+};
+
+// A part of a day on the clock; seconds within 0.0001 of 60 are the next minute's 0.
+ClockTime clock_time(double day_fraction) {
+    const double hours = 24 * day_fraction;
+    ClockTime clock{std::trunc(hours), 0, 0};
+    const double minutes = 60 * (hours - clock.hours);
+    clock.minutes = std::trunc(minutes);
+    clock.seconds = 60 * (minutes - clock.minutes);
+    if (std::fabs(clock.seconds - 60) > 0.0001) return clock;
+    if (clock.minutes + 1 == 60) return {clock.hours + 1, 0, 0};
+    return {clock.hours, clock.minutes + 1, 0};
+}
+
 }  // namespace
 
 void DJ(int* day, double* fraction, short year, short month, short day_of_month, short hour,
@@ -80,26 +96,14 @@ void JD(int day, double fraction, short* year, short* month, short* day_of_month
     if (!fits_short(y)) return;
 
     const double whole_date = std::trunc(date);
-    const double hours = 24 * (date - whole_date);
-    double whole_hours = std::trunc(hours);
-    const double minutes = 60 * (hours - whole_hours);
-    double whole_minutes = std::trunc(minutes);
-    double seconds = 60 * (minutes - whole_minutes);
-    if (std::fabs(seconds - 60) <= 0.0001) {
-        seconds = 0;
-        whole_minutes += 1;
-        if (whole_minutes == 60) {
-            whole_minutes = 0;
-            whole_hours += 1;
-        }
-    }
+    const ClockTime clock = clock_time(date - whole_date);
     *year = static_cast<short>(y);
     *month = static_cast<short>(m);
     *day_of_month = static_cast<short>(whole_date);
     *day_fraction = date - whole_date;
-    *hour = static_cast<short>(whole_hours);
-    *minute = static_cast<short>(whole_minutes);
-    *second = seconds;
+    *hour = static_cast<short>(clock.hours);
+    *minute = static_cast<short>(clock.minutes);
+    *second = clock.seconds;
 }
 
 void BJ(char kind, short year, int* day, double* fraction) {

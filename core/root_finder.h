@@ -7,6 +7,30 @@
 
 namespace solsys {
 
+namespace detail {
+
+// The step p/q from b to the root of the curve through the points (a, fa), (b, fb), (c, fc):
+// x as a quadratic in f, or the secant where a and c are one; p is not below zero. xm is half
+// the way from b to c.
+struct Quotient {
+    double p, q;
+};
+inline Quotient interpolated_step(double a, double b, double c, double fa, double fb, double fc,
+                                  double xm) {
+    const double s = fb / fa;
+    double p = 2 * xm * s;
+    double q = 1 - s;
+    if (a != c) {
+        const double ratio_a = fa / fc;
+        const double ratio_b = fb / fc;
+        p = s * (2 * xm * ratio_a * (ratio_a - ratio_b) - (b - a) * (ratio_b - 1));
+        q = (ratio_a - 1) * (ratio_b - 1) * (s - 1);
+    }
+    return p > 0 ? Quotient{p, -q} : Quotient{-p, q};
+}
+
+}  // namespace detail
+
 // Root of f in [a, b], where it has opposite signs (not tested), to `tol`. Converges for every
 // function by bisection at worst, one that gives NaN included; end points that are not finite
 // give NaN.
@@ -37,23 +61,7 @@ double zeroin(double a, double b, Function&& f, double tol) {
 
         bool bisect = true;
         if (std::fabs(e) >= tol1 && std::fabs(fa) > std::fabs(fb)) {
-            double p = 0;
-            double q = 0;
-            const double s = fb / fa;
-            if (a == c) {  // secant
-                p = 2 * xm * s;
-                q = 1 - s;
-            } else {  // inverse quadratic
-                const double ratio_a = fa / fc;
-                const double ratio_b = fb / fc;
-                p = s * (2 * xm * ratio_a * (ratio_a - ratio_b) - (b - a) * (ratio_b - 1));
-                q = (ratio_a - 1) * (ratio_b - 1) * (s - 1);
-            }
-            if (p > 0) {
-                q = -q;
-            } else {
-                p = -p;
-            }
+            const auto [p, q] = detail::interpolated_step(a, b, c, fa, fb, fc, xm);
             if (2 * p < 3 * xm * q - std::fabs(tol1 * q) && p < std::fabs(0.5 * e * q)) {
                 e = std::exchange(d, p / q);
                 bisect = false;

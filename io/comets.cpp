@@ -48,9 +48,7 @@ bool set_magnitude(std::string_view text, double factor, float& value) {
     return true;
 }
 
-std::string_view parse(std::string_view line, Comet& comet) {
-    if (is_binary(line)) return "not text";
-    if (line.size() < kLastElementColumn) return "too short for an orbit";
+std::string_view parse_name(std::string_view line, Comet& comet) {
     if (const auto number = columns(line, 1, 4); !trimmed(number).empty()) {
         const auto value = integer_in(number);
         if (!value || *value <= 0) return "no comet number in columns 1-4";
@@ -59,7 +57,11 @@ std::string_view parse(std::string_view line, Comet& comet) {
     comet.kind = line[4];
     if (std::string_view("PCDXAI").find(comet.kind) == std::string_view::npos)
         return "no kind of orbit in column 5";
+    copy_text(trimmed(columns(line, 103, 158)), comet.name);
+    return {};
+}
 
+std::string_view parse_orbit(std::string_view line, Comet& comet) {
     const auto perihelion =
         date_in(columns(line, 15, 18), columns(line, 20, 21), columns(line, 23, 29));
     if (!perihelion) return "no date of perihelion in columns 15-29";
@@ -75,7 +77,6 @@ std::string_view parse(std::string_view line, Comet& comet) {
         if (!degrees || *degrees < 0 || *degrees > angle.greatest) return angle.message;
         comet.*angle.member = *degrees * kDegree;
     }
-
     comet.epoch = comet.perihelion_time;
     if (!trimmed(columns(line, 82, 89)).empty()) {
         const auto epoch =
@@ -83,11 +84,18 @@ std::string_view parse(std::string_view line, Comet& comet) {
         if (!epoch) return "no epoch in columns 82-89";
         comet.epoch = *epoch;
     }
+    return {};
+}
+
+std::string_view parse(std::string_view line, Comet& comet) {
+    if (is_binary(line)) return "not text";
+    if (line.size() < kLastElementColumn) return "too short for an orbit";
+    if (const auto fault = parse_name(line, comet); !fault.empty()) return fault;
+    if (const auto fault = parse_orbit(line, comet); !fault.empty()) return fault;
     if (!set_magnitude(columns(line, 92, 95), 1, comet.H))
         return "no absolute magnitude in columns 92-95";
     if (!set_magnitude(columns(line, 97, 100), kMagnitudesPerSlope, comet.K))
         return "no slope parameter in columns 97-100";
-    copy_text(trimmed(columns(line, 103, 158)), comet.name);
     return {};
 }
 

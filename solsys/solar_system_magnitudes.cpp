@@ -48,6 +48,25 @@ bool by_law(const SS_Object& object, Vec3 observer, Vec3 body, float& magnitude)
     return true;
 }
 
+// An asteroid's or a comet's, from its record; false without one.
+bool by_record(const CSWSolSys& model, const SSO_ID& id, Vec3 body, Vec3 seen,
+               float& magnitude) {
+    const double r = norm(body), delta = norm(seen);
+    if (solsys::kind_of(id.type).brightness == solsys::Brightness::hg) {
+        const AsteroidRecord* record = id.type == SSO_FAST
+                                           ? model.GetIntegratedAsteroid(id.number)
+                                           : model.GetAsteroid(id.number);
+        if (record == nullptr) return false;
+        magnitude = MagnitudeHG(r, delta, solsys::separation(body, seen), record->H, record->G);
+        return true;
+    }
+    const CometRecord* record =
+        id.type == SSO_FCOM ? model.GetIntegratedComet(id.number) : model.GetComet(id.number);
+    if (record == nullptr) return false;
+    magnitude = comet_magnitude(id.number, *record, r, delta);
+    return true;
+}
+
 float by_distance(std::int32_t number, double distance) {
     const double m = 5.0 * std::log10(distance) + user_object_at_1au(number);
     return static_cast<float>(std::max(0.0, m));
@@ -84,21 +103,9 @@ bool CSWSolSys::GetMagnitude(const SSO_ID& id, float* magnitude) {
                                  model_->current.now, *magnitude))
                 return true;
             return by_law(*source.object, observer.heliocentric.r, body.r, *magnitude);
-        case solsys::Brightness::hg: {
-            const AsteroidRecord* record =
-                id.type == SSO_FAST ? GetIntegratedAsteroid(id.number) : GetAsteroid(id.number);
-            if (record == nullptr) return false;
-            *magnitude = MagnitudeHG(norm(body.r), norm(seen), solsys::separation(body.r, seen),
-                                     record->H, record->G);
-            return true;
-        }
-        case solsys::Brightness::comet: {
-            const CometRecord* record =
-                id.type == SSO_FCOM ? GetIntegratedComet(id.number) : GetComet(id.number);
-            if (record == nullptr) return false;
-            *magnitude = comet_magnitude(id.number, *record, norm(body.r), norm(seen));
-            return true;
-        }
+        case solsys::Brightness::hg:
+        case solsys::Brightness::comet:
+            return by_record(*this, id, body.r, seen, *magnitude);
         case solsys::Brightness::by_distance:
             *magnitude = by_distance(id.number, norm(seen));
             return true;

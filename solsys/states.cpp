@@ -165,6 +165,29 @@ bool Bodies::only_theories() const {
     return theories_since && theories_since == source_changes();
 }
 
+namespace {
+
+void find_asteroid(const Bodies& bodies, StateSource& source) {
+    const ElementTables& tables = bodies.elements;
+    if (tables.is_central_asteroid(source.body.number)) {
+        source.elements = &bodies.eros;
+    } else if (const auto* held = tables.held_for_asteroid(source.body.number)) {
+        source.held_asteroid = held;
+    } else if (const AsteroidRecord* record = tables.asteroids.find(key_of(source.body))) {
+        source.elements = &record->elements;
+    }
+}
+
+void find_comet(const ElementTables& tables, StateSource& source) {
+    if (const auto* held = tables.held_for_comet(source.body.number)) {
+        source.held_comet = held;
+    } else if (const CometRecord* record = tables.comets.find(key_of(source.body))) {
+        source.elements = &record->elements;
+    }
+}
+
+}  // namespace
+
 StateSource find_source(const Bodies& bodies, BodyKey body) {
     StateSource source{.body = body, .kind = &kind_of(body.type)};
     const ElementTables& tables = bodies.elements;
@@ -174,20 +197,10 @@ StateSource find_source(const Bodies& bodies, BodyKey body) {
             source.object = bodies.find(body);
             break;
         case Table::asteroids:
-            if (tables.is_central_asteroid(body.number)) {
-                source.elements = &bodies.eros;
-            } else if (const auto* held = tables.held_for_asteroid(body.number)) {
-                source.held_asteroid = held;
-            } else if (const AsteroidRecord* record = tables.asteroids.find(key)) {
-                source.elements = &record->elements;
-            }
+            find_asteroid(bodies, source);
             break;
         case Table::comets:
-            if (const auto* held = tables.held_for_comet(body.number)) {
-                source.held_comet = held;
-            } else if (const CometRecord* record = tables.comets.find(key)) {
-                source.elements = &record->elements;
-            }
+            find_comet(tables, source);
             break;
         case Table::spacecraft:
             source.track = tables.spacecraft.find(key);

@@ -5,6 +5,8 @@
 #include <array>
 #include <span>
 
+#include "core/chebyshev.h"
+
 namespace solsys {
 namespace {
 
@@ -50,23 +52,6 @@ static_assert(std::ranges::all_of(kTables, [](const ChebyshevTable& t) {
            kChebyshevEnd - kChebyshevStart;
 }));
 
-// sum of c[k] T_k(u) and its derivative by u. Clenshaw's recurrence, differentiated.
-template <bool kWithRate>
-State clenshaw(std::span<const Vec3> c, double u) {
-    State b1{}, b2{};  // of index k + 1 and k + 2
-    for (std::size_t k = c.size(); k-- > 1;) {
-        State b;
-        b.r = c[k] + 2 * u * b1.r - b2.r;
-        if constexpr (kWithRate) b.v = 2 * b1.r + 2 * u * b1.v - b2.v;
-        b2 = b1;
-        b1 = b;
-    }
-    State sum{};
-    sum.r = c[0] + u * b1.r - b2.r;
-    if constexpr (kWithRate) sum.v = b1.r + u * b1.v - b2.v;
-    return sum;
-}
-
 }  // namespace
 
 State chebyshev_planet(int planet, double days, bool with_velocity) {
@@ -82,10 +67,9 @@ State chebyshev_planet(int planet, double days, bool with_velocity) {
     const double u = 2 * (since_start - start) / table.segment_days - 1;
 
     const auto c = table.coefficients.subspan(segment * terms, terms);
-    if (!with_velocity) return clenshaw<false>(c, u);
-    State s = clenshaw<true>(c, u);
-    s.v = (2 / table.segment_days) * s.v;
-    return s;
+    if (!with_velocity) return {chebyshev_sum<false>(c, u).value, {}};
+    const auto sum = chebyshev_sum<true>(c, u);
+    return {sum.value, (2 / table.segment_days) * sum.rate};
 }
 
 }  // namespace solsys

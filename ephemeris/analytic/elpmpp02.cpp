@@ -100,6 +100,27 @@ Rated mean_longitude(double t) {
             kArcsec * (c[1] + (2 * c[2] + (3 * c[3] + 4 * c[4] * t) * t) * t)};
 }
 
+// From the mean ecliptic of date to that of J2000, by P and Q of its pole, and the rate of that
+// per century.
+Mat3 j2000_from_date(double p, double q) {
+    const double pp = p * p, qq = q * q, pq = p * q;
+    const double s = std::sqrt(1 - pp - qq);
+    return {{1 - 2 * pp, 2 * pq, 2 * p * s},
+            {2 * pq, 1 - 2 * qq, -2 * q * s},
+            {-2 * p * s, 2 * q * s, 1 - 2 * pp - 2 * qq}};
+}
+Mat3 rate_of_j2000_from_date(const Rated& p, const Rated& q) {
+    const double s = std::sqrt(1 - p.value * p.value - q.value * q.value);
+    const double pp_rate = 2 * p.value * p.rate, qq_rate = 2 * q.value * q.rate;
+    const double pq_rate = p.rate * q.value + p.value * q.rate;
+    const double s_rate = -(pp_rate + qq_rate) / (2 * s);
+    const double ps_rate = p.rate * s + p.value * s_rate;
+    const double qs_rate = q.rate * s + q.value * s_rate;
+    return {{-2 * pp_rate, 2 * pq_rate, 2 * ps_rate},
+            {2 * pq_rate, -2 * qq_rate, -2 * qs_rate},
+            {-2 * ps_rate, 2 * qs_rate, -2 * pp_rate - 2 * qq_rate}};
+}
+
 }  // namespace
 
 State elpmpp02_moon(double days, bool with_velocity) {
@@ -119,12 +140,8 @@ State elpmpp02_moon(double days, bool with_velocity) {
     // To the mean ecliptic of J2000.
     const Rated p = polynomial_without_constant(kP, t);
     const Rated q = polynomial_without_constant(kQ, t);
-    const double pp = p.value * p.value, qq = q.value * q.value, pq = p.value * q.value;
-    const double s = std::sqrt(1 - pp - qq);
-    const Mat3 j2000_from_date{{1 - 2 * pp, 2 * pq, 2 * p.value * s},
-                               {2 * pq, 1 - 2 * qq, -2 * q.value * s},
-                               {-2 * p.value * s, 2 * q.value * s, 1 - 2 * pp - 2 * qq}};
-    State moon{j2000_from_date * of_date, {0, 0, 0}};
+    const Mat3 to_j2000 = j2000_from_date(p.value, q.value);
+    State moon{to_j2000 * of_date, {0, 0, 0}};
 
     if (with_velocity) {
         const double v_rate = w1.rate + in_plane.rate[0];
@@ -133,17 +150,8 @@ State elpmpp02_moon(double days, bool with_velocity) {
         const Vec3 of_date_rate = (r_rate / r) * of_date +
                                   (r * v_rate) * Vec3{-sin_v * cos_u, cos_v * cos_u, 0} +
                                   (r * u_rate) * Vec3{-cos_v * sin_u, -sin_v * sin_u, cos_u};
-
-        const double pp_rate = 2 * p.value * p.rate, qq_rate = 2 * q.value * q.rate;
-        const double pq_rate = p.rate * q.value + p.value * q.rate;
-        const double s_rate = -(pp_rate + qq_rate) / (2 * s);
-        const double ps_rate = p.rate * s + p.value * s_rate;
-        const double qs_rate = q.rate * s + q.value * s_rate;
-        const Mat3 matrix_rate{{-2 * pp_rate, 2 * pq_rate, 2 * ps_rate},
-                               {2 * pq_rate, -2 * qq_rate, -2 * qs_rate},
-                               {-2 * ps_rate, 2 * qs_rate, -2 * pp_rate - 2 * qq_rate}};
         moon.v = (1 / kDaysPerJulianCentury) *
-                 (j2000_from_date * of_date_rate + matrix_rate * of_date);
+                 (to_j2000 * of_date_rate + rate_of_j2000_from_date(p, q) * of_date);
     }
     return kEquatorFromEcliptic * moon;
 }

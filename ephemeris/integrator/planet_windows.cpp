@@ -1,7 +1,9 @@
 #include "ephemeris/integrator/planet_windows.h"
 
 #include <cmath>
+#include <span>
 
+#include "core/chebyshev.h"
 #include "ephemeris/planet_states.h"
 
 namespace solsys {
@@ -101,34 +103,21 @@ const PlanetWindows::Window* PlanetWindows::window_at(MassiveBody body, double d
     return w.known ? &w : nullptr;
 }
 
-// Clenshaw's sum.
 bool PlanetWindows::position(MassiveBody body, double day, double offset, Vec3& out) {
     double x = 0;
     const Window* w = window_at(body, day, offset, x);
     if (w == nullptr) return false;
-    Vec3 b1{}, b2{};
-    for (std::size_t k = w->terms.size() - 1; k >= 1; --k) {
-        const Vec3 b0 = w->terms[k] + 2 * x * b1 - b2;
-        b2 = b1;
-        b1 = b0;
-    }
-    out = w->terms[0] + x * b1 - b2;
+    out = chebyshev_sum<false>(std::span<const Vec3>(w->terms), x).value;
     return true;
 }
 
-// The same, differentiated.
 bool PlanetWindows::state(MassiveBody body, double day, double offset, State& out) {
     double x = 0;
     const Window* w = window_at(body, day, offset, x);
     if (w == nullptr) return false;
-    State b1{}, b2{};
-    for (std::size_t k = w->terms.size() - 1; k >= 1; --k) {
-        const State b0{w->terms[k] + 2 * x * b1.r - b2.r, 2 * b1.r + 2 * x * b1.v - b2.v};
-        b2 = b1;
-        b1 = b0;
-    }
+    const auto sum = chebyshev_sum<true>(std::span<const Vec3>(w->terms), x);
     const double rate = 2.0 / kShapes[body].days;
-    out = {w->terms[0] + x * b1.r - b2.r, rate * (b1.r + x * b1.v - b2.v)};
+    out = {sum.value, rate * sum.rate};
     return true;
 }
 

@@ -1,7 +1,10 @@
 // Io, Europa, Ganymede, Callisto by the theory L1.2: Lainey, Duriez & Vienne 2006, Astron.
 // Astrophys. 456, 783; the inner satellites by ellipses; the others by table rows.
+#include <array>
 #include <iterator>
+#include <span>
 
+#include "core/chebyshev.h"
 #include "ephemeris/satellites/precessing_ellipse.h"
 #include "ephemeris/satellites/series.h"
 #include "ephemeris/satellites/theories.h"
@@ -24,7 +27,7 @@ struct ChebyshevRow {
 constexpr ChebyshevRow kChebyshev[] = {
 #include "jupiter_l12_chebyshev.inc"
 };
-constexpr int kDegrees = 9;
+constexpr std::size_t kDegrees = 9;
 static_assert(std::size(kChebyshev) == 4 * kDegrees);
 static_assert(kChebyshev[kDegrees].body == 502 && kChebyshev[4 * kDegrees - 1].j == 8);
 
@@ -53,26 +56,29 @@ constexpr Satellite kSatellites[] = {
 constexpr Mat3 kEquatorFromJovian =
     turn_z(0.6249501830657150E+01) * turn_x(0.4450947364976650E+00);
 
-// Sum of c_j T_j(x), less half of c_0, for the five corrections of one satellite. Outside the
-// span the polynomials mean nothing and are left out.
-ChebyshevRow long_period_corrections(int moon, double days) {
-    const double x = (days / kDaysPerJulianYear - (kSpanBegin + kSpanEnd) / 2) /
-                     ((kSpanEnd - kSpanBegin) / 2);
-    ChebyshevRow sum{};
-    if (!(std::fabs(x) <= 1)) return sum;
-    double t = 0.5, next = x;  // T_0 counts half
-    for (int j = 0; j < kDegrees; ++j) {
-        const ChebyshevRow& c = kChebyshev[(moon - 1) * kDegrees + j];
-        sum.l += t * c.l;
-        sum.re_z += t * c.re_z;
-        sum.im_z += t * c.im_z;
-        sum.re_zeta += t * c.re_zeta;
-        sum.im_zeta += t * c.im_zeta;
-        const double after = 2 * x * next - (j == 0 ? 1 : t);
-        t = next;
-        next = after;
+// The five corrections of one satellite; the coefficients of degree 0 count half.
+struct LongPeriod {
+    std::array<double, kDegrees> l{}, re_z{}, im_z{}, re_zeta{}, im_zeta{};
+};
+constexpr auto kLongPeriod = [] {
+    std::array<LongPeriod, 4> all;
+    for (const ChebyshevRow& row : kChebyshev) {
+        LongPeriod& moon = all[static_cast<std::size_t>(row.body - 501)];
+        const auto j = static_cast<std::size_t>(row.j);
+        const double weight = j == 0 ? 0.5 : 1;
+        moon.l[j] = weight * row.l;
+        moon.re_z[j] = weight * row.re_z;
+        moon.im_z[j] = weight * row.im_z;
+        moon.re_zeta[j] = weight * row.re_zeta;
+        moon.im_zeta[j] = weight * row.im_zeta;
     }
-    return sum;
+    return all;
+}();
+
+// Their place in the span, -1 to 1 inside.
+double in_span(double days) {
+    return (days / kDaysPerJulianYear - (kSpanBegin + kSpanEnd) / 2) /
+           ((kSpanEnd - kSpanBegin) / 2);
 }
 
 }  // namespace
@@ -81,19 +87,25 @@ int galilean_state(int moon, Instant t, State& state) {
     const Satellite& satellite = kSatellites[moon - 1];
     const double days = days_since(kEpoch, t);
     const ElementSums sums = sum_series(satellite.series, days);
-    const ChebyshevRow slow = long_period_corrections(moon, days);
+    const LongPeriod& slow = kLongPeriod[static_cast<std::size_t>(moon - 1)];
+    // Outside the span the polynomials mean nothing and are left out.
+    const double x = in_span(days);
+    const auto long_period = [x](const std::array<double, kDegrees>& c) {
+        return std::fabs(x) <= 1 ? chebyshev_sum<false>(std::span<const double>(c), x).value
+                                 : 0;
+    };
 
     const double a = sums.size.c;
     State jovian;
-    const int code =
-        state_of({.a = a,
-                  .n = std::sqrt(satellite.gm / (a * a * a)),
-                  .l = satellite.l0 + satellite.n * days + sums.longitude.s + slow.l,
-                  .k = sums.z.c + slow.re_z,
-                  .h = sums.z.s + slow.im_z,
-                  .q = sums.zeta.c + slow.re_zeta,
-                  .p = sums.zeta.s + slow.im_zeta},
-                 jovian);
+    const int code = state_of(
+        {.a = a,
+         .n = std::sqrt(satellite.gm / (a * a * a)),
+         .l = satellite.l0 + satellite.n * days + sums.longitude.s + long_period(slow.l),
+         .k = sums.z.c + long_period(slow.re_z),
+         .h = sums.z.s + long_period(slow.im_z),
+         .q = sums.zeta.c + long_period(slow.re_zeta),
+         .p = sums.zeta.s + long_period(slow.im_zeta)},
+        jovian);
     if (code == kOk) state = kEquatorFromJovian * jovian;
     return code;
 }

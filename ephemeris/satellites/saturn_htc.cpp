@@ -8,8 +8,10 @@
 #include <iterator>
 #include <string_view>
 
-#include "ephemeris/satellites/series.h"
+#include "ephemeris/analytic/series_sum.h"
+#include "ephemeris/analytic/series_table.h"
 #include "ephemeris/satellites/theories.h"
+#include "ephemeris/satellites/turns.h"
 
 namespace solsys::satellites {
 namespace {
@@ -38,39 +40,42 @@ constexpr Arguments kArguments[] = {
      {5.41384760, 1.36874776, 5.64157287, 3.25074880}},
 };
 
-// amplitude times the cosine of (phase + frequency t); a sine is a cosine a quarter turn late.
-struct Term {
-    Vec3 amplitude;
-    double phase, frequency;
+// The terms of one satellite, three coordinates a row; a sine is a cosine a quarter turn late.
+template <int kBody>
+struct Table {
+    static constexpr std::size_t kRowCount = [] {
+        std::size_t count = 0;
+        for (const Row& row : kRows) count += row.body == kBody;
+        return count;
+    }();
+    static constexpr auto kTerms = [] {
+        std::array<SeriesTerm<1>, 3 * kRowCount> terms{};
+        std::size_t k = 0;
+        for (const Row& row : kRows) {
+            if (row.body != kBody) continue;
+            const Arguments& f = kArguments[kBody - 612];
+            const auto combined = [&](const double(&v)[4]) {
+                return row.n1 * v[0] + row.n2 * v[1] + row.n3 * v[2] + row.n4 * v[3];
+            };
+            const double phase = combined(f.phase) - (row.fun == "sin" ? kHalfPi : 0);
+            const double amplitudes[] = {row.x, row.y, row.z};
+            for (int i = 0; i < 3; ++i)
+                terms[k++] =
+                    forwards(cosine_term(i, 0, amplitudes[i], phase, combined(f.rate)));
+        }
+        return terms;
+    }();
+    static constexpr auto kPacked = pack_series<1, kTerms>();
 };
-constexpr auto kTerms = [] {
-    std::array<Term, std::size(kRows)> terms{};
-    for (std::size_t k = 0; k < terms.size(); ++k) {
-        const Row& row = kRows[k];
-        const Arguments& f = kArguments[row.body - 612];
-        const auto combined = [&](const double(&v)[4]) {
-            return row.n1 * v[0] + row.n2 * v[1] + row.n3 * v[2] + row.n4 * v[3];
-        };
-        terms[k] = {{row.x, row.y, row.z},
-                    combined(f.phase) - (row.fun == "sin" ? kHalfPi : 0),
-                    combined(f.rate)};
-    }
-    return terms;
-}();
+constexpr SeriesView kSeries[] = {Table<612>::kPacked.view(), Table<613>::kPacked.view(),
+                                  Table<614>::kPacked.view()};
 
 }  // namespace
 
 int htc_state(int moon, Instant t, State& state) {
-    const double days = days_since_j2000(t);
-    State ecliptic{};
-    for (std::size_t k = 0; k < kTerms.size(); ++k) {
-        if (kRows[k].body != 600 + moon) continue;
-        const Term& term = kTerms[k];
-        const SinCos value = sin_cos(term.phase + term.frequency * days);
-        ecliptic.r += value.cos * term.amplitude;
-        ecliptic.v += (-term.frequency * value.sin) * term.amplitude;
-    }
-    state = kEquatorFromEcliptic * ecliptic;
+    const SeriesSum sum = sum_series(kSeries[moon - 12], days_since_j2000(t), true);
+    state = kEquatorFromEcliptic * State{{sum.value[0], sum.value[1], sum.value[2]},
+                                         {sum.rate[0], sum.rate[1], sum.rate[2]}};
     return kOk;
 }
 

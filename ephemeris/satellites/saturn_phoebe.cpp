@@ -4,8 +4,10 @@
 #include <iterator>
 #include <string_view>
 
-#include "ephemeris/satellites/series.h"
+#include "ephemeris/analytic/series_sum.h"
+#include "ephemeris/analytic/series_table.h"
 #include "ephemeris/satellites/theories.h"
+#include "ephemeris/satellites/turns.h"
 
 namespace solsys::satellites {
 namespace {
@@ -38,68 +40,80 @@ constexpr double kGm = gm_in_au(37940585.0, kAuKm);  // of the Saturn system
 constexpr Mat3 kEquatorFromSeries =
     kEquatorFromEcliptic * Mat3{{1, 0, 0}, {0, -1, 0}, {0, 0, -1}};
 
-// Argument j (S - W) + m (L - W) + n (W - N) of each row, worked out at compile time; zero in
-// the polynomial rows.
-constexpr auto kArguments = [] {
-    std::array<Linear, kRowCount> arguments{};
-    for (std::size_t k = 0; k < kRowCount; ++k) {
-        const Row& row = kRows[k];
-        const auto combined = [&](double Linear::*part) {
-            return row.j * (kSun.*part - kPericentre.*part) +
-                   row.m * (kLongitude.*part - kPericentre.*part) +
-                   row.n * (kPericentre.*part - kNode.*part);
-        };
-        arguments[k] = {combined(&Linear::at_epoch), combined(&Linear::rate)};
-    }
-    return arguments;
+// The row t^power (p cos argument + q sin argument) of a coordinate, t in centuries; argument
+// j (S - W) + m (L - W) + n (W - N), zero in the polynomial rows.
+constexpr SeriesTerm<1> term_of(const Row& row, int coordinate, double p, double q) {
+    const auto combined = [&](double Linear::*part) {
+        return row.j * (kSun.*part - kPericentre.*part) +
+               row.m * (kLongitude.*part - kPericentre.*part) +
+               row.n * (kPericentre.*part - kNode.*part);
+    };
+    return forwards<1>({coordinate,
+                        row.power,
+                        p,
+                        q,
+                        {combined(&Linear::at_epoch) / kTwoPi,
+                         combined(&Linear::rate) * kDaysPerJulianCentury / kTwoPi}});
+}
+
+constexpr std::size_t rows_of(std::string_view variable) {
+    std::size_t count = 0;
+    for (const Row& row : kRows) count += row.variable == variable;
+    return count;
+}
+
+// c1 cos + c2 sin: the semi-major axis [au] and the periodic part of the mean longitude [rad].
+constexpr auto kInPlaneTerms = [] {
+    std::array<SeriesTerm<1>, rows_of("a") + rows_of("l")> terms{};
+    std::size_t k = 0;
+    for (const Row& row : kRows)
+        if (row.variable == "a" || row.variable == "l")
+            terms[k++] = term_of(row, row.variable == "l" ? 1 : 0, row.c1, row.c2);
+    return terms;
 }();
+
+// Real and imaginary part of (c1 + i c2) exp(i argument).
+template <bool kOfNode>
+constexpr auto kComplexTerms = [] {
+    constexpr std::string_view kVariable = kOfNode ? "zeta" : "z";
+    std::array<SeriesTerm<1>, 2 * rows_of(kVariable)> terms{};
+    std::size_t k = 0;
+    for (const Row& row : kRows) {
+        if (row.variable != kVariable) continue;
+        terms[k++] = term_of(row, 0, row.c1, -row.c2);
+        terms[k++] = term_of(row, 1, row.c2, row.c1);
+    }
+    return terms;
+}();
+
+constexpr auto kPackedInPlane = pack_series<1, kInPlaneTerms>();
+constexpr auto kPackedZ = pack_series<1, kComplexTerms<false>>();
+constexpr auto kPackedZeta = pack_series<1, kComplexTerms<true>>();
+
+std::array<double, 2> two_sums(const SeriesView& series, double centuries) {
+    const SeriesSum sum = sum_series(series, centuries, false);
+    return {sum.value[0], sum.value[1]};
+}
 
 }  // namespace
 
 int phoebe_state(Instant t, State& state) {
     const double days = days_since_j2000(t);
-    const double centuries = centuries_since_j2000(t);
-    const std::array<double, 4> powers{1, centuries, centuries * centuries,
-                                       centuries * centuries * centuries};
-
-    std::array<double, kRowCount> arguments, sines, cosines;
-    for (std::size_t k = 0; k < kRowCount; ++k) arguments[k] = kArguments[k].at(days);
-    sines_and_cosines(kRowCount, arguments.data(), sines.data(), cosines.data());
-
-    // a and l are sums of c1 cos + c2 sin, z and zeta of (c1 + i c2) exp(i argument).
-    double a = 0, l = kLongitude.at(days);
-    Phasor z, zeta;
-    for (std::size_t k = 0; k < kRowCount; ++k) {
-        const Row& row = kRows[k];
-        const double factor = powers[static_cast<std::size_t>(row.power)];
-        const double c = factor * cosines[k], s = factor * sines[k];
-        switch (variable_index(row.variable)) {
-            case 0:
-                a += row.c1 * c + row.c2 * s;
-                break;
-            case 1:
-                l += row.c1 * c + row.c2 * s;
-                break;
-            case 2:
-                z.c += row.c1 * c - row.c2 * s;
-                z.s += row.c1 * s + row.c2 * c;
-                break;
-            default:
-                zeta.c += row.c1 * c - row.c2 * s;
-                zeta.s += row.c1 * s + row.c2 * c;
-        }
-    }
+    const double t_cy = centuries_since_j2000(t);
+    const auto [a, periodic] = two_sums(kPackedInPlane.view(), t_cy);
+    const auto [z_re, z_im] = two_sums(kPackedZ.view(), t_cy);
+    const auto [zeta_re, zeta_im] = two_sums(kPackedZeta.view(), t_cy);
     const SinCos w = sin_cos(kPericentre.at(days));
     const SinCos n = sin_cos(kNode.at(days));
 
     State in_series;
     const int code = state_of({.a = a,
                                .n = std::sqrt(kGm / (a * a * a)),
-                               .l = l,
-                               .k = z.c * w.cos - z.s * w.sin,
-                               .h = z.c * w.sin + z.s * w.cos,
-                               .q = zeta.c * n.cos - zeta.s * n.sin,
-                               .p = zeta.c * n.sin + zeta.s * n.cos},
+                               .l = kLongitude.at(days) + periodic,
+                               .k = z_re * w.cos - z_im * w.sin,
+                               .h = z_re * w.sin + z_im * w.cos,
+                               .q = zeta_re * n.cos - zeta_im * n.sin,
+                               .p = zeta_re * n.sin + zeta_im * n.cos},
                               in_series);
     if (code == kOk) state = kEquatorFromSeries * in_series;
     return code;

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 #include "core/calendar.h"
 #include "ephemeris/tle/element_lines.h"
@@ -101,10 +102,9 @@ bool set_number(const std::optional<std::string>& text, bool required, double le
     return true;
 }
 
-bool set_whole(const std::optional<std::string>& text, bool required, int greatest,
-               std::int32_t& value) {
+bool set_whole(const std::optional<std::string>& text, bool required, std::int32_t& value) {
     double number = 0;
-    if (!set_number(text, required, 0, greatest, number) || number != std::floor(number))
+    if (!set_number(text, required, 0, 999999999, number) || number != std::floor(number))
         return false;
     value = static_cast<std::int32_t>(number);
     return true;
@@ -115,55 +115,67 @@ bool is_implied(const std::optional<std::string>& text, std::string_view value) 
     return !text || *text == value;
 }
 
+constexpr double kAny = 1e30, kTiny = 1e-12;
+constexpr double kBelowOne = 1 - std::numeric_limits<double>::epsilon() / 2;
+
+struct NumberField {
+    OmmKey key;
+    bool required;
+    double least, greatest;
+    double TLERecord::*member;
+};
+constexpr NumberField kNumberFields[] = {
+    {OmmKey::mean_motion, true, kTiny, 1000, &TLERecord::meanMotion},
+    {OmmKey::eccentricity, true, 0, kBelowOne, &TLERecord::eccentricity},
+    {OmmKey::inclination, true, 0, 180, &TLERecord::inclination},
+    {OmmKey::node, true, -360, 360, &TLERecord::node},
+    {OmmKey::perigee, true, -360, 360, &TLERecord::perigee},
+    {OmmKey::anomaly, true, -360, 360, &TLERecord::meanAnomaly},
+    {OmmKey::bstar, true, -kAny, kAny, &TLERecord::bstar},
+    {OmmKey::mean_motion_dot, false, -kAny, kAny, &TLERecord::meanMotionDot},
+    {OmmKey::mean_motion_ddot, false, -kAny, kAny, &TLERecord::meanMotionDDot}};
+
+struct WholeField {
+    OmmKey key;
+    bool required;
+    std::int32_t TLERecord::*member;
+};
+constexpr WholeField kWholeFields[] = {{OmmKey::number, true, &TLERecord::number},
+                                       {OmmKey::set_number, false, &TLERecord::setNumber},
+                                       {OmmKey::revolution, false, &TLERecord::revolution}};
+
+// What the elements of an element set are, and what a message need not say.
+struct ImpliedField {
+    OmmKey key;
+    std::string_view value;
+};
+constexpr ImpliedField kImpliedFields[] = {{OmmKey::ephemeris_type, "0"},
+                                           {OmmKey::centre, "EARTH"},
+                                           {OmmKey::frame, "TEME"},
+                                           {OmmKey::time_system, "UTC"},
+                                           {OmmKey::theory, "SGP4"}};
+
+bool set_classification(const std::optional<std::string>& text, TLERecord& record) {
+    if (!text) return true;
+    if (text->size() != 1 || std::string_view("UCS").find((*text)[0]) == std::string_view::npos)
+        return false;
+    record.classification = (*text)[0];
+    return true;
+}
+
 bool set_field(OmmKey key, const OmmFields& fields, TLERecord& record) {
-    constexpr double kAny = 1e30, kTiny = 1e-12;
     const auto& text = fields[key];
-    switch (key) {
-        case OmmKey::epoch:
-            return text && set_epoch(*text, record);
-        case OmmKey::mean_motion:
-            return set_number(text, true, kTiny, 1000, record.meanMotion);
-        case OmmKey::eccentricity:
-            return set_number(text, true, 0, 1, record.eccentricity) && record.eccentricity < 1;
-        case OmmKey::inclination:
-            return set_number(text, true, 0, 180, record.inclination);
-        case OmmKey::node:
-            return set_number(text, true, -360, 360, record.node);
-        case OmmKey::perigee:
-            return set_number(text, true, -360, 360, record.perigee);
-        case OmmKey::anomaly:
-            return set_number(text, true, -360, 360, record.meanAnomaly);
-        case OmmKey::bstar:
-            return set_number(text, true, -kAny, kAny, record.bstar);
-        case OmmKey::number:
-            return set_whole(text, true, 999999999, record.number);
-        case OmmKey::mean_motion_dot:
-            return set_number(text, false, -kAny, kAny, record.meanMotionDot);
-        case OmmKey::mean_motion_ddot:
-            return set_number(text, false, -kAny, kAny, record.meanMotionDDot);
-        case OmmKey::ephemeris_type:
-            return is_implied(text, "0");
-        case OmmKey::classification:
-            if (text && (text->size() != 1 ||
-                         std::string_view("UCS").find((*text)[0]) == std::string_view::npos))
-                return false;
-            if (text) record.classification = (*text)[0];
-            return true;
-        case OmmKey::set_number:
-            return set_whole(text, false, 999999999, record.setNumber);
-        case OmmKey::revolution:
-            return set_whole(text, false, 999999999, record.revolution);
-        case OmmKey::centre:
-            return is_implied(text, "EARTH");
-        case OmmKey::frame:
-            return is_implied(text, "TEME");
-        case OmmKey::time_system:
-            return is_implied(text, "UTC");
-        case OmmKey::theory:
-            return is_implied(text, "SGP4");
-        default:
-            return true;
-    }
+    if (key == OmmKey::epoch) return text && set_epoch(*text, record);
+    if (key == OmmKey::classification) return set_classification(text, record);
+    for (const NumberField& field : kNumberFields)
+        if (field.key == key)
+            return set_number(text, field.required, field.least, field.greatest,
+                              record.*field.member);
+    for (const WholeField& field : kWholeFields)
+        if (field.key == key) return set_whole(text, field.required, record.*field.member);
+    for (const ImpliedField& field : kImpliedFields)
+        if (field.key == key) return is_implied(text, field.value);
+    return true;  // names
 }
 
 }  // namespace
