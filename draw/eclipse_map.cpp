@@ -173,8 +173,7 @@ void draw_globe(Svg& svg, const EclipseMap& map, const Inks& ink, const Theme& t
     svg.circle(kGlobeCentre, 5, Style::filled(ink.path).outlined(theme.page, 1.2));
 }
 
-void draw_facts(Svg& svg, const EclipseMap& map, const Inks& ink, const Theme& theme) {
-    const sky::Eclipse& e = map.eclipse;
+void draw_facts(Svg& svg, const sky::Eclipse& e, const Theme& theme) {
     TextStyle name, value;
     name.size = value.size = 14;
     name.fill = theme.faint;
@@ -203,23 +202,28 @@ void draw_facts(Svg& svg, const EclipseMap& map, const Inks& ink, const Theme& t
         column += 118;
         if (column > kTextLeft + 300) column = kTextLeft, y += 21;
     }
+}
 
-    // Legend: each kind of curve once.
+// Each kind of curve once.
+void draw_legend(Svg& svg, const EclipseMap& map, const Inks& ink, const Theme& theme) {
     double line = kTextTop;
     std::map<MapCurveKind, bool> done;
-    TextStyle words = value;
+    TextStyle words;
     words.size = 13;
+    words.fill = theme.ink;
     for (const MapCurve& curve : map.curves) {
         if (std::exchange(done[curve.kind], true)) continue;
         svg.line({kTextLeft + 440, line - 4}, {kTextLeft + 480, line - 4},
                  style_of(curve, ink));
         std::string text = to_string(curve.kind);
-        if (curve.kind == MapCurveKind::kMagnitude) text = "greatest magnitude 0.2 to 0.8";
-        if (curve.kind == MapCurveKind::kIsochrone) text = "greatest phase every half hour, UT";
+        if (curve.kind == MapCurveKind::kMagnitude)
+            text = "greatest magnitude 0.2 to 0.8";
+        if (curve.kind == MapCurveKind::kIsochrone)
+            text = "greatest phase every half hour, UT";
         svg.text({kTextLeft + 490, line}, text, words);
         line += 24;
     }
-    if (e.kind == sky::EclipseKind::kLunar) {
+    if (map.eclipse.kind == sky::EclipseKind::kLunar) {
         svg.rectangle({kTextLeft + 440, line - 14}, 40, 16, Style::filled(ink.moon, 0.5), 2);
         svg.text({kTextLeft + 490, line}, "darker: the Moon is down for longer", words);
     }
@@ -248,7 +252,8 @@ std::string eclipse_map_svg(const EclipseMap& map, bool light) {
              note);
     draw_world(svg, map, ink, theme);
     draw_globe(svg, map, ink, theme);
-    draw_facts(svg, map, ink, theme);
+    draw_facts(svg, map.eclipse, theme);
+    draw_legend(svg, map, ink, theme);
     return svg.str();
 }
 

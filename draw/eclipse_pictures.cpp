@@ -40,6 +40,51 @@ void draw_disk(Svg& svg, Point at, double radius, const sky::EclipsedSun& sun, b
                    Style::line("#8b97a8", 0.6, 0.5, "2 4").clipped("panel"));
 }
 
+struct NamedMoment {
+    std::string name;
+    sky::EclipseMoment moment;
+};
+
+std::vector<NamedMoment> moments_of(const sky::LocalEclipse& local) {
+    std::vector<NamedMoment> out;
+    const auto add = [&](const char* name, const std::optional<sky::EclipseMoment>& m) {
+        if (m) out.push_back({name, *m});
+    };
+    add("first contact", local.first);
+    add("second contact", local.second);
+    add("maximum", local.maximum);
+    add("third contact", local.third);
+    add("fourth contact", local.fourth);
+    return out;
+}
+
+// What the Sun's disks are filled with, and the panel that the Moon's are cut to.
+void define_fills(Svg& svg, double width) {
+    svg.raw(
+        "<radialGradient id=\"photosphere\"><stop offset=\"0\" stop-color=\"#fff7d6\"/>"
+        "<stop offset=\"0.8\" stop-color=\"#ffd866\"/><stop offset=\"1\" "
+        "stop-color=\"#f2a93b\"/></radialGradient>\n"
+        "<radialGradient id=\"corona\"><stop offset=\"0.55\" stop-color=\"#ffffff\"/>"
+        "<stop offset=\"0.7\" stop-color=\"#dfe8ff\" stop-opacity=\"0.6\"/>"
+        "<stop offset=\"1\" stop-color=\"#9fb4e8\" stop-opacity=\"0\"/></radialGradient>\n");
+    svg.raw(
+        fmt::format("<clipPath id=\"panel\"><rect x=\"16\" y=\"92\" width=\"{}\" "
+                    "height=\"190\"/></clipPath>\n",
+                    number(width - 32)));
+}
+
+void write_moment(Svg& svg, double x, const NamedMoment& named, const sky::Zone& zone,
+                  const Theme& theme) {
+    const sky::EclipseMoment& m = named.moment;
+    svg.text({x, 308}, named.name, words(14, theme.ink, Anchor::kMiddle, true));
+    svg.text({x, 328}, clock(m.at, zone), words(14, theme.ink, Anchor::kMiddle));
+    svg.text({x, 348},
+             m.altitude_deg < -0.83 ? std::string("below the horizon")
+                                    : fmt::format("altitude {:.0f}\u00b0, azimuth {:.0f}\u00b0",
+                                                  m.altitude_deg, m.azimuth_deg),
+             words(12, theme.faint, Anchor::kMiddle));
+}
+
 }  // namespace
 
 std::string eclipsed_sun_svg(sky::Model& model, const sky::Eclipse& eclipse,
@@ -48,52 +93,22 @@ std::string eclipsed_sun_svg(sky::Model& model, const sky::Eclipse& eclipse,
     const Theme& theme = draw::theme(light);
     const std::string title = title_of(eclipse);
     constexpr double kRadius = 62, kStep = 190;
-    struct Moment {
-        std::string name;
-        const sky::EclipseMoment* moment;
-    };
-    std::vector<Moment> moments;
-    const auto add = [&](const char* name, const std::optional<sky::EclipseMoment>& m) {
-        if (m) moments.push_back({name, &*m});
-    };
-    add("first contact", local.first);
-    add("second contact", local.second);
-    add("maximum", local.maximum);
-    add("third contact", local.third);
-    add("fourth contact", local.fourth);
-    const double width = std::max(760.0, kStep * static_cast<double>(moments.size()) + 50);
+    const std::vector<NamedMoment> moments = moments_of(local);
+    const double row = kStep * static_cast<double>(moments.size());
+    const double width = std::max(760.0, row + 50);
     Svg svg(width, 420, theme.page, title, title + " as seen from " + site.name);
-    svg.raw(
-        "<radialGradient id=\"photosphere\"><stop offset=\"0\" stop-color=\"#fff7d6\"/>"
-        "<stop offset=\"0.8\" stop-color=\"#ffd866\"/><stop offset=\"1\" "
-        "stop-color=\"#f2a93b\"/></radialGradient>\n"
-        "<radialGradient id=\"corona\"><stop offset=\"0.55\" stop-color=\"#ffffff\"/>"
-        "<stop offset=\"0.7\" stop-color=\"#dfe8ff\" stop-opacity=\"0.6\"/>"
-        "<stop offset=\"1\" stop-color=\"#9fb4e8\" stop-opacity=\"0\"/></radialGradient>\n");
+    define_fills(svg, width);
     svg.text({24, 46}, title, words(26, theme.ink, Anchor::kStart, true));
     svg.text({24, 72}, fmt::format("as seen from {}, times: {}", site.name, zone.name()),
              words(14, theme.faint));
     svg.rectangle({16, 92}, width - 32, 190, Style::filled("#101a2e"), 8);
-    svg.raw(
-        fmt::format("<clipPath id=\"panel\"><rect x=\"16\" y=\"92\" width=\"{}\" "
-                    "height=\"190\"/></clipPath>\n",
-                    number(width - 32)));
-    const double left = (width - kStep * static_cast<double>(moments.size())) / 2 + kStep / 2;
     for (std::size_t i = 0; i < moments.size(); ++i) {
-        const Point at{left + kStep * static_cast<double>(i), 187};
-        const sky::EclipseMoment& m = *moments[i].moment;
-        if (const auto sun = sky::eclipsed_sun(model, site, m.at)) {
+        const Point at{(width - row) / 2 + kStep / 2 + kStep * static_cast<double>(i), 187};
+        if (const auto sun = sky::eclipsed_sun(model, site, moments[i].moment.at)) {
             const bool whole = local.type == "total" && moments[i].name == "maximum";
             draw_disk(svg, at, kRadius, *sun, whole);
         }
-        svg.text({at.x, 308}, moments[i].name, words(14, theme.ink, Anchor::kMiddle, true));
-        svg.text({at.x, 328}, clock(m.at, zone), words(14, theme.ink, Anchor::kMiddle));
-        svg.text({at.x, 348},
-                 m.altitude_deg < -0.83
-                     ? std::string("below the horizon")
-                     : fmt::format("altitude {:.0f}\u00b0, azimuth {:.0f}\u00b0",
-                                   m.altitude_deg, m.azimuth_deg),
-                 words(12, theme.faint, Anchor::kMiddle));
+        write_moment(svg, at.x, moments[i], zone, theme);
     }
     std::string sum = fmt::format("magnitude {:.3f}, {:.1f} % of the disk covered",
                                   local.magnitude, 100 * local.obscuration);

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <ranges>
+#include <span>
 #include <utility>
 
 #include "core/constants.h"
@@ -296,6 +298,44 @@ bool comes_near_by_the_hour(const OrbitBlock& block, std::size_t lane, const Ear
     return false;
 }
 
+// Whether an orbit of a block may come within the limit on one of the days, its places at the
+// beginning of each being given.
+bool comes_near(const OrbitBlock& block, std::span<const OrbitPlaces> places, std::size_t lane,
+                const EarthPath& earth, double jd_start, double v, double limit) {
+    double before = 0;
+    for (int day = 0; day <= earth.days(); ++day) {
+        const Vec3 r = place_of(places[static_cast<std::size_t>(day)], lane);
+        const double distance = norm(r - earth.at(day));
+        if (day > 0 && may_be_nearer(before, distance, v, 1, limit) &&
+            comes_near_by_the_hour(block, lane, earth, jd_start, day - 1, v, limit))
+            return true;
+        before = distance;
+    }
+    return false;
+}
+
+// The approaches of the candidates, one after the other by the search for one body; by time.
+template <class BodyOf>
+std::vector<SurveyApproach> approaches_of(Model& model, std::span<const std::size_t> candidates,
+                                          const BodyOf& body_of, const Span& asked,
+                                          double within_au, const SurveyOptions& options) {
+    std::vector<SurveyApproach> out;
+    const ApproachOptions closely{within_au, options.two_body, {}};
+    for (std::size_t k = 0; k < candidates.size(); ++k) {
+        if (!go_on(options, k, candidates.size())) break;
+        const Body body = body_of(candidates[k]);
+        const auto found = find_approaches(model, body, asked, closely);
+        if (!found) continue;
+        for (const Approach& approach : *found)
+            if (approach.planet.id == SSO_ID(SSO_PLNT, 3)) out.push_back({body, approach});
+    }
+    std::stable_sort(out.begin(), out.end(),
+                     [](const SurveyApproach& a, const SurveyApproach& b) {
+                         return a.approach.time < b.approach.time;
+                     });
+    return out;
+}
+
 }  // namespace
 
 std::vector<SurveyApproach> MinorPlanetSurvey::near_earth(Model& model, const Span& span,
@@ -316,44 +356,20 @@ std::vector<SurveyApproach> MinorPlanetSurvey::near_earth(Model& model, const Sp
             return impl_->reach[k].perihelion <= kFarthest + limit &&
                    impl_->reach[k].aphelion >= kNearest - limit;
         };
-        bool any = false;
-        for (std::size_t k = first; k < last; ++k) any = any || reaches(k);
-        if (!any) continue;
+        const std::ranges::iota_view all(first, last);
+        if (std::ranges::none_of(all, reaches)) continue;
         for (int day = 0; day <= earth.days(); ++day)
             orbit_places(blocks.subspan(b, 1), jd_start + day,
                          &places[static_cast<std::size_t>(day)]);
-        for (std::size_t k = first; k < last; ++k) {
-            if (!reaches(k)) continue;
+        for (const std::size_t k : all) {
             const double v = fastest(impl_->reach[k].perihelion) + kEarthSpeed;
-            double before = 0;
-            for (int day = 0; day <= earth.days(); ++day) {
-                const Vec3 r = place_of(places[static_cast<std::size_t>(day)], k - first);
-                const double distance = norm(r - earth.at(day));
-                if (day > 0 && may_be_nearer(before, distance, v, 1, limit) &&
-                    comes_near_by_the_hour(blocks[b], k - first, earth, jd_start, day - 1, v,
-                                           limit)) {
-                    candidates.push_back(k);
-                    break;
-                }
-                before = distance;
-            }
+            if (reaches(k) &&
+                comes_near(blocks[b], places, k - first, earth, jd_start, v, limit))
+                candidates.push_back(k);
         }
     }
-    std::vector<SurveyApproach> out;
-    const ApproachOptions closely{within_au, options.two_body, {}};
-    for (std::size_t k = 0; k < candidates.size(); ++k) {
-        if (!go_on(options, k, candidates.size())) break;
-        const Body body = impl_->body(candidates[k]);
-        const auto found = find_approaches(model, body, asked, closely);
-        if (!found) continue;
-        for (const Approach& approach : *found)
-            if (approach.planet.id == SSO_ID(SSO_PLNT, 3)) out.push_back({body, approach});
-    }
-    std::stable_sort(out.begin(), out.end(),
-                     [](const SurveyApproach& a, const SurveyApproach& b) {
-                         return a.approach.time < b.approach.time;
-                     });
-    return out;
+    const auto body_of = [this](std::size_t k) { return impl_->body(k); };
+    return approaches_of(model, candidates, body_of, asked, within_au, options);
 }
 
 }  // namespace solsys::sky

@@ -12,7 +12,7 @@ namespace solsys::sky {
 namespace {
 
 constexpr const char* kSystemZones = "/usr/share/zoneinfo/";
-constexpr int kLargestOffset = 15 * 3600;
+constexpr int kLargestUtOffset = 15 * 3600;
 constexpr double kUnixEpochJd = 2440587.5;
 
 long long unix_seconds(const Instant& t) {
@@ -32,16 +32,16 @@ std::optional<Zone::Rules> system_rules(std::string_view name) {
     return read_zone_file(bytes);
 }
 
-// The reading of a clock that is so many seconds ahead of UTC, as a Julian date; to a
-// nanosecond, so that a midnight that came from a date reads as one.
-JulianDate reading(const Instant& t, double ahead_seconds) {
+// Local time at a UT offset [s, east positive] as a Julian date; to a nanosecond, so that a
+// midnight that came from a date reads as one.
+JulianDate local_time(const Instant& t, double ut_offset) {
     constexpr double kPerDay = 86400e9;
-    JulianDate local = t.plus_seconds(ahead_seconds).utc();
+    JulianDate local = t.plus_seconds(ut_offset).utc();
     local.fraction = std::round(local.fraction * kPerDay) / kPerDay;
     return local;
 }
 
-// The noon that the civil day of a reading has, and the part of the day since midnight.
+// The noon of the civil day of a local time, and the part of the day since midnight.
 struct DayAndTime {
     int day = 0;
     double since_midnight = 0;
@@ -98,10 +98,10 @@ Result<Zone> Zone::find(std::string_view name) {
     if (name.starts_with('+') || name.starts_with('-')) {
         std::string_view rest = name;
         const auto offset = take_clock(rest);
-        if (!offset || !rest.empty() || std::abs(*offset) > kLargestOffset)
+        if (!offset || !rest.empty() || std::abs(*offset) > kLargestUtOffset)
             return no_zone(name);
         Rules rules;
-        rules.first_offset = rules.standard = rules.summer = *offset;
+        rules.initial_offset = rules.standard_offset = rules.daylight_offset = *offset;
         zone.name_ = std::string(name);
         zone.rules_ = std::make_shared<const Rules>(rules);
         return zone;
@@ -119,11 +119,11 @@ Result<Zone> Zone::find(std::string_view name) {
 int Zone::offset_seconds(const Instant& t) const { return rules_->offset_at(unix_seconds(t)); }
 
 CivilDate Zone::date(const Instant& t) const {
-    return date_of_julian_day(day_and_time(reading(t, offset_seconds(t))).day);
+    return date_of_julian_day(day_and_time(local_time(t, offset_seconds(t))).day);
 }
 
 CivilTime Zone::civil(const Instant& t) const {
-    const DayAndTime at = day_and_time(reading(t, offset_seconds(t)));
+    const DayAndTime at = day_and_time(local_time(t, offset_seconds(t)));
     const double seconds = at.since_midnight * 86400.0;
     const int minutes = static_cast<int>(seconds / 60);
     return {date_of_julian_day(at.day), minutes / 60, minutes % 60, seconds - 60.0 * minutes};
@@ -133,7 +133,9 @@ Instant Zone::instant(const CivilTime& time) const {
     const double of_day = (3600.0 * time.hour + 60.0 * time.minute + time.second) / 86400.0;
     const Instant as_utc =
         Instant::from_utc(JulianDate{julian_day_number(time.date), of_day - 0.5});
-    // The offsets a day before and after are those on either side of a change near by.
+    // The offsets a day before and after are those on either side of a transition near by. A
+    // local time that comes twice (a fold) is its first; one that is skipped (a gap) is read
+    // by the offset before.
     const int before = offset_seconds(as_utc.plus_days(-1));
     const int after = offset_seconds(as_utc.plus_days(1));
     const Instant first = as_utc.plus_seconds(-before);
@@ -148,7 +150,7 @@ Span Zone::day(const CivilDate& date) const {
 }
 
 std::string Zone::date_time(const Instant& t) const {
-    const std::string text = time_text(reading(t, offset_seconds(t) + 30), 0, " ");
+    const std::string text = time_text(local_time(t, offset_seconds(t) + 30), 0, " ");
     // Cut, not rounded: half a minute has been added.
     return text.substr(0, text.size() - 3);
 }
@@ -159,13 +161,13 @@ std::string Zone::clock(const Instant& t) const {
 }
 
 std::string Zone::seconds(const Instant& t) const {
-    return time_text(reading(t, offset_seconds(t)), 0, " ");
+    return time_text(local_time(t, offset_seconds(t)), 0, " ");
 }
 
 std::string Zone::iso(const Instant& t, int decimals) const {
     const int offset = offset_seconds(t);
     const int minutes = std::abs(offset) / 60;
-    return time_text(reading(t, offset), std::min(std::max(decimals, 0), 9), "T") +
+    return time_text(local_time(t, offset), std::min(std::max(decimals, 0), 9), "T") +
            (offset < 0 ? "-" : "+") + padded(minutes / 60, 2) + ":" + padded(minutes % 60, 2);
 }
 

@@ -52,7 +52,7 @@ std::optional<Zone::Rules> read_zone_file(std::string_view bytes) {
     for (std::size_t type = 0; type < counts.types; ++type)
         if (!is_offset(offset_of(type))) return std::nullopt;
     Zone::Rules rules;
-    rules.first_offset = offset_of(0);
+    rules.initial_offset = offset_of(0);
     for (std::size_t i = 0; i < counts.times; ++i) {
         const auto type = static_cast<unsigned char>(bytes[begin + counts.times * 8 + i]);
         if (type >= counts.types) return std::nullopt;
@@ -60,12 +60,12 @@ std::optional<Zone::Rules> read_zone_file(std::string_view bytes) {
         if (i > 0 && at <= rules.transitions.back().at) return std::nullopt;
         rules.transitions.push_back({at, offset_of(type)});
     }
-    rules.standard = rules.summer =
-        rules.transitions.empty() ? rules.first_offset : rules.transitions.back().offset;
+    rules.standard_offset = rules.daylight_offset =
+        rules.transitions.empty() ? rules.initial_offset : rules.transitions.back().offset;
     std::string_view footer = bytes.substr(begin + counts.body(8));
     while (footer.starts_with('\n')) footer.remove_prefix(1);
     while (footer.ends_with('\n')) footer.remove_suffix(1);
-    if (!footer.empty() && !rules.take_posix(footer)) return std::nullopt;
+    if (!footer.empty() && !rules.take_tz_string(footer)) return std::nullopt;
     return rules;
 }
 

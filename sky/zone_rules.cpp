@@ -37,7 +37,7 @@ bool take(std::string_view& text, char wanted) {
     return true;
 }
 
-// The abbreviation of a clock state: letters, or anything in angle brackets.
+// The abbreviation of a local time type: letters, or anything in angle brackets.
 bool take_abbreviation(std::string_view& text) {
     std::size_t end = 0;
     if (text.starts_with('<')) {
@@ -52,42 +52,42 @@ bool take_abbreviation(std::string_view& text) {
     return true;
 }
 
-// "M3.5.0/2", "J60", "59".
-std::optional<Zone::Rules::ChangeDay> take_change(std::string_view& text) {
-    Zone::Rules::ChangeDay change;
+// The date and time of a transition: "M3.5.0/2", "J60", "59".
+std::optional<Zone::Rules::TransitionRule> take_transition_rule(std::string_view& text) {
+    Zone::Rules::TransitionRule rule;
     if (take(text, 'M')) {
         const auto month = take_number(text, 2);
         const auto week = take(text, '.') ? take_number(text, 1) : std::nullopt;
         const auto weekday = take(text, '.') ? take_number(text, 1) : std::nullopt;
         if (!month || !week || !weekday || *month < 1 || *month > 12) return std::nullopt;
-        change.month = *month, change.week = *week, change.weekday = *weekday;
+        rule.month = *month, rule.week = *week, rule.weekday = *weekday;
     } else {
-        change.skip_leap = take(text, 'J');
+        rule.no_leap_day = take(text, 'J');
         const auto day = take_number(text, 3);
         if (!day) return std::nullopt;
-        change.day_of_year = *day;
+        rule.day_of_year = *day;
     }
     if (take(text, '/')) {
         const auto seconds = take_clock(text);
         if (!seconds) return std::nullopt;
-        change.seconds = *seconds;
+        rule.seconds = *seconds;
     }
-    return change;
+    return rule;
 }
 
-// Seconds since 1970, as a local clock counts them, of a change in a year.
-long long local_instant(const Zone::Rules::ChangeDay& change, int year) {
+// Seconds since 1970, as the wall clock counts them, of a rule in a year.
+long long local_instant(const Zone::Rules::TransitionRule& rule, int year) {
     long long date = 0;
-    if (change.month == 0) {
-        date = days_since_1970(year, 1, 1) + change.day_of_year;
-        if (change.skip_leap) date += (is_leap(year) && change.day_of_year >= 60) - 1;
+    if (rule.month == 0) {
+        date = days_since_1970(year, 1, 1) + rule.day_of_year;
+        if (rule.no_leap_day) date += (is_leap(year) && rule.day_of_year >= 60) - 1;
     } else {
-        const long long first = days_since_1970(year, change.month, 1);
+        const long long first = days_since_1970(year, rule.month, 1);
         const auto weekday_of_first = static_cast<int>(((first + 4) % 7 + 7) % 7);
-        date = first + (change.weekday - weekday_of_first + 7) % 7 + 7LL * (change.week - 1);
-        while (date >= days_since_1970(year, change.month + 1, 1)) date -= 7;
+        date = first + (rule.weekday - weekday_of_first + 7) % 7 + 7LL * (rule.week - 1);
+        while (date >= days_since_1970(year, rule.month + 1, 1)) date -= 7;
     }
-    return date * 86400 + change.seconds;
+    return date * 86400 + rule.seconds;
 }
 
 }  // namespace
@@ -111,28 +111,28 @@ std::optional<int> take_clock(std::string_view& text) {
     return sign * seconds;
 }
 
-bool Zone::Rules::take_posix(std::string_view text) {
+bool Zone::Rules::take_tz_string(std::string_view text) {
     if (!take_abbreviation(text)) return false;
     const auto west = take_clock(text);
     if (!west || !is_offset(-*west)) return false;
-    standard = summer = -*west;
+    standard_offset = daylight_offset = -*west;
     if (text.empty()) return true;
     if (!take_abbreviation(text)) return false;
-    summer = standard + 3600;
+    daylight_offset = standard_offset + 3600;
     if (!text.empty() && !text.starts_with(',')) {
-        const auto summer_west = take_clock(text);
-        if (!summer_west || !is_offset(-*summer_west)) return false;
-        summer = -*summer_west;
+        const auto daylight_west = take_clock(text);
+        if (!daylight_west || !is_offset(-*daylight_west)) return false;
+        daylight_offset = -*daylight_west;
     }
     if (!take(text, ',')) return false;
-    begin = take_change(text);
-    if (!begin || !take(text, ',')) return false;
-    end = take_change(text);
-    return end && text.empty();
+    daylight_begin = take_transition_rule(text);
+    if (!daylight_begin || !take(text, ',')) return false;
+    daylight_end = take_transition_rule(text);
+    return daylight_end && text.empty();
 }
 
 int Zone::Rules::offset_at(long long now) const {
-    if (!transitions.empty() && now < transitions.front().at) return first_offset;
+    if (!transitions.empty() && now < transitions.front().at) return initial_offset;
     if (transitions.empty() || now >= transitions.back().at) return offset_by_rule(now);
     const auto after = std::upper_bound(
         transitions.begin(), transitions.end(), now,
@@ -140,20 +140,21 @@ int Zone::Rules::offset_at(long long now) const {
     return std::prev(after)->offset;
 }
 
-// After the last listed change its state holds until the rule makes a change of its own.
+// After the last transition its offset holds until the rule makes one of its own.
 int Zone::Rules::offset_by_rule(long long now) const {
-    if (!begin || !end) return standard;
+    if (!daylight_begin || !daylight_end) return standard_offset;
     now = std::clamp(now, -kFarthest, kFarthest);
-    const long long local_day = (now + standard) / 86400 - (now + standard < 0);
+    const long long local_day = (now + standard_offset) / 86400 - (now + standard_offset < 0);
     const int this_year = date_of_julian_day(static_cast<int>(local_day) + kUnixEpochDay).year;
     struct Change {
         long long at;
         int offset;
     };
-    Change latest{std::numeric_limits<long long>::min(), standard};
+    Change latest{std::numeric_limits<long long>::min(), standard_offset};
     for (const int year : {this_year - 1, this_year})
-        for (const Change& change : {Change{local_instant(*begin, year) - standard, summer},
-                                     Change{local_instant(*end, year) - summer, standard}})
+        for (const Change& change :
+             {Change{local_instant(*daylight_begin, year) - standard_offset, daylight_offset},
+              Change{local_instant(*daylight_end, year) - daylight_offset, standard_offset}})
             if (change.at <= now && change.at > latest.at) latest = change;
     if (!transitions.empty() && latest.at <= transitions.back().at)
         return transitions.back().offset;

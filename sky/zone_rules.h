@@ -1,4 +1,4 @@
-// What a time zone's clocks do: the changes that are listed, and the rule after the last.
+// What a time zone's clocks do: the transitions that are listed, and the rule after the last.
 #pragma once
 
 #include <optional>
@@ -12,24 +12,26 @@ namespace solsys::sky {
 struct Zone::Rules {
     struct Transition {
         long long at = 0;  // seconds since 1970, UTC
-        int offset = 0;    // seconds east of Greenwich from then on
+        int offset = 0;    // UT offset from then on [s, east positive]
     };
-    // A day of change: the week-th weekday of a month (week 5: the last), or a day of the year.
-    struct ChangeDay {
+    // When a rule changes the clocks, every year: the week-th weekday of a month (week 5: the
+    // last), or a day of the year.
+    struct TransitionRule {
         int month = 0, week = 0, weekday = 0;
-        int day_of_year = 0;     // where month is 0: from 0, or from 1 without February 29
-        bool skip_leap = false;  // the latter
-        int seconds = 7200;      // local clock time of the change
+        int day_of_year = 0;       // where month is 0: from 0, or from 1 without February 29
+        bool no_leap_day = false;  // the latter
+        int seconds = 7200;        // wall clock time of the change, as it was before
     };
 
     [[nodiscard]] int offset_at(long long unix_seconds) const;
-    // Takes the rule of a POSIX TZ string such as "CET-1CEST,M3.5.0,M10.5.0/3"; false: none.
-    bool take_posix(std::string_view text);
+    // Takes a POSIX TZ string, the rule for ever, such as "CET-1CEST,M3.5.0,M10.5.0/3"; false:
+    // none.
+    bool take_tz_string(std::string_view text);
 
     std::vector<Transition> transitions;
-    int first_offset = 0;
-    int standard = 0, summer = 0;
-    std::optional<ChangeDay> begin, end;  // of summer time
+    int initial_offset = 0;                        // before the first transition
+    int standard_offset = 0, daylight_offset = 0;  // of the rule
+    std::optional<TransitionRule> daylight_begin, daylight_end;
 
   private:
     [[nodiscard]] int offset_by_rule(long long unix_seconds) const;
@@ -42,7 +44,7 @@ std::optional<int> take_clock(std::string_view& text);
 constexpr bool is_offset(long long seconds) { return seconds > -90000 && seconds < 93600; }
 
 // A compiled zone file (TZif, RFC 8536) of the system; empty when it is none, has offsets that
-// no zone has, or changes that are out of order.
+// no zone has, or transitions that are out of order.
 std::optional<Zone::Rules> read_zone_file(std::string_view bytes);
 
 // From the compiled tables: the name as it is written, and its rules.

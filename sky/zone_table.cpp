@@ -62,9 +62,9 @@ std::map<char, int> states_in(std::string_view types) {
 Zone::Rules rules_in(std::string_view posix, std::string_view types,
                      std::string_view transitions) {
     Zone::Rules rules;
-    rules.take_posix(posix);
+    rules.take_tz_string(posix);
     std::map<char, int> states = states_in(types);
-    rules.first_offset = states['A'];
+    rules.initial_offset = states['A'];
     long long at = 0;
     while (!transitions.empty()) {
         const std::size_t end = transitions.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ");

@@ -80,30 +80,36 @@ void add_moment(std::vector<Column<Row>>& columns, const Setting& setting,
                        }});
 }
 
+// A value of the place where the satellite is highest.
+Column<Row> column_at_top(const char* name, const char* title, Shown format,
+                          double sky::SatellitePlace::*member) {
+    return {name, title, std::move(format),
+            [member](const Row& row) { return row.pass.culmination.*member; }};
+}
+
+std::vector<Column<Row>> satellite_columns(bool several) {
+    return {{"id", "", nullptr,
+             [](const Row& row) {
+                 return Cell(sky::code_of({SSO_TLE, row.satellite->elements.number}));
+             }},
+            {"name", several ? "Satellite" : "", nullptr,
+             [](const Row& row) { return Cell(row.satellite->name); }},
+            {"elements_epoch", "", nullptr,
+             [](const Row& row) { return Cell(row.satellite->epoch().iso(0)); }}};
+}
+
 std::vector<Column<Row>> columns_for(const Setting& setting, bool several, bool bright) {
-    const auto top = [](const char* name, const char* title, Shown format,
-                        double sky::SatellitePlace::*member) {
-        return Column<Row>{name, title, std::move(format),
-                           [member](const Row& row) { return row.pass.culmination.*member; }};
-    };
-    std::vector<Column<Row>> columns{
-        {"id", "", nullptr,
-         [](const Row& row) {
-             return Cell(sky::code_of({SSO_TLE, row.satellite->elements.number}));
-         }},
-        {"name", several ? "Satellite" : "", nullptr,
-         [](const Row& row) { return Cell(row.satellite->name); }},
-        {"elements_epoch", "", nullptr,
-         [](const Row& row) { return Cell(row.satellite->epoch().iso(0)); }}};
+    std::vector<Column<Row>> columns = satellite_columns(several);
     add_moment(
         columns, setting, "rise", fmt::format("Rises ({})", setting.zone.name()),
         [](const Row& row) { return row.pass.rise; }, shown_seconds);
     add_moment(
         columns, setting, "culmination", "Highest",
         [](const Row& row) { return Place(row.pass.culmination); }, shown_clock_seconds);
+    columns.push_back(column_at_top("culmination_altitude_deg", "Alt", fixed(1),
+                                    &sky::SatellitePlace::altitude_deg));
     columns.push_back(
-        top("culmination_altitude_deg", "Alt", fixed(1), &sky::SatellitePlace::altitude_deg));
-    columns.push_back(top("range_km", "km", fixed(0), &sky::SatellitePlace::range_km));
+        column_at_top("range_km", "km", fixed(0), &sky::SatellitePlace::range_km));
     add_moment(
         columns, setting, "set", "Sets", [](const Row& row) { return row.pass.set; },
         shown_clock_seconds);
@@ -112,8 +118,8 @@ std::vector<Column<Row>> columns_for(const Setting& setting, bool several, bool 
     add_instant_columns(
         columns, setting, "umbra", "Umbra", [](const Row& row) { return umbra_edge(row.pass); },
         shown_clock_seconds);
-    columns.push_back(
-        top("sun_altitude_deg", "Sun", fixed(0), &sky::SatellitePlace::sun_altitude_deg));
+    columns.push_back(column_at_top("sun_altitude_deg", "Sun", fixed(0),
+                                    &sky::SatellitePlace::sun_altitude_deg));
     columns.push_back({"visible", "Seen", nullptr,
                        [](const Row& row) { return Cell(row.pass.best.has_value()); }});
     add_instant_columns(

@@ -240,6 +240,19 @@ void CSWEclipses::FindContact(bool umbral, bool outer, int day, double t0, doubl
     report(last, newton(t1, kLongestContactStep));
 }
 
+namespace {
+
+// Geodetic latitude and longitude of the place that the Moon is overhead of [rad].
+void store_sublunar(CSWSolSys& model, const Luminaries& sky, double (&place)[2]) {
+    double flattening = 0;
+    model.GetRadiEq(SSO_ID(SSO_PLNT, 3), &flattening);
+    const double polar = (1 - flattening) * (1 - flattening);
+    place[0] = std::atan(sky.moon.z / std::hypot(sky.moon.x, sky.moon.y) / polar);
+    place[1] = solsys::wrap_half_turn(std::atan2(sky.moon.y, sky.moon.x) - sky.greenwich);
+}
+
+}  // namespace
+
 bool CSWEclipses::CircumstanceLunarEclipse(int day, double fraction, double gamma, double u,
                                            double n, ECLIPSE* eclipse) {
     State& s = *state_;
@@ -277,12 +290,7 @@ bool CSWEclipses::CircumstanceLunarEclipse(int day, double fraction, double gamm
     e.umbra = 0.7404 - u;
     e.penumbra = 1.2847 + u;
     if (!luminaries_at(*s.model, s.greatest, sky)) return false;
-    const double right_ascension = std::atan2(sky.moon.y, sky.moon.x);
-    double flattening = 0;
-    s.model->GetRadiEq(SSO_ID(SSO_PLNT, 3), &flattening);
-    const double polar = (1 - flattening) * (1 - flattening);
-    e.place[1][0] = std::atan(sky.moon.z / std::hypot(sky.moon.x, sky.moon.y) / polar);
-    e.place[1][1] = solsys::wrap_half_turn(right_ascension - sky.greenwich);
+    store_sublunar(*s.model, sky, e.place[1]);
     number(e, s.greatest.jd(), ECLIPSE_LUNAR);
     return true;
 }

@@ -124,6 +124,15 @@ Sample false_position(Function&& f, Bracket x, double f_tol, double t_tol) {
     return c;
 }
 
+// From a to the top of the parabola through a, b and c [day]; not finite where there is none.
+inline double way_to_top(const Sample& a, const Sample& b, const Sample& c) {
+    const double r = (a.t - b.t) * (a.f - c.f);
+    const double s = (a.t - c.t) * (a.f - b.f);
+    const double p = (a.t - c.t) * s - (a.t - b.t) * r;
+    const double q = 2 * (s - r);
+    return -p / q;
+}
+
 // Maximum of f between a and b, where it has one, to t_tol [day]; for a minimum negate f. A
 // function that is rounded to eps tells instants apart only to sqrt(2 eps / |f''|).
 //
@@ -141,11 +150,7 @@ Sample maximum(Function&& f, double a, double b, double t_tol) {
         if (!(std::fabs(best.t - middle) > 2 * t_tol - (b - a) / 2)) break;
         // The top of the parabola through the three best, unless it leaves [a, b] or does not
         // halve the step before the last; then a golden section of the longer part.
-        const double r = (best.t - second.t) * (best.f - third.f);
-        const double s = (best.t - third.t) * (best.f - second.f);
-        const double p = (best.t - third.t) * s - (best.t - second.t) * r;
-        const double q = 2 * (s - r);
-        const double to_top = -p / q;
+        const double to_top = way_to_top(best, second, third);
         const double t_top = best.t + to_top;
         const double allowed = std::fabs(before) / 2;
         before = step;
