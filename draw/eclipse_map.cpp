@@ -216,10 +216,8 @@ void draw_legend(Svg& svg, const EclipseMap& map, const Inks& ink, const Theme& 
         svg.line({kTextLeft + 440, line - 4}, {kTextLeft + 480, line - 4},
                  style_of(curve, ink));
         std::string text = to_string(curve.kind);
-        if (curve.kind == MapCurveKind::kMagnitude)
-            text = "greatest magnitude 0.2 to 0.8";
-        if (curve.kind == MapCurveKind::kIsochrone)
-            text = "greatest phase every half hour, UT";
+        if (curve.kind == MapCurveKind::kMagnitude) text = "greatest magnitude 0.2 to 0.8";
+        if (curve.kind == MapCurveKind::kIsochrone) text = "greatest phase every half hour, UT";
         svg.text({kTextLeft + 490, line}, text, words);
         line += 24;
     }
