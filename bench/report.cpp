@@ -17,6 +17,7 @@
 #include <thread>
 #include <vector>
 
+#include "core/constants.h"
 #include "ephemeris/integrator/integrated_motion.h"
 #include "solsys/conjunctions.h"
 #include "solsys/de_ephemeris.h"
@@ -139,7 +140,7 @@ OBSERVER site(double latitude_deg) {
     OBSERVER o;
     o.kind = LOCATION_SURFACE;
     o.body_type = SSO_PLNT, o.body_number = 3;
-    o.location[0] = 0.05;
+    o.location[0] = 0.05 / solsys::kAuKm;
     o.location[2] = latitude_deg * 0.017453292519943295;
     return o;
 }

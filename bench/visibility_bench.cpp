@@ -1,6 +1,7 @@
 // A year of risings, transits and settings at a site.
 #include <benchmark/benchmark.h>
 
+#include "core/constants.h"
 #include "solsys/de_ephemeris.h"
 #include "solsys/visibility.h"
 
@@ -17,7 +18,7 @@ OBSERVER site(double latitude_deg) {
     OBSERVER o;
     o.kind = LOCATION_SURFACE;
     o.body_type = SSO_PLNT, o.body_number = 3;
-    o.location[0] = 0.05;
+    o.location[0] = 0.05 / solsys::kAuKm;
     o.location[2] = latitude_deg * 0.017453292519943295;
     return o;
 }
