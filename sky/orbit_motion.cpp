@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "solsys/sky/orbits.h"
 
 namespace solsys::sky {
@@ -18,9 +20,10 @@ std::optional<double> elements_uncertainty_arcsec(const Body& body, const Instan
                                                   bool integrated) {
     if (!body.has_elements()) return std::nullopt;
     const double years = (t.jd_tt() - body.elements_epoch) / 365.25;
-    if (!integrated) return 60 * years * years;
+    const double square = years * years;
     const bool comet = body.id.type == SSO_COMT;
-    return comet ? 1 + 10 * years * years : 0.1 + 0.01 * years * years;
+    if (integrated) return comet ? 1 + 10 * square : 0.1 + 0.01 * square;
+    return 150 * square / (comet ? 1 : std::hypot(1, years / 9));
 }
 
 }  // namespace solsys::sky

@@ -5,6 +5,9 @@
 
 #include <cmath>
 
+#include "solsys/sky/orbits.h"
+#include "tests/support/named_csv.h"
+
 namespace solsys::sky {
 namespace {
 
@@ -70,6 +73,22 @@ TEST(Approaches, RefuseWhatHasNoOrbitOrNoSpan) {
     EXPECT_FALSE(find_approaches(*model, *eros, {day(2455197.5), day(9455197.5)}));
     EXPECT_FALSE(find_approaches(*model, *eros, {day(2455197.5), day(2455200.5)},
                                  {.within_au = std::nan("")}));
+}
+
+// The law is that of 19 places in 20 as they were measured.
+TEST(Orbits, UncertaintyByAgeIsWhatWasMeasured) {
+    int checked = 0;
+    for (const auto& row :
+         test::read_named_csv(SOLSYS_TEST_DATA "/reference/two_body_errors.csv")) {
+        const double age = row["age_years"];
+        const Body body = *find_body(row.text("kind") == "astr" ? "ceres" : "encke");
+        const Instant then = Instant::from_tt(body.elements_epoch + age * 365.25);
+        const double law = *elements_uncertainty_arcsec(body, then);
+        EXPECT_GT(law, row["p90_arcsec"]) << row.text("kind") << ' ' << age;
+        EXPECT_NEAR(std::log2(law / row["p95_arcsec"]), 0, 1) << row.text("kind") << ' ' << age;
+        ++checked;
+    }
+    EXPECT_EQ(checked, 24);
 }
 
 }  // namespace
