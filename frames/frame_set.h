@@ -19,13 +19,16 @@ struct FrameSet {
     Mat3 cur_from_j2000 = kIdentity;  // both; precession alone for an observer off the Earth
     Mat3 ecl_from_tod = kIdentity;    // about x by the true obliquity
     Mat3 ecl_from_j2000 = kIdentity;  // ecliptic of date, by way of the mean equator of date
-    Mat3 gal_from_j2000 = kGalFromJ2000;  // the same at every instant
-    Mat3 gal_from_cur = kGalFromJ2000;
-    double obliquity = 0;  // mean [rad]
-    double d_epsilon = 0;  // nutation in obliquity [rad]
-    double d_psi = 0;      // nutation in longitude [rad]
+    double obliquity = 0;             // mean [rad]
+    double d_epsilon = 0;             // nutation in obliquity [rad]
+    double d_psi = 0;                 // nutation in longitude [rad]
     // Earth rotation angle minus sidereal time [rad]; only the modern reduction needs it.
     double equation_of_origins = 0;
+
+    // To galactic axes; few ask.
+    [[nodiscard]] Mat3 gal_from_cur() const {
+        return kGalFromJ2000 * transpose(cur_from_j2000);
+    }
 };
 
 // Replacements of a host for the built-in models; null or a false answer leaves them alone.

@@ -37,8 +37,6 @@ FrameSet modern_frames_at(Instant tt, bool observer_on_earth, PrecessionSource p
     f.cur_from_j2000 = observer_on_earth ? tod_from_gcrs : f.mod_from_j2000;
     f.ecl_from_tod = rotate_x(observer_on_earth ? f.obliquity + f.d_epsilon : f.obliquity);
     f.ecl_from_j2000 = f.ecl_from_tod * f.cur_from_j2000;
-    f.gal_from_j2000 = kGalFromJ2000;
-    f.gal_from_cur = kGalFromJ2000 * transpose(f.cur_from_j2000);
     return f;
 }
 

@@ -22,9 +22,20 @@ NutationAngles short_nutation(Instant t) {
     return {obliquity, (-834 * n.sin - 64 * s.sin) * 1e-7, (446 * n.cos + 28 * s.cos) * 1e-7};
 }
 
+// R1(-true obliquity) R3(-d_psi) R1(mean obliquity), written out.
+Mat3 nutation_matrix(double mean_obliquity, SinCos true_obliquity, double d_psi) {
+    const SinCos mean = library_sin_cos(mean_obliquity), psi = library_sin_cos(d_psi);
+    const auto& [s, c] = true_obliquity;
+    return {{psi.cos, -psi.sin * mean.cos, -psi.sin * mean.sin},
+            {c * psi.sin, c * psi.cos * mean.cos + s * mean.sin,
+             c * psi.cos * mean.sin - s * mean.cos},
+            {s * psi.sin, s * psi.cos * mean.cos - c * mean.sin,
+             s * psi.cos * mean.sin + c * mean.cos}};
+}
+
 Mat3 nutation_matrix(const NutationAngles& angles) {
-    return rotate_x(-angles.true_obliquity()) * rotate_z(-angles.d_psi) *
-           rotate_x(angles.obliquity);
+    return nutation_matrix(angles.obliquity, library_sin_cos(angles.true_obliquity()),
+                           angles.d_psi);
 }
 
 }  // namespace solsys

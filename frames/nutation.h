@@ -3,6 +3,7 @@
 
 #include "core/instant.h"
 #include "core/linalg.h"
+#include "core/sin_cos.h"
 
 namespace solsys {
 
@@ -21,6 +22,7 @@ NutationAngles short_nutation(Instant t);
 
 // Mean equator to true equator of date.
 Mat3 nutation_matrix(const NutationAngles& angles);
+Mat3 nutation_matrix(double mean_obliquity, SinCos true_obliquity, double d_psi);
 
 // Both evaluations of the IAU 1980 theory (106 terms).
 NutationAngles nutation_iau1980(Instant t);

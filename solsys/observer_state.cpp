@@ -97,8 +97,8 @@ void place(const Bodies& bodies, const State& of_body, const FrameSet& frames,
         case LOCATION_GALACTOCENTRIC: {
             const Vec3 offset = from_spherical(o.record.location);
             const Vec3 from_sun = offset + Vec3{kGalacticCentreOfObserver, 0, 0};
-            p.relative = {transpose_times(frames.gal_from_cur, offset), {}};
-            p.heliocentric = {transpose_times(frames.gal_from_j2000, from_sun), {}};
+            p.relative = {transpose_times(frames.gal_from_cur(), offset), {}};
+            p.heliocentric = {transpose_times(kGalFromJ2000, from_sun), {}};
             break;
         }
         default:

@@ -70,13 +70,13 @@ bool CSWSolSys::GetLocal2CelestialMtrx(double* matrix) const {
 
 bool CSWSolSys::GetMtrx_Eq2K_GalCur(double* matrix) const {
     if (matrix == nullptr) return false;
-    store(model_->current.frames.gal_from_j2000, matrix);
+    store(solsys::kGalFromJ2000, matrix);
     return true;
 }
 
 bool CSWSolSys::GetMtrx_EqCur_GalCur(double* matrix) const {
     if (matrix == nullptr) return false;
-    store(model_->current.frames.gal_from_cur, matrix);
+    store(model_->current.frames.gal_from_cur(), matrix);
     return true;
 }
 
@@ -172,7 +172,8 @@ bool CSWSolSys::FromRAToGalAng(bool j2000, const double* ra, const double* dec, 
                                double* lat) const {
     if (any_null({ra, dec, lon, lat})) return false;
     const solsys::FrameSet& f = model_->current.frames;
-    angles((j2000 ? f.gal_from_j2000 : f.gal_from_cur) * direction(model_->bodies, *ra, *dec),
+    angles((j2000 ? solsys::kGalFromJ2000 : f.gal_from_cur()) *
+               direction(model_->bodies, *ra, *dec),
            lon, lat);
     return true;
 }
@@ -181,7 +182,7 @@ bool CSWSolSys::FromGalAngToRA(bool j2000, const double* lon, const double* lat,
                                double* dec) const {
     if (any_null({lon, lat, ra, dec})) return false;
     const solsys::FrameSet& f = model_->current.frames;
-    angles(transpose_times(j2000 ? f.gal_from_j2000 : f.gal_from_cur,
+    angles(transpose_times(j2000 ? solsys::kGalFromJ2000 : f.gal_from_cur(),
                            direction(model_->bodies, *lon, *lat)),
            ra, dec);
     return true;

@@ -38,7 +38,7 @@ Mat3 location_from_j2000(char code, const solsys::FrameSet& f, const solsys::Obs
         case LOCATION_GALACTIC:
         case LOCATION_GALACTIC_SUN:
         case LOCATION_GALACTOCENTRIC:
-            return f.gal_from_j2000;
+            return solsys::kGalFromJ2000;
         case LOCATION_ECLIPTIC_2K:
             return ecl2k_from_j2000;
         case LOCATION_EQUATOR_CUR:
@@ -64,7 +64,7 @@ Mat3 view_from_cur(char code, const solsys::FrameSet& f, const solsys::ObserverS
         case kViewEcliptic:
             return f.ecl_from_tod;
         default:
-            return code >= kViewGalactic && code <= kViewGalacticLast ? f.gal_from_cur
+            return code >= kViewGalactic && code <= kViewGalacticLast ? f.gal_from_cur()
                                                                       : solsys::kIdentity;
     }
 }

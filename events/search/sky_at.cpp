@@ -6,6 +6,7 @@
 #include "core/angles.h"
 #include "events/search/span.h"
 #include "solsys/earth_orientation.h"
+#include "solsys/model.h"
 
 namespace solsys::search {
 namespace {
@@ -30,6 +31,12 @@ bool is_known(CSWSolSys& model, const SSO_ID& id) {
 // on the Moon, which goes with the Earth, that much is up to 2.7 arcsec. A planet's 0.02.
 constexpr double kNoGuess = 1e-4;
 
+// An observer whose place is known when that of the body is.
+bool stands_on_body(const OBSERVER& observer) {
+    return observer.kind == LOCATION_BODY || observer.kind == LOCATION_BODY_FIXED ||
+           observer.kind == LOCATION_SURFACE;
+}
+
 double carried(double distance_au) {
     const double days = distance_au * kLightDayPerAu;
     return days > kNoGuess ? days : 0.0;
@@ -51,6 +58,7 @@ bool SkyAt::at(Instant tt) {
     model_.UpdateSys(tt.day, tt.fraction);
     now_ = tt;
     const OBSERVER& observer = model_.GetObserver();
+    if (stands_on_body(observer)) return model_.Inside().current.observer.place.known;
     double state[3];
     return model_.GetHelVec2K(SSO_ID(observer.body_type, observer.body_number), 0, state);
 }
@@ -110,11 +118,17 @@ double SkyAt::sine_of_altitude(const SSO_ID& id) {
     return v ? v->z : kNone;
 }
 
+// The frames that follow from the observer hold it, where the observer is of the Earth.
+double SkyAt::apparent_sidereal_time() const {
+    if (model_.GetReduction() == REDUCTION_MODERN) return model_.GetSiderealTime(true);
+    const ObserverState& observer = model_.Inside().current.observer;
+    if (!observer.on_earth()) return SiderialTime(true, now_.day, now_.fraction);
+    const Mat3& turned_back = observer.frames.cur_from_body;
+    return std::atan2(turned_back.r1.x, turned_back.r0.x);
+}
+
 double SkyAt::sidereal_time() const {
-    const bool modern = model_.GetReduction() == REDUCTION_MODERN;
-    return (modern ? model_.GetSiderealTime(true)
-                   : SiderialTime(true, now_.day, now_.fraction)) +
-           model_.GetObserver().location[1];
+    return apparent_sidereal_time() + model_.GetObserver().location[1];
 }
 
 double semidiameter(double radius_km, double distance_au) {

@@ -65,6 +65,7 @@ class SkyAt {
 
   private:
     double& light_time(const SSO_ID& id);
+    [[nodiscard]] double apparent_sidereal_time() const;
 
     struct LightTime {
         std::int32_t type = 0;
