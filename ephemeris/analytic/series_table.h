@@ -38,10 +38,11 @@ constexpr SeriesTerm<1> cosine_term(int coordinate, int power, double amplitude,
 // argument and its opposite count as one.
 template <int kDegree>
 constexpr SeriesTerm<kDegree> forwards(SeriesTerm<kDegree> term) {
-    const auto rate =
-        std::find_if(term.c.begin() + 1, term.c.end(), [](double c) { return c != 0; });
-    if (rate == term.c.end() || *rate > 0) return term;
-    for (double& c : term.c) c = -c;
+    const double* const c = term.c.data();
+    int first = 1;
+    while (first < kDegree && c[first] == 0) ++first;
+    if (c[first] >= 0) return term;
+    for (double& coefficient : term.c) coefficient = -coefficient;
     term.q = -term.q;
     return term;
 }
@@ -65,9 +66,14 @@ constexpr auto arguments_of(const std::array<SeriesTerm<kDegree>, kCount>& terms
     SeriesArguments<kDegree, kCount> arguments;
     std::array<std::size_t, kCount> order{};  // terms by argument, then by power
     for (std::size_t i = 0; i < kCount; ++i) order[i] = i;
-    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        if (terms[a].c != terms[b].c) return terms[a].c < terms[b].c;
-        return terms[a].power != terms[b].power ? terms[a].power > terms[b].power : a < b;
+    const SeriesTerm<kDegree>* const term_of = terms.data();
+    std::sort(order.data(), order.data() + kCount, [term_of](std::size_t a, std::size_t b) {
+        const double* const x = term_of[a].c.data();
+        const double* const y = term_of[b].c.data();
+        for (int k = 0; k <= kDegree; ++k)
+            if (x[k] != y[k]) return x[k] < y[k];
+        const int power = term_of[a].power - term_of[b].power;
+        return power != 0 ? power > 0 : a < b;
     });
     for (std::size_t i = 0; i < kCount; ++i) {
         const auto& term = terms[order[i]];

@@ -41,7 +41,7 @@ std::vector<std::string> examples_in(const std::string& text) {
     std::vector<std::string> found;
     const std::string joined = std::regex_replace(text, std::regex(R"(\\\n *)"), " ");
     for (const std::string& line : lines_of(joined))
-        for (const std::string& arguments : matches(line, "^ *solsys ([a-z][^#]*)"))
+        for (const std::string& arguments : matches(line, R"(^ *(?:\S+/)?solsys ([a-z][^#]*))"))
             found.push_back(arguments);
     return found;
 }
@@ -62,6 +62,9 @@ TEST(Documents, EveryExampleRuns) {
     EXPECT_THAT(lines_of(run_command("--help").out),
                 testing::Each(testing::SizeIs(testing::Le(100))));
     take(contents("README.md"));
+    const auto before = examples.size();
+    take(contents("quickstart"));
+    EXPECT_GT(examples.size(), before);
     for (const auto& file : std::filesystem::recursive_directory_iterator("docs"))
         if (file.path().extension() == ".md") take(contents(file.path()));
     EXPECT_GE(examples.size(), 40U);
