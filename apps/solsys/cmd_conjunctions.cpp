@@ -47,7 +47,7 @@ void list_pairs(sky::Model& model, const Request& request, const std::vector<sky
     columns.push_back(delta_t<Row>());
     columns.push_back(number("separation_deg", "Separation", fixed(4), &Row::separation_deg));
     columns.push_back(
-        number("position_angle_deg", "Pos. angle", fixed(1), &Row::position_angle_deg));
+        number("position_angle_deg", "Pos. angle", fixed_round(1), &Row::position_angle_deg));
     columns.push_back(
         number("elongation_deg", "Elongation", shown_elongation, &Row::elongation_deg));
     LongSearch search;

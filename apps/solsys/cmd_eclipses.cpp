@@ -89,20 +89,23 @@ void add_circumstances(Columns& columns, const Setting& setting) {
     columns.push_back({"kind", "Kind", nullptr, [](const Row& r) {
                            return Cell(std::string(to_string(r.eclipse.kind)));
                        }});
-    columns.push_back({"type", "Type", nullptr, [](const Row& r) { return r.eclipse.type; }});
+    columns.push_back(
+        {"type", wide ? "Type" : "", nullptr, [](const Row& r) { return r.eclipse.type; }});
     const auto time = [&](const char* name, const std::string& title,
                           sky::Instant Eclipse::*member) {
         add_instant_columns(
             columns, setting, name, title,
-            [member](const Row& r) { return std::optional(r.eclipse.*member); }, shown_seconds);
+            [member](const Row& r) { return std::optional(r.eclipse.*member); },
+            wide ? shown_seconds : shown_date);
     };
-    time("greatest", fmt::format("Greatest ({})", setting.zone.name()), &Eclipse::greatest);
+    time("greatest", wide ? fmt::format("Greatest ({})", setting.zone.name()) : "Date",
+         &Eclipse::greatest);
     time("begin", "", &Eclipse::begin);
     time("end", "", &Eclipse::end);
     const Columns more{
         {"delta_t_s", "", nullptr,
          [](const Row& r) { return r.eclipse.greatest.delta_t_seconds(); }},
-        number("magnitude", "Mag", 4, [](const Eclipse& e) { return e.magnitude; }),
+        number("magnitude", wide ? "Mag" : "", 4, [](const Eclipse& e) { return e.magnitude; }),
         number("gamma", wide ? "Gamma" : "", 4, [](const Eclipse& e) { return e.gamma; }),
         {"saros", wide ? "Saros" : "", nullptr,
          [](const Row& r) { return Cell(static_cast<long long>(r.eclipse.saros)); }},
@@ -246,7 +249,7 @@ void run(const Request& request) {
     if (!rows.empty() && request.picture.wanted()) draw(model, request, setting, rows);
     if (!rows.empty() && request.picture.to_output()) return;
     if (setting.format == Format::kTable && setting.site && !rows.empty())
-        fmt::print("Eclipses at {}\n\n", setting.site->name);
+        fmt::print("Eclipses at {} (times: {})\n\n", setting.site->name, setting.zone.name());
     Table<Row> table(setting.format, columns_for(setting), setting.context(model));
     for (const Row& row : rows) table.add(row);
     table.finish(setting.site ? "no eclipse in that span can be seen there"

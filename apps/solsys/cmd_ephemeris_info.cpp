@@ -32,7 +32,9 @@ void run(const std::string& path, const Options& options) {
     const auto whole = [](std::int32_t value) { return Cell(static_cast<long long>(value)); };
     Table<Row> table(
         options.format(),
-        {{"path", "File", nullptr, [](const Row& r) { return Cell(r.path); }},
+        {{"path", "", nullptr, [](const Row& r) { return Cell(r.path); }},
+         {"", "File", nullptr,
+          [](const Row& r) { return Cell(r.path.substr(r.path.find_last_of("/\\") + 1)); }},
          {"de_number", "DE", nullptr, [&](const Row& r) { return whole(r.header->de_number); }},
          {"start_jd", "", nullptr, [](const Row& r) { return r.header->start_jd; }},
          {"start_date", "From", nullptr,

@@ -205,7 +205,7 @@ void list_by_time(const std::vector<BodyDays>& found, const Setting& setting,
         {"id", "", nullptr, [](const EventRow& r) { return Cell(sky::code_of(r.body->id)); }},
         {"name", "Body", nullptr, [](const EventRow& r) { return Cell(r.body->name); }},
         {"event", "Event", nullptr, [](const EventRow& r) { return Cell(r.event); }},
-        {"azimuth_deg", "Azimuth", fixed(1),
+        {"azimuth_deg", "Azimuth", fixed_round(1),
          [](const EventRow& r) { return cell(r.azimuth_deg); }},
         {"altitude_deg", "Altitude", fixed(1),
          [](const EventRow& r) { return cell(r.altitude_deg); }}};

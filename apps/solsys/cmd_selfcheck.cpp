@@ -36,7 +36,7 @@ bool has_bound(const Check& check) { return std::isfinite(check.bound); }
 std::vector<Column<Row>> columns() {
     return {{"group", "", nullptr, [](const Row& r) { return Cell(r.group->title); }},
             {"quantity", "Quantity", nullptr, [](const Row& r) { return r.check->quantity; }},
-            {"against", "Against", nullptr, [](const Row& r) { return r.check->against; }},
+            {"against", "", nullptr, [](const Row& r) { return r.check->against; }},
             {"cases", "Cases", nullptr,
              [](const Row& r) { return static_cast<long long>(r.check->cases); }},
             {"worst", "Worst", shown, [](const Row& r) { return r.check->worst; }},

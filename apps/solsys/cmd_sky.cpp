@@ -42,7 +42,7 @@ std::vector<Column<Row>> columns_for(const Setting& setting) {
     add_time_columns(columns, setting, "");
     const std::vector<Column<Row>> over{
         {"jd_tt", "", nullptr, [](const Row& row) { return row.at.jd_tt(); }},
-        {"azimuth_deg", "Azimuth", fixed(1),
+        {"azimuth_deg", "Azimuth", fixed_round(1),
          [](const Row& row) { return row.over.azimuth_deg; }},
         {"", " ", nullptr,
          [](const Row& row) { return Cell(compass_point(row.over.azimuth_deg)); }},

@@ -244,7 +244,11 @@ void print_events(const Page& page, const Setting& setting, const sky::Model& mo
 
 void run(const Request& request) {
     const Setting setting = setting_with_site(request.options);
-    const sky::Instant t = instant_of(request.options, setting);
+    sky::Instant t = instant_of(request.options, setting);
+    // A date alone means the night that begins on it.
+    if (setting.zone.clock(t) == "00:00" &&
+        sky::days_between(setting.zone.day(setting.zone.date(t)).from, t) == 0)
+        t = t.plus_days(0.5);
     sky::Model model = model_of(request.options, setting);
     move_to(model, t);
     const Page page = page_of(model, setting, request, t);
@@ -268,9 +272,9 @@ void add_tonight(CommandLine& main) {
     add_model_options(command, request->options);
     add_output_options(command, request->options);
     command.footer(
-        "The night that --time lies in, or the next one. Best: when a body stands highest "
-        "while\n"
-        "the Sun is more than 6 degrees down. JSON and CSV: all events in order of time.\n"
+        "The night that --time lies in, or the next one; of a date, that which begins on it.\n"
+        "Best: when a body stands highest while the Sun is more than 6 degrees down. JSON and\n"
+        "CSV: all events in order of time.\n"
         "Examples:\n"
         "  solsys tonight --city London\n"
         "  solsys tonight --site 51.5,-0.1 --tz Europe/London --time 2026-12-13 --json");

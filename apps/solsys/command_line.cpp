@@ -67,6 +67,18 @@ void mind_first_word(const std::vector<std::string>& names, std::vector<std::str
                                perhaps.empty() ? "see solsys --help" : perhaps));
 }
 
+// What a subcommand did not know what to do with, and what was meant perhaps.
+std::string unknown_word(const CLI::App& command) {
+    const std::string word = command.remaining().front();
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options())
+        for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    const std::string perhaps = solsys::sky::suggestion(word, names);
+    return fmt::format(
+        "'{}' is no option of {}: {}", word, command.get_name(),
+        perhaps.empty() ? "see solsys " + command.get_name() + " --help" : perhaps);
+}
+
 }  // namespace
 
 void Command::word(const std::string& name, std::string& value, const std::string& help) {
@@ -148,6 +160,8 @@ void CommandLine::run(std::vector<std::string> words) {
         parser_->parse(std::move(words));
     } catch (const CLI::Success& call) {
         parser_->exit(call);
+    } catch (const CLI::ExtrasError&) {
+        throw BadInput(unknown_word(*parser_->get_subcommands().front()));
     } catch (const CLI::ParseError& error) {
         throw BadInput(std::string(error.what()) + " (see solsys --help)");
     }

@@ -118,7 +118,7 @@ void add_places(Columns& columns, const Layout& layout) {
 }
 
 void add_horizontal(Columns& columns, const Setting& setting) {
-    columns.push_back({"azimuth_deg", "Azimuth", fixed(2),
+    columns.push_back({"azimuth_deg", "Azimuth", fixed_round(2),
                        [](const Row& row) { return row.horizontal->azimuth_deg; }});
     columns.push_back({"altitude_deg", "", nullptr,
                        [](const Row& row) { return row.horizontal->altitude_deg; }});
@@ -128,7 +128,7 @@ void add_horizontal(Columns& columns, const Setting& setting) {
 
 void add_frame(Columns& columns, const Layout& layout) {
     if (layout.frame == Frame::kEcliptic || layout.frame == Frame::kGalactic) {
-        columns.push_back({"lon_deg", "Longitude", fixed(5),
+        columns.push_back({"lon_deg", "Longitude", fixed_round(5),
                            [](const Row& row) { return row.angles.lon_deg; }});
         columns.push_back({"lat_deg", "Latitude", fixed(5),
                            [](const Row& row) { return row.angles.lat_deg; }});
@@ -175,7 +175,7 @@ Columns columns_for(const Layout& layout, const Setting& setting, bool elements)
 
 void print_heading(const Layout& layout, const Setting& setting, const NamedFrame& frame,
                    const sky::Body& first, const sky::Instant& t) {
-    std::string text = layout.one_body ? first.name + ": " : "";
+    std::string text = (layout.one_body ? first.name : "Places") + ": ";
     text += frame.what;
     text += layout.frame == Frame::kHeliocentric ? "" : ", from " + setting.place();
     if (layout.one_instant)

@@ -121,6 +121,9 @@ inline std::string shown_seconds(const sky::Zone& zone, const sky::Instant& t) {
     return zone.seconds(t);
 }
 // Without the date: "19:03:04".
+inline std::string shown_date(const sky::Zone& zone, const sky::Instant& t) {
+    return sky::to_string(zone.date(t));
+}
 inline std::string shown_clock_seconds(const sky::Zone& zone, const sky::Instant& t) {
     const std::string text = zone.seconds(t);
     return text.substr(text.rfind(' ') + 1);

@@ -61,6 +61,11 @@ void add_picture_options(Command& command, PictureOptions& options, const std::s
 
 void check_picture_options(const PictureOptions& options) {
     if (options.png == "-") throw BadInput("--png: takes a file; --svg - is standard output");
+    for (const auto& [path, ending, other] :
+         {std::tuple{options.svg, ".png", "--svg: '{}' is named like a PNG: use --png"},
+          std::tuple{options.png, ".svg", "--png: '{}' is named like an SVG: use --svg"}})
+        if (path && path->ends_with(ending))
+            throw BadInput(fmt::format(fmt::runtime(other), *path));
     if (options.light && !options.wanted()) throw BadInput("--light needs --svg or --png");
 }
 

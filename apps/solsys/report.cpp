@@ -74,6 +74,13 @@ Shown fixed(int decimals) {
     };
 }
 
+Shown fixed_round(int decimals) {
+    return [shown = fixed(decimals), whole = fixed(decimals)(360)](double value) {
+        const std::string text = shown(value);
+        return text == whole ? shown(0) : text;
+    };
+}
+
 std::string shown_hours(double degrees) {
     const auto tenths = static_cast<long long>(std::llround(degrees / 15 * 36000)) % 864000;
     return fmt::format("{:02}h {:02}m {:02}.{}s", tenths / 36000, tenths / 600 % 60,

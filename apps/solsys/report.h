@@ -25,6 +25,8 @@ inline Cell text_cell(const std::string& text) { return text.empty() ? Cell() : 
 // How a table shows a number.
 using Shown = std::function<std::string(double)>;
 Shown fixed(int decimals);
+// The same for angles that go round: 0.00 instead of 360.00.
+Shown fixed_round(int decimals);
 std::string shown_hours(double degrees);    // "05h 32m 12.3s"
 std::string shown_degrees(double degrees);  // "+12° 34' 56""
 

@@ -114,6 +114,8 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"position mars --ephemeris /no/such/file", "does not exist"},
         Refusal{"position mars --time jd:1e8", "cannot be computed"},
         Refusal{"position mars --json --csv", "exclude"},
+        Refusal{"position mars --jsn", "perhaps --json"},
+        Refusal{"sky --city Oslo --svg a.png", "use --png"},
         Refusal{"ephemeris-info README.md", "no DE ephemeris"}, Refusal{"position", "body"},
         Refusal{"positon mars", "perhaps position"},
         Refusal{"position mars --time \"\"", "--time: the value is empty"},
