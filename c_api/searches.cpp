@@ -50,6 +50,45 @@ solsys_diary_event record_of(const sky::DiaryEvent& e) {
     return r;
 }
 
+// What is asked of the sky of a site.
+struct AtSite {
+    solsys_model* model;
+    const solsys_site* from;
+    const solsys_body* body;
+    sky::Span span;
+};
+
+void risings(const AtSite& of, solsys_control* control, solsys_list*& out,
+             int32_t* up_at_start) {
+    const sky::Body& body = given(of.body, "body").body;
+    const sky::Site here = site(of.from);
+    sky::Risings found = sky::risings(given(of.model, "model").model, here, body, of.span,
+                                      sky::horizon_of(here, body), control_of(control));
+    if (!found.known)
+        refuse(SOLSYS_NOT_COMPUTABLE, body.name + " cannot be computed where the span starts");
+    if (up_at_start != nullptr) *up_at_start = found.up_at_start;
+    hand_out(std::move(found.rows), out);
+    refuse_if_stopped(control);
+}
+
+struct Levels {
+    const solsys_altitude* first;
+    size_t count;
+};
+
+void passages(const AtSite& of, const Levels& altitudes, solsys_control* control,
+              solsys_list*& out) {
+    if (altitudes.count > kMostAltitudes)
+        refuse(SOLSYS_BAD_ARGUMENT, "altitude_count: at most 16");
+    std::vector<sky::Altitude> levels;
+    for (const solsys_altitude& a : array(altitudes.first, altitudes.count, "altitudes"))
+        levels.push_back({finite(a.degrees, "altitudes"), a.upper_limb != 0});
+    hand_out(sky::passages(given(of.model, "model").model, site(of.from),
+                           given(of.body, "body").body, levels, of.span, control_of(control)),
+             out);
+    refuse_if_stopped(control);
+}
+
 }  // namespace
 
 solsys_status solsys_horizon_of(const solsys_site* from, const solsys_body* body,
@@ -65,13 +104,17 @@ solsys_status solsys_risings(solsys_model* model, const solsys_site* from_site,
                              solsys_list** out, int32_t* up_at_start) {
     return call([&] {
         solsys_list*& handle = way_out(out);
-        sky::Risings found = sky::risings(given(model, "model").model, site(from_site),
-                                          given(body, "body").body, short_span(from, to));
-        if (!found.known)
-            refuse(SOLSYS_NOT_COMPUTABLE,
-                   body->body.name + " cannot be computed where the span starts");
-        if (up_at_start != nullptr) *up_at_start = found.up_at_start;
-        hand_out(std::move(found.rows), handle);
+        risings({model, from_site, body, short_span(from, to)}, nullptr, handle, up_at_start);
+    });
+}
+
+solsys_status solsys_watched_risings(solsys_model* model, const solsys_site* from_site,
+                                     const solsys_body* body, solsys_instant from,
+                                     solsys_instant to, solsys_control* control,
+                                     solsys_list** out, int32_t* up_at_start) {
+    return call([&] {
+        solsys_list*& handle = way_out(out);
+        risings({model, from_site, body, span_of(from, to)}, control, handle, up_at_start);
     });
 }
 
@@ -101,14 +144,20 @@ solsys_status solsys_passages(solsys_model* model, const solsys_site* from_site,
                               solsys_list** out) {
     return call([&] {
         solsys_list*& handle = way_out(out);
-        if (altitude_count > kMostAltitudes)
-            refuse(SOLSYS_BAD_ARGUMENT, "altitude_count: at most 16");
-        std::vector<sky::Altitude> levels;
-        for (const solsys_altitude& a : array(altitudes, altitude_count, "altitudes"))
-            levels.push_back({finite(a.degrees, "altitudes"), a.upper_limb != 0});
-        hand_out(sky::passages(given(model, "model").model, site(from_site),
-                               given(body, "body").body, levels, short_span(from, to)),
-                 handle);
+        passages({model, from_site, body, short_span(from, to)}, {altitudes, altitude_count},
+                 nullptr, handle);
+    });
+}
+
+solsys_status solsys_watched_passages(solsys_model* model, const solsys_site* from_site,
+                                      const solsys_body* body, const solsys_altitude* altitudes,
+                                      size_t altitude_count, solsys_instant from,
+                                      solsys_instant to, solsys_control* control,
+                                      solsys_list** out) {
+    return call([&] {
+        solsys_list*& handle = way_out(out);
+        passages({model, from_site, body, span_of(from, to)}, {altitudes, altitude_count},
+                 control, handle);
     });
 }
 

@@ -10,9 +10,11 @@
 
 namespace solsys::sky {
 
-// Empty for a body that cannot be computed. The model's own site and instant come back.
+// Empty for a body that cannot be computed. The model's own site and instant come back. Both
+// searches end early, with what they have, when the control says so.
 visibility::Passings passings(Model& model, const Site& site, const Body& body,
-                              std::span<const Altitude> altitudes, const Span& span);
+                              std::span<const Altitude> altitudes, const Span& span,
+                              const search::Control& control = {});
 
 // An upper transit, wherever the body is then.
 struct Culmination {
@@ -20,6 +22,6 @@ struct Culmination {
     double altitude_deg = 0;  // without refraction
 };
 std::vector<Culmination> culminations(Model& model, const Site& site, const Body& body,
-                                      const Span& span);
+                                      const Span& span, const search::Control& control = {});
 
 }  // namespace solsys::sky

@@ -6,6 +6,7 @@
 #include "events/search/keep_model.h"
 #include "events/visibility/day_step.h"
 #include "sky/passings.h"
+#include "sky/search_scope.h"
 #include "sky/units.h"
 
 namespace solsys::sky {
@@ -32,6 +33,9 @@ class AtSite {
     search::KeepModel keep_;
     bool known_;
 };
+
+// The share of the passages in a search for risings; the transits have the rest.
+constexpr double kPassings = 0.7;
 
 constexpr double kShortestDay = 0.9, kLongestDay = 1.1;  // of anything from transit to transit
 
@@ -114,25 +118,28 @@ std::vector<Rising> rows_of(const std::vector<Event>& events) {
 }  // namespace
 
 v::Passings passings(Model& model, const Site& site, const Body& body,
-                     std::span<const Altitude> altitudes, const Span& span) {
+                     std::span<const Altitude> altitudes, const Span& span,
+                     const search::Control& control) {
     const AtSite at_site(model, site, body);
     if (!at_site.known()) return {};
     std::vector<v::Level> levels;
     for (const Altitude& a : altitudes) levels.push_back({a.degrees / kDegrees, a.upper_limb});
-    return v::level_passings(model.classic(), body.id, levels, span_of(span), {});
+    return v::level_passings(model.classic(), body.id, levels, span_of(span), control);
 }
 
 std::vector<Culmination> culminations(Model& model, const Site& site, const Body& body,
-                                      const Span& span) {
+                                      const Span& span, const search::Control& control) {
     const AtSite at_site(model, site, body);
     std::vector<Culmination> found;
     if (!at_site.known()) return found;
     v::SkyAt sky(model.classic());
-    const search::Span within = span_of(span);
+    search::Span within = span_of(span);
     double day = 1;  // from one to the next, and how that grows
     double growth = 0;
     std::optional<double> last;
     for (double t = within.start; t <= within.end + 0.5;) {
+        within.cursor = t;
+        if (!control.go_on(within)) return found;
         const auto next =
             culmination_near(sky, body.id, t, last ? std::optional(day) : std::nullopt);
         if (!next || next->jd_tt > within.end) return found;
@@ -162,8 +169,16 @@ std::optional<Altitude> horizon_of(const Site& site, const Body& body, const Air
 
 std::vector<Passage> passages(Model& model, const Site& site, const Body& body,
                               std::span<const Altitude> altitudes, const Span& span) {
+    return passages(model, site, body, altitudes, span, nullptr);
+}
+
+std::vector<Passage> passages(Model& model, const Site& site, const Body& body,
+                              std::span<const Altitude> altitudes, const Span& span,
+                              SearchControl* control) {
+    const PartOfSearch whole(control);
     std::vector<Passage> out;
-    for (const v::Passing& p : passings(model, site, body, altitudes, span).list)
+    for (const v::Passing& p :
+         passings(model, site, body, altitudes, span, whole.control()).list)
         out.push_back({Instant::from_tt(p.time), static_cast<std::size_t>(p.level), p.sense > 0,
                        p.azimuth * kDegrees});
     return out;
@@ -191,12 +206,18 @@ Risings risings(Model& model, const Site& site, const Body& body, const Span& sp
 
 Risings risings(Model& model, const Site& site, const Body& body, const Span& span,
                 const Altitude& horizon) {
+    return risings(model, site, body, span, horizon, nullptr);
+}
+
+Risings risings(Model& model, const Site& site, const Body& body, const Span& span,
+                const Altitude& horizon, SearchControl* control) {
     const Altitude levels[] = {horizon, kCivilTwilight, kNauticalTwilight,
                                kAstronomicalTwilight};
     constexpr Event::Kind kinds[] = {Event::kHorizon, Event::kCivil, Event::kNautical,
                                      Event::kAstronomical};
     const std::size_t count = v::is_sun(body.id) ? 4 : 1;
-    const auto found = passings(model, site, body, {levels, count}, span);
+    const PartOfSearch first(control, 0, kPassings), second(control, kPassings, 1);
+    const auto found = passings(model, site, body, {levels, count}, span, first.control());
     Risings out;
     if (found.at_start.empty()) return out;
     out.known = found.at_start[0] != 0 || !found.list.empty();
@@ -205,7 +226,7 @@ Risings risings(Model& model, const Site& site, const Body& body, const Span& sp
     std::vector<Event> events;
     for (const v::Passing& p : found.list)
         events.push_back({p.time, kinds[p.level], p.sense > 0, p.azimuth * kDegrees});
-    for (const Culmination& c : culminations(model, site, body, span))
+    for (const Culmination& c : culminations(model, site, body, span, second.control()))
         events.push_back({c.jd_tt, Event::kTransit, false, c.altitude_deg});
     std::sort(events.begin(), events.end(),
               [](const Event& a, const Event& b) { return a.jd_tt < b.jd_tt; });

@@ -11,21 +11,46 @@
 
 namespace solsys::sky {
 
+// The caller's control as the searches below know it, told of a part of the whole search.
+class PartOfSearch {
+  public:
+    // The part from one fraction of the whole to another. Null: nobody watches.
+    explicit PartOfSearch(SearchControl* control, double from = 0, double to = 1)
+        : asked_(control), from_(from), to_(to) {
+        control_.on_progress(&PartOfSearch::step, this);
+    }
+    PartOfSearch(const PartOfSearch&) = delete;
+    PartOfSearch& operator=(const PartOfSearch&) = delete;
+
+    [[nodiscard]] const search::Control& control() const { return control_; }
+
+  private:
+    static void step(double fraction, void* self) {
+        auto& part = *static_cast<PartOfSearch*>(self);
+        if (part.asked_ == nullptr) return;
+        part.asked_->tell(part.from_ + (part.to_ - part.from_) * fraction);
+        if (part.asked_->stopped()) part.control_.stop();
+    }
+
+    search::Control control_;
+    SearchControl* asked_;
+    double from_, to_;
+};
+
 // Searches from the Earth's centre; the observer and the instant of the model come back.
 class SearchScope {
   public:
     SearchScope(Model& model, const Span& span, SearchControl* control)
         : keep_(model.classic()),
-          asked_(control),
+          part_(control),
           span_{span.from.jd_tt(), span.to.jd_tt(), span.from.jd_tt()},
           sky(model.classic()) {
         model.classic().SetObserver(&centre());
-        control_.on_progress(&SearchScope::step, this);
         if (!(span_.end - span_.start < kLongest)) span_.end = span_.start;
     }
 
     [[nodiscard]] search::Span span() const { return span_; }
-    [[nodiscard]] const search::Control& control() const { return control_; }
+    [[nodiscard]] const search::Control& control() const { return part_.control(); }
     [[nodiscard]] bool within(double jd_tt) const {
         return jd_tt >= span_.start && jd_tt < span_.end;
     }
@@ -38,16 +63,8 @@ class SearchScope {
         static const OBSERVER observer = earth_centre();
         return observer;
     }
-    static void step(double fraction, void* self) {
-        auto& scope = *static_cast<SearchScope*>(self);
-        if (scope.asked_ == nullptr) return;
-        scope.asked_->tell(fraction);
-        if (scope.asked_->stopped()) scope.control_.stop();
-    }
-
     search::KeepModel keep_;
-    search::Control control_;
-    SearchControl* asked_;
+    PartOfSearch part_;
     search::Span span_;
 
   public:

@@ -325,6 +325,11 @@ SOLSYS_API solsys_status solsys_risings(solsys_model* model, const solsys_site* 
                                         const solsys_body* body, solsys_instant from,
                                         solsys_instant to, solsys_list** out,
                                         int32_t* up_at_start);
+/// The same with a control, and without a limit of years.
+SOLSYS_API solsys_status solsys_watched_risings(solsys_model* model, const solsys_site* site,
+                                                const solsys_body* body, solsys_instant from,
+                                                solsys_instant to, solsys_control* control,
+                                                solsys_list** out, int32_t* up_at_start);
 SOLSYS_API solsys_status solsys_get_rising(const solsys_list* list, size_t row,
                                            solsys_rising* out);
 /// Every passage through up to 16 altitudes.
@@ -333,6 +338,12 @@ SOLSYS_API solsys_status solsys_passages(solsys_model* model, const solsys_site*
                                          const solsys_altitude* altitudes,
                                          size_t altitude_count, solsys_instant from,
                                          solsys_instant to, solsys_list** out);
+SOLSYS_API solsys_status solsys_watched_passages(solsys_model* model, const solsys_site* site,
+                                                 const solsys_body* body,
+                                                 const solsys_altitude* altitudes,
+                                                 size_t altitude_count, solsys_instant from,
+                                                 solsys_instant to, solsys_control* control,
+                                                 solsys_list** out);
 SOLSYS_API solsys_status solsys_get_passage(const solsys_list* list, size_t row,
                                             solsys_passage* out);
 /// @}

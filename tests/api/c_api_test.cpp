@@ -96,6 +96,15 @@ TEST(CInterface, SearchesFindWhatTheTypedLayerFinds) {
         }
     }
     solsys_list_free(days);
+    solsys_control* control = nullptr;
+    ASSERT_EQ(solsys_control_new(nullptr, nullptr, &control), SOLSYS_OK);
+    solsys_control_stop(control);
+    ASSERT_EQ(
+        solsys_watched_risings(h.model, &h.site, h.moon, h.from, h.to, control, &days, nullptr),
+        SOLSYS_STOPPED);
+    EXPECT_EQ(solsys_list_count(days), 0U);
+    solsys_list_free(days);
+    solsys_control_free(control);
 
     // 2026 August 12: total in the north.
     solsys_list *eclipses = nullptr, *curves = nullptr;

@@ -223,6 +223,8 @@ const struct {
     CASE(solsys_risings),
     CASE(solsys_get_rising),
     CASE(solsys_passages),
+    CASE(solsys_watched_risings),
+    CASE(solsys_watched_passages),
     CASE(solsys_get_passage),
     CASE(solsys_conjunctions),
     CASE(solsys_get_conjunction),

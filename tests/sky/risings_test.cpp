@@ -156,5 +156,33 @@ TEST(Risings, LeaveTheModelAloneAndRefuseTheUnknown) {
     EXPECT_TRUE(passages(*model, oslo, sun(), {}, days_from("2026-01-01", 2)).empty());
 }
 
+TEST(Risings, StoppedHalfwayAreThoseTillThen) {
+    auto model = Model::open();
+    const Site site = *find_city("Quito");
+    const Span years{Instant::from_utc({2461041, 0.5}), Instant::from_utc({2461771, 0.5})};
+    const Altitude horizon = horizon_of(site, sun());
+    double told = 0;
+    SearchControl* self = nullptr;
+    SearchControl control([&](double done) {
+        EXPECT_GE(done, told);
+        told = done;
+        if (done >= 0.5) self->stop();
+    });
+    self = &control;
+
+    const auto all = passages(*model, site, sun(), {&horizon, 1}, years);
+    const auto half = passages(*model, site, sun(), {&horizon, 1}, years, &control);
+    EXPECT_NEAR(told, 0.5, 0.01);
+    EXPECT_NEAR(static_cast<double>(half.size()), static_cast<double>(all.size()) / 2, 3);
+    for (std::size_t i = 0; i < half.size(); ++i) EXPECT_EQ(half[i].at, all[i].at);
+
+    told = 0;
+    EXPECT_TRUE(risings(*model, site, sun(), years, horizon, &control).rows.size() < 3);
+    SearchControl watched([&](double done) { told = done; });
+    EXPECT_EQ(risings(*model, site, sun(), years, horizon, &watched).rows.size(),
+              risings(*model, site, sun(), years).rows.size());
+    EXPECT_GT(told, 0.99);
+}
+
 }  // namespace
 }  // namespace solsys::sky

@@ -18,11 +18,16 @@ void refuse_second_file(const std::string& ephemeris) {
 }  // namespace
 
 Watch::Watch(const py::object& progress)
-    : control_([this](double fraction) { tell(fraction); }),
+    : control_([this](double fraction) { tell(done_ + share_ * fraction); }),
       progress_(progress),
       last_(std::chrono::steady_clock::now()) {
     if (!progress.is_none() && PyCallable_Check(progress.ptr()) == 0)
         throw py::type_error("progress: wanted a function");
+}
+
+void Watch::part(std::size_t number, std::size_t count) {
+    share_ = 1 / static_cast<double>(count);
+    done_ = static_cast<double>(number) * share_;
 }
 
 bool Watch::tell(double fraction) {

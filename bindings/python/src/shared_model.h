@@ -22,6 +22,8 @@ class Watch {
     explicit Watch(const py::object& progress);
 
     sky::SearchControl* control() { return &control_; }
+    // What the control is told from now on is of one of several equal parts.
+    void part(std::size_t number, std::size_t count);
     // False once the search is to end. Looks at Python at most every twentieth of a second.
     bool tell(double fraction);
     // With the interpreter's lock: raises what ended the search.
@@ -32,6 +34,7 @@ class Watch {
 
     sky::SearchControl control_;
     const py::object& progress_;
+    double done_ = 0, share_ = 1;  // before this part, and of it
     std::chrono::steady_clock::time_point last_;
     std::optional<py::error_already_set> raised_;
 };

@@ -23,6 +23,7 @@
 #include "solsys/sky/instant.h"
 #include "solsys/sky/model.h"
 #include "solsys/sky/refraction.h"
+#include "solsys/sky/search.h"
 #include "solsys/sky/site.h"
 
 namespace solsys::sky {
@@ -60,6 +61,10 @@ struct Passage {
 /// record along.
 SOLSYS_API std::vector<Passage> passages(Model& model, const Site& site, const Body& body,
                                          std::span<const Altitude> altitudes, const Span& span);
+/// The same, watched and stopped by `control`, if that is not null.
+SOLSYS_API std::vector<Passage> passages(Model& model, const Site& site, const Body& body,
+                                         std::span<const Altitude> altitudes, const Span& span,
+                                         SearchControl* control);
 
 /// The stretches of a span in which a body is above an altitude: all of it, some, or none.
 SOLSYS_API std::vector<Span> times_above(Model& model, const Site& site, const Body& body,
@@ -104,5 +109,9 @@ SOLSYS_API Risings risings(Model& model, const Site& site, const Body& body, con
 /// The same above another horizon.
 SOLSYS_API Risings risings(Model& model, const Site& site, const Body& body, const Span& span,
                            const Altitude& horizon);
+/// The same, watched and stopped by `control`, if that is not null. The last rows of a search
+/// that was stopped may lack their transits.
+SOLSYS_API Risings risings(Model& model, const Site& site, const Body& body, const Span& span,
+                           const Altitude& horizon, SearchControl* control);
 
 }  // namespace solsys::sky
