@@ -5,17 +5,20 @@ from __future__ import annotations
 import itertools
 import math
 import os
-from typing import Any, Iterable, Sequence, Union
 
 import numpy as np
 
 from . import _core
 from ._core import Body, Site
 
-BodyLike = Union[str, Body]
-BodiesLike = Union[BodyLike, Sequence[BodyLike]]
-SiteLike = Union[Site, str, Sequence[float]]
-SitesLike = Union[SiteLike, Sequence[SiteLike], Any]
+TYPE_CHECKING = False  # typing, which nothing needs to run, takes as long to import as all of this
+if TYPE_CHECKING:
+    from typing import Any, Iterable, Sequence, Union
+
+    BodyLike = Union[str, Body]
+    BodiesLike = Union[BodyLike, Sequence[BodyLike]]
+    SiteLike = Union[Site, str, Sequence[float]]
+    SitesLike = Union[SiteLike, Sequence[SiteLike], Any]
 
 _NAMES = ("latitude_deg", "longitude_deg", "height_m")
 

@@ -4,12 +4,17 @@ from __future__ import annotations
 
 import os
 import warnings
-from typing import Sequence, Union
 
 from . import _core
 from ._bodies import text_of
 from ._core import Satellite
-from ._times import Times, now, pair_of
+from ._times import now, pair_of
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Sequence, Union
+
+    from ._times import Times
 
 
 def parse_satellites(text: str) -> list[Satellite]:

@@ -2,22 +2,26 @@
 
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any, Callable, Iterable, Optional, Sequence
-
 import numpy as np
 
 from . import _core
-from ._bodies import (BodiesLike, BodyLike, SiteLike, SitesLike, bodies_of, number_of, numbers_of,
-                      one_body, site_of, sites_of, text_of)
+from ._bodies import bodies_of, number_of, numbers_of, one_body, site_of, sites_of, text_of
 from ._core import Body, Satellite, Site
 from ._picture import Picture
 from ._records import records
-from ._times import Times, datetime64_of, describe, pair_of, pairs_of, span_of
+from ._times import datetime64_of, describe, pair_of, pairs_of, span_of
 
+TYPE_CHECKING = False
 if TYPE_CHECKING:
+    from typing import Any, Callable, Iterable, Optional, Sequence
+
     from numpy.typing import NDArray
 
-Progress = Optional[Callable[[float], Any]]
+    from ._bodies import BodiesLike, BodyLike, SiteLike, SitesLike
+    from ._times import Times
+
+    Progress = Optional[Callable[[float], Any]]
+
 _WAYS = {"right-ascension": 0, "longitude": 1, "closest": 2}
 _ABBREVIATIONS = np.array("""And Ant Aps Aqr Aql Ara Ari Aur Boo Cae Cam Cnc CVn CMa CMi Cap Car
     Cas Cen Cep Cet Cha Cir Col Com CrA CrB Crv Crt Cru Cyg Del Dor Dra Equ Eri For Gem Gru Her

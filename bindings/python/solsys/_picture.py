@@ -3,7 +3,10 @@
 from __future__ import annotations
 
 import os
-from typing import Union
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Union
 
 
 class Picture:

@@ -2,9 +2,11 @@
 
 from __future__ import annotations
 
-from typing import Any
-
 import numpy as np
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Any
 
 
 def records(columns: dict[str, Any]) -> np.recarray:

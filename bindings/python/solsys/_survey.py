@@ -3,15 +3,22 @@
 from __future__ import annotations
 
 import os
-from typing import Any, Optional, Union
 
 import numpy as np
 
 from . import _core
-from ._bodies import SiteLike, number_of, site_of
-from ._model import Model, Progress
+from ._bodies import number_of, site_of
+from ._model import Model
 from ._records import records
-from ._times import Times, pair_of, span_of
+from ._times import pair_of, span_of
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Any, Optional, Union
+
+    from ._bodies import SiteLike
+    from ._model import Progress
+    from ._times import Times
 
 
 class MinorPlanets:

@@ -3,19 +3,21 @@
 from __future__ import annotations
 
 import datetime
-from typing import TYPE_CHECKING, Any, Optional, Union
 
 import numpy as np
 
 from . import _core
 
-if TYPE_CHECKING:  # loading it would double the time that importing the package takes
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Any, Optional, Union
+
     from numpy.typing import ArrayLike, NDArray
 
-Times = Union[str, datetime.datetime, datetime.date, np.datetime64, float, "ArrayLike", Any]
-"""Any of: numpy datetime64 and datetime.datetime (UTC unless they know their zone), Julian
-dates in UTC as numbers, astropy.time.Time, pandas' times, texts such as "2026-11-21T18:00Z",
-and what `from_jd` returns; single or as arrays of any shape."""
+    Times = Union[str, datetime.datetime, datetime.date, np.datetime64, float, ArrayLike, Any]
+    """Any of: numpy datetime64 and datetime.datetime (UTC unless they know their zone), Julian
+    dates in UTC as numbers, astropy.time.Time, pandas' times, texts such as "2026-11-21T18:00Z",
+    and what `from_jd` returns; single or as arrays of any shape."""
 
 _JULIAN = np.dtype([("day", "f8"), ("fraction", "f8")])
 _EPOCH = 2440587.5  # of datetime64, as a Julian date
