@@ -5,6 +5,7 @@ from __future__ import annotations
 import itertools
 import math
 import os
+from collections.abc import Iterable
 
 import numpy as np
 
@@ -13,7 +14,7 @@ from ._core import Body, Site
 
 TYPE_CHECKING = False  # typing, which nothing needs to run, takes as long to import as all of this
 if TYPE_CHECKING:
-    from typing import Any, Iterable, Sequence, Union
+    from typing import Any, Sequence, Union
 
     BodyLike = Union[str, Body]
     BodiesLike = Union[BodyLike, Sequence[BodyLike]]
