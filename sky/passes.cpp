@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "events/search/crossings.h"
@@ -40,7 +41,8 @@ class PassSearch {
         double from, to;
         bool rises, sets;
     };
-    std::vector<Stretch> stretches(SearchControl* control);
+    // In order, each when it has ended; that in which the search is stopped is none.
+    void each_stretch(SearchControl* control, const std::function<void(const Stretch&)>& take);
 
   private:
     Sample sample(double t);
@@ -99,31 +101,35 @@ void PassSearch::find(const Sample& a, const Sample& b, std::vector<double>& fou
     find(middle, b, found);
 }
 
-std::vector<PassSearch::Stretch> PassSearch::stretches(SearchControl* control) {
+void PassSearch::each_stretch(SearchControl* control,
+                              const std::function<void(const Stretch&)>& take) {
     const double step = std::clamp(track_.period_days() / 12, 1 / 1440.0, 1 / 24.0);
-    std::vector<Stretch> out;
+    const auto stopped = [control] { return control != nullptr && control->stopped(); };
     Sample a = sample(0);
-    bool up = a.f >= 0;
-    if (up) out.push_back({0, days_, false, false});
-    while (a.t < days_ && !(control != nullptr && control->stopped())) {
+    std::optional<Stretch> up;
+    if (a.f >= 0) up = Stretch{0, days_, false, false};
+    const auto ends = [&](double t, bool sets) {
+        up->to = t, up->sets = sets;
+        take(*up);
+        up.reset();
+    };
+    while (a.t < days_ && !stopped()) {
         const Sample b = sample(std::min(a.t + step, days_));
         std::vector<double> found;
         find(a, b, found);
         for (const double t : found) {
-            up = !up;
             if (up)
-                out.push_back({t, days_, true, false});
+                ends(t, true);
             else
-                out.back().to = t, out.back().sets = true;
+                up = Stretch{t, days_, true, false};
         }
         // The orbit ends, or begins again, where it has no state.
-        if (up && std::isnan(b.f)) up = false, out.back().to = a.t;
-        if (!up && std::isnan(a.f) && b.f >= 0)
-            up = true, out.push_back({b.t, days_, false, false});
+        if (up && std::isnan(b.f)) ends(a.t, false);
+        if (!up && std::isnan(a.f) && b.f >= 0) up = Stretch{b.t, days_, false, false};
         a = b;
         if (control != nullptr) control->tell(a.t / days_);
     }
-    return out;
+    if (up && !stopped()) ends(days_, false);
 }
 
 // A pass in detail.
@@ -239,12 +245,12 @@ std::vector<Pass> passes(Model& model, const Site& site, const Satellite& satell
     SatelliteTrack track(model, site, *elements, span.from);
     track.set_standard_magnitude(satellite.standard_magnitude);
     std::vector<Pass> out;
-    for (const auto& stretch : PassSearch(track, limits.horizon_deg, days).stretches(control)) {
-        PassDetails details(track, stretch);
-        Pass pass = details.pass();
+    PassSearch search(track, limits.horizon_deg, days);
+    search.each_stretch(control, [&](const PassSearch::Stretch& stretch) {
+        Pass pass = PassDetails(track, stretch).pass();
         if (pass.culmination.altitude_deg >= limits.culmination_deg)
             out.push_back(std::move(pass));
-    }
+    });
     return out;
 }
 

@@ -67,7 +67,8 @@ void write_maps(sky::Model& model, const Request& request, const std::vector<Row
     std::filesystem::create_directories(path, error);
     if (error) throw BadInput(fmt::format("--map: cannot make the folder '{}'", *request.map));
     LongSearch search;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
+    std::size_t i = 0;
+    for (; i < rows.size(); ++i) {
         if (!search.go_on(static_cast<double>(i) / static_cast<double>(rows.size()))) break;
         const sky::Eclipse& e = rows[i].eclipse;
         const auto map = sky::eclipse_map(model, e);
@@ -76,7 +77,7 @@ void write_maps(sky::Model& model, const Request& request, const std::vector<Row
         for (const char* extension : {".svg", ".geojson", ".kml"})
             write_map(map, path / (stem + extension), light);
     }
-    tell(fmt::format("wrote the maps of {} eclipses into {}", rows.size(), *request.map));
+    tell(fmt::format("wrote the maps of {} eclipses into {}", i, *request.map));
 }
 
 void add_circumstances(Columns& columns, const Setting& setting) {

@@ -147,6 +147,25 @@ TEST(SatelliteLists, AreSearchedByNumberAndName) {
     EXPECT_FALSE(read_satellites("no/such/file"));
 }
 
+// Wherever it is stopped, also within a pass: what was found are the first of all, whole.
+TEST_F(Passes, StoppedAreTheFirstOfAll) {
+    const Satellite craft = satellite("06251");
+    const Span span{craft.epoch(), craft.epoch().plus_days(2)};
+    const auto all = passes(model_, {}, craft, span);
+    ASSERT_GE(all.size(), 3U);
+    for (double part = 0.02; part < 1; part += 0.035) {
+        SearchControl control([&](double done) {
+            if (done > part) control.stop();
+        });
+        const auto some = passes(model_, {}, craft, span, {}, &control);
+        ASSERT_LE(some.size(), all.size());
+        for (std::size_t i = 0; i < some.size(); ++i) {
+            ASSERT_TRUE(some[i].set);
+            EXPECT_LT(seconds_between(some[i].set->at, all[i].set->at), 0.01) << part;
+        }
+    }
+}
+
 TEST_F(Passes, AnswerNothingForWhatIsNoSearch) {
     const Satellite craft = satellite("06251");
     const Instant t = craft.epoch();
