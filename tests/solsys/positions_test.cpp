@@ -108,14 +108,22 @@ TEST_P(Positions, FramesAreRotationsOfOneVector) {
                              SSO_ID(SSO_SCFT, 1)}) {
         const Answer hel = ask(*model_, &CSWSolSys::GetHelVec2K, id);
         const Answer ref = ask(*model_, &CSWSolSys::GetRefVec2K, id);
-        EXPECT_THAT(ask(*model_, &CSWSolSys::GetHelVecCur, id).r(),
-                    IsVector(cur * hel.r(), kRounding));
-        EXPECT_THAT(ask(*model_, &CSWSolSys::GetHelEcl2K, id).dr(),
-                    IsVector(ecl * hel.dr(), kRounding));
+        struct Form {
+            Query query;
+            const Answer& plain;
+            const Mat3& turned;
+        };
+        for (const auto& [query, plain, turned] : {Form{&CSWSolSys::GetHelVecCur, hel, cur},
+                                                   {&CSWSolSys::GetHelEcl2K, hel, ecl},
+                                                   {&CSWSolSys::GetRefVecCur, ref, cur}}) {
+            const Answer both = ask(*model_, query, id), place = ask(*model_, query, id, 0);
+            EXPECT_THAT(both.r(), IsVector(turned * plain.r(), kRounding));
+            EXPECT_THAT(both.dr(), IsVector(turned * plain.dr(), kRounding));
+            EXPECT_THAT(place.r(), IsVector(both.r(), kRounding));
+            EXPECT_THAT(place.dr(), IsVector(Vec3{kMark, kMark, kMark}, 0.0));
+        }
         EXPECT_THAT(ref.r(), IsVector(hel.r() - observer.r, kRounding));
         EXPECT_THAT(ref.dr(), IsVector(hel.dr() - observer.v, kRounding));
-        EXPECT_THAT(ask(*model_, &CSWSolSys::GetRefVecCur, id).r(),
-                    IsVector(cur * ref.r(), kRounding));
 
         double vector[3], place[3];
         for (const bool to_date : {false, true}) {
