@@ -72,11 +72,8 @@ std::vector<std::vector<Point>> seen(const Globe& globe, const std::vector<LonLa
 }
 
 void draw_curve(Svg& svg, const PlaneMap& map, const MapCurve& curve, const Style& style) {
-    for (const auto& part : cut_at_date_line(line_of(curve))) {
-        std::vector<Point> points;
-        for (const LonLat& p : part) points.push_back(map.at(p));
-        svg.polyline(points, style);
-    }
+    for (const auto& part : cut_at_date_line(line_of(curve)))
+        svg.polyline(map.along(part), style);
 }
 
 // Where the Moon is down at a moment: the side of the horizon line away from its zenith.
@@ -88,8 +85,7 @@ void draw_moonless(Svg& svg, const PlaneMap& map, const MapCurve& curve, bool mo
     line.insert(line.begin(), {-180, edge});
     line.push_back({180, edge});
     const double pole = moon_north ? -90 : 90;
-    std::vector<Point> points;
-    for (const LonLat& p : line) points.push_back(map.at(p));
+    std::vector<Point> points = map.along(line);
     points.push_back(map.at({180, pole}));
     points.push_back(map.at({-180, pole}));
     svg.polygon(points, Style::filled(colour, opacity));
@@ -133,11 +129,8 @@ void draw_world(Svg& svg, const EclipseMap& map, const Inks& ink, const Theme& t
             draw_moonless(svg, plane, curve, map.eclipse.nearest.latitude_deg > 0, ink.moon,
                           0.2);
     for (const auto& ring : umbral_band(map).empty() ? std::vector<std::vector<LonLat>>{}
-                                                     : cut_ring(umbral_band(map))) {
-        std::vector<Point> points;
-        for (const LonLat& p : ring) points.push_back(plane.at(p));
-        svg.polygon(points, Style::filled(ink.umbra, 0.35));
-    }
+                                                     : cut_ring(umbral_band(map)))
+        svg.polygon(plane.along(ring), Style::filled(ink.umbra, 0.35));
     for (const MapCurve& curve : map.curves)
         draw_curve(svg, plane, curve, style_of(curve, ink));
     for (std::size_t i = 0; i < map.curves.size(); ++i) {

@@ -171,14 +171,17 @@ std::vector<std::vector<LonLat>> cut_ring(const std::vector<LonLat>& ring) {
     return out;
 }
 
+std::vector<Point> PlaneMap::along(const std::vector<LonLat>& line) const {
+    std::vector<Point> points;
+    points.reserve(line.size());
+    for (const LonLat& p : line) points.push_back(at(p));
+    return points;
+}
+
 void draw_land(Svg& svg, const PlaneMap& map, const std::string& land,
                const std::string& grid) {
     std::string data;
-    for (const auto& ring : land_outlines()) {
-        std::vector<Point> points;
-        for (const LonLat& p : ring) points.push_back(map.at(p));
-        data += path_data(points, true);
-    }
+    for (const auto& ring : land_outlines()) data += path_data(map.along(ring), true);
     svg.raw(kEvenOdd + land + "\" d=\"" + data + "\"/>\n");
     for (int lon = -150; lon <= 150; lon += 30)
         svg.line(map.at({double(lon), 90}), map.at({double(lon), -90}),

@@ -23,6 +23,8 @@ class PlaneMap {
     [[nodiscard]] Point at(LonLat p) const {
         return {corner_.x + (p.lon + 180) * scale_, corner_.y + (90 - p.lat) * scale_};
     }
+    // A line or a ring, point by point.
+    [[nodiscard]] std::vector<Point> along(const std::vector<LonLat>& line) const;
     [[nodiscard]] Point corner() const { return corner_; }
     [[nodiscard]] double width() const { return 360 * scale_; }
     [[nodiscard]] double height() const { return 180 * scale_; }
