@@ -90,6 +90,31 @@ std::vector<std::vector<double>> numbers(const std::string& text, const std::str
     return found;
 }
 
+// Whether words and lines lie on the page; equators of planets may leave it sideways.
+void expect_on_page(const std::string& picture) {
+    const auto page = numbers(picture, R"~(viewBox="0 0 (\d+) (\d+)")~");
+    ASSERT_EQ(page.size(), 1U);
+    const auto inside = [&](double x, double y) {
+        return x >= 0 && x <= page[0][0] && y >= 0 && y <= page[0][1];
+    };
+    const auto words = numbers(picture, R"~(<text x="(-?[\d.]+)" y="(-?[\d.]+)")~");
+    EXPECT_GT(words.size(), 5U);
+    for (const auto& at : words) EXPECT_TRUE(inside(at[0], at[1])) << at[0] << ' ' << at[1];
+    for (const auto& l : numbers(picture, R"~(<line x1="(-?[\d.]+)" y1="(-?[\d.]+)" )~"
+                                          R"~(x2="(-?[\d.]+)" y2="(-?[\d.]+)")~"))
+        EXPECT_TRUE((inside(l[0], l[1]) && inside(l[2], l[3])) ||
+                    (l[0] < 0 && l[2] > page[0][0]) || (l[2] < 0 && l[0] > page[0][0]))
+            << l[0] << ' ' << l[1] << ' ' << l[2] << ' ' << l[3];
+}
+
+Configuration jupiter_at(sky::Model& model, const sky::Instant& t) {
+    EXPECT_TRUE(model.move_to(t));
+    Configuration shown{t, *sky::view_planet(model, *sky::find_body("Jupiter")), {}};
+    for (const char* name : {"Io", "Europa", "Ganymede", "Callisto"})
+        shown.moons.push_back(*sky::view_satellite(model, shown.planet, *sky::find_body(name)));
+    return shown;
+}
+
 TEST(Pictures, AreWellFormedWhateverTheWords) {
     const std::string words = "<a href=\"x\"> & 'b' \u2603";
     auto model = model_at("Oslo", "2026-08-12T17:50Z");
@@ -97,9 +122,14 @@ TEST(Pictures, AreWellFormedWhateverTheWords) {
     const sky::Zone zone = *sky::Zone::find("Europe/Oslo");
     const sky::Span year{*sky::parse_time("2026-01-01"), *sky::parse_time("2027-01-01")};
     std::vector<std::string> pictures;
+    std::vector<Configuration> evening;
+    for (int i = 0; i <= 20; ++i)
+        evening.push_back(jupiter_at(model, year.from.plus_days(i / 10.0)));
     for (const bool light : {false, true}) {
         pictures.push_back(
             draw_sky(sky::sky_chart(model), {words, words, light, {}, {}}).str());
+        pictures.push_back(draw_configuration(evening[0], words, light).str());
+        pictures.push_back(draw_waves(evening, zone, words, light).str());
         pictures.push_back(
             draw_year(sky::nights_of_year(model, zone, 2026), site, zone, light).str());
         pictures.push_back(planet_chart(sky::elongation_curves(model, year, 5),
@@ -115,9 +145,11 @@ TEST(Pictures, AreWellFormedWhateverTheWords) {
                         eclipsed_sun_svg(model, eclipse, *local, site, zone, light));
             }
     }
-    EXPECT_GE(pictures.size(), 14U);
-    for (const std::string& picture : pictures)
+    EXPECT_GE(pictures.size(), 18U);
+    for (const std::string& picture : pictures) {
         EXPECT_EQ(fault_of(picture), "") << picture.substr(0, 300);
+        expect_on_page(picture);
+    }
     // The check itself sees faults.
     for (const char* broken :
          {"<a><b></a>", "<a>", "<a>x & y</a>", "<a b=\"&\"/>", "<a b/\">", "<a b=\"nan\"/>"})
