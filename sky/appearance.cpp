@@ -3,6 +3,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "core/linalg.h"
 #include "sky/units.h"
 #include "solsys/magnitudes.h"
 
@@ -35,16 +36,10 @@ bool saturn_magnitude(CSWSolSys& model, float* magnitude) {
         !model.GetHelVec2K(saturn, 0, position))
         return false;
     model.GetObserverVec2K(observer);
-    const auto turned = [&](const double* in, double* out) {
-        for (int i = 0; i < 3; ++i)
-            out[i] = to_equator[3 * i] * in[0] + to_equator[3 * i + 1] * in[1] +
-                     to_equator[3 * i + 2] * in[2];
-    };
-    double observer_turned[3];
-    double position_turned[3];
-    turned(observer, observer_turned);
-    turned(position, position_turned);
-    return StarMagPlanet(observer_turned, 6, position_turned, magnitude) == 0;
+    const Mat3 turn = load_matrix(to_equator);
+    store(turn * load(observer), observer);
+    store(turn * load(position), position);
+    return StarMagPlanet(observer, 6, position, magnitude) == 0;
 }
 
 // To the digits that single precision holds.
