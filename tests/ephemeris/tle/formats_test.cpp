@@ -120,6 +120,19 @@ TEST(ElementText, ReadsSetsOfLinesAmongOtherThings) {
                                             std::pair<int, int>(TLE_FAULT_LENGTH, 16)));
 }
 
+// Quoted line ends are counted: a fault is on the last line of its row.
+TEST(ElementText, FaultsOfTablesHaveTheirLines) {
+    const std::string whole = file_text("omm_cases.csv");
+    std::vector<TLERecord> sets;
+    std::vector<TLEFault> faults;
+    read(whole.substr(0, whole.find('\n')) + "\na,b\n\n\"two\nlines\",c\nd,e", sets, faults);
+    std::vector<std::pair<int, int>> found;
+    for (const TLEFault& fault : faults) found.emplace_back(fault.code, fault.line);
+    EXPECT_THAT(found, testing::ElementsAre(std::pair<int, int>(TLE_FAULT_FIELDS, 2),
+                                            std::pair<int, int>(TLE_FAULT_FIELDS, 5),
+                                            std::pair<int, int>(TLE_FAULT_FIELDS, 6)));
+}
+
 // Every cut of a good text ends, and gives no set that was not whole.
 TEST(ElementText, EndsWhateverIsCutOff) {
     for (const char* name : {"omm_cases.json", "omm_cases.csv"}) {
