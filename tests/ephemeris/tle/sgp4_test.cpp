@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <cmath>
 #include <cstring>
 
 #include "core/constants.h"
@@ -22,6 +23,26 @@ using namespace solsys::test;
 constexpr double kKmPerAu = 149597870.7;
 
 double distance(const double* state, Vec3 r) { return norm(load(state) - r); }
+
+// Elements out of range, and those of which only the coefficients overflow.
+TEST(ElementSetModel, RefusesWhatHasNone) {
+    const MeanElements good{{2460432, 0.5}, 15.5, 0.001, 0.9, 1, 2, 3, 1e-4};
+    EXPECT_TRUE(sgp4_set(good).has_value());
+    const auto with = [&](double MeanElements::*member, double value) {
+        MeanElements el = good;
+        el.*member = value;
+        return sgp4_set(el).has_value();
+    };
+    for (double MeanElements::*member :
+         {&MeanElements::motion_rev_day, &MeanElements::e, &MeanElements::i,
+          &MeanElements::node, &MeanElements::w, &MeanElements::M, &MeanElements::bstar})
+        EXPECT_FALSE(with(member, NAN));
+    EXPECT_FALSE(with(&MeanElements::motion_rev_day, 0));
+    EXPECT_FALSE(with(&MeanElements::e, 1));
+    EXPECT_FALSE(with(&MeanElements::e, -1e-9));
+    EXPECT_FALSE(with(&MeanElements::i, 3.2));
+    EXPECT_FALSE(with(&MeanElements::bstar, 1e300));
+}
 
 // Printed to 1e-8 km; whoever publishes and whoever checks agree to 1.2e-7 km where the
 // resonance has been integrated for years.
