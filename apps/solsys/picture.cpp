@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "apps/solsys/console.h"
 #include "apps/solsys/failure.h"
