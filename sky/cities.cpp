@@ -1,6 +1,9 @@
-// The list of cities, searched as text: it stays in the file's pages until it is asked for.
+// The list of cities, kept as text: it stays in the file's pages until it is asked for.
+#include <bit>
 #include <charconv>
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "sky/text.h"
 #include "solsys/sky/site.h"
@@ -49,12 +52,20 @@ Site site_of(const City& city) {
     return site;
 }
 
-bool is_called(const City& city, const std::string& wanted) {
-    if (folded(city.name) == wanted || folded(city.ascii) == wanted) return true;
+template <class Visit>
+void each_other_name(const City& city, Visit visit) {
     std::string_view others = city.others;
-    while (!others.empty())
-        if (folded(take_field(others, ';')) == wanted) return true;
-    return false;
+    while (!others.empty()) visit(take_field(others, ';'));
+}
+
+bool is_named(const City& city, const std::string& wanted) {
+    return folded(city.name) == wanted || folded(city.ascii) == wanted;
+}
+
+bool is_called(const City& city, const std::string& wanted) {
+    bool is = is_named(city, wanted);
+    each_other_name(city, [&](std::string_view name) { is = is || folded(name) == wanted; });
+    return is;
 }
 
 std::string_view region_name(const City& city) {
@@ -86,11 +97,80 @@ std::string spelt_out(const std::string& wanted) {
     return wanted;
 }
 
-template <class Visit>
-void each_city(Visit visit) {
-    std::string_view rows = kCities;
-    while (!rows.empty())
-        if (!visit(city_in(take_field(rows, '\n')))) return;
+// Bytes that a folded name has, thirty-two sorts of them.
+std::uint32_t letters_of(std::string_view name) {
+    std::uint32_t letters = 0;
+    for (const char c : name) letters |= 1U << (static_cast<unsigned char>(c) % 32);
+    return letters;
+}
+
+// FNV-1a.
+std::uint32_t hash_of(std::string_view name) {
+    std::uint32_t hash = 2166136261U;
+    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    return hash;
+}
+
+// Where to look in the rows: names folded once, in the order of the rows.
+class CityIndex {
+  public:
+    CityIndex() {
+        std::string_view rows = kCities;
+        while (!rows.empty()) {
+            const auto row = static_cast<std::uint32_t>(kCities.size() - rows.size());
+            const City city = city_in(take_field(rows, '\n'));
+            const std::string name = folded(city.name);
+            shapes_.push_back({row, letters_of(name)});
+            for (const std::string& other : {name, folded(city.ascii)})
+                names_.push_back({row, hash_of(other)});
+            each_other_name(city, [&](std::string_view other) {
+                names_.push_back({row, hash_of(folded(other))});
+            });
+        }
+    }
+
+    // The cities that may be called so, until `visit` answers false.
+    template <class Visit>
+    void each_called(const std::string& wanted, Visit visit) const {
+        const std::uint32_t hash = hash_of(wanted);
+        const Name* last = nullptr;
+        for (const Name& name : names_) {
+            if (name.hash != hash || (last != nullptr && last->row == name.row)) continue;
+            last = &name;
+            if (!visit(city_at(name.row))) return;
+        }
+    }
+    // The cities whose name begins so, or may be two slips away from it: a slip adds and takes
+    // a letter at most.
+    template <class Visit>
+    void each_close(const std::string& wanted, Visit visit) const {
+        const std::uint32_t letters = letters_of(wanted);
+        for (const Shape& shape : shapes_) {
+            const int missing = std::popcount(letters & ~shape.letters);
+            const int added = std::popcount(shape.letters & ~letters);
+            if (missing == 0 || (missing <= 2 && added <= 2)) visit(city_at(shape.row));
+        }
+    }
+
+  private:
+    struct Name {
+        std::uint32_t row, hash;
+    };
+    struct Shape {
+        std::uint32_t row, letters;
+    };
+    static City city_at(std::uint32_t row) {
+        std::string_view rest = kCities.substr(row);
+        return city_in(take_field(rest, '\n'));
+    }
+
+    std::vector<Name> names_;
+    std::vector<Shape> shapes_;
+};
+
+const CityIndex& cities() {
+    static const CityIndex index;
+    return index;
 }
 
 }  // namespace
@@ -100,7 +180,7 @@ std::vector<Site> cities_called(std::string_view text) {
     const std::string wanted = spelt_out(folded(take_field(where, ',')));
     std::vector<Site> found;
     if (wanted.empty()) return found;
-    each_city([&](const City& city) {
+    cities().each_called(wanted, [&](const City& city) {
         if (is_called(city, wanted) && lies_in(city, where)) found.push_back(site_of(city));
         return true;
     });
@@ -115,8 +195,8 @@ Result<Site> find_city(std::string_view name) {
     Suggestions close(wanted);
     // A place of that very name goes before a larger one that is called so elsewhere.
     if (!wanted.empty())
-        each_city([&](const City& city) {
-            if (folded(city.name) == wanted || folded(city.ascii) == wanted) {
+        cities().each_called(wanted, [&](const City& city) {
+            if (is_named(city, wanted)) {
                 if (lies_in(city, where)) found = site_of(city);
             } else if (!by_other_name && is_called(city, wanted) && lies_in(city, where)) {
                 by_other_name = site_of(city);
@@ -125,10 +205,7 @@ Result<Site> find_city(std::string_view name) {
         });
     if (found) return *found;
     if (by_other_name) return *by_other_name;
-    each_city([&](const City& city) {
-        close.consider(city.name);
-        return true;
-    });
+    cities().each_close(wanted, [&](const City& city) { close.consider(city.name); });
     const std::string perhaps = close.text();
     return Failure{"no city " + in_quotes(name) +
                    " in the list: " + (perhaps.empty() ? "use --site LAT,LON" : perhaps)};
