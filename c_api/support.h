@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/answer_or.h"
 #include "solsys/c_api.h"
 #include "solsys/sky/sky.h"
 
@@ -51,7 +52,9 @@ template <class Body>
 solsys_status call(Body&& body) noexcept {
     set_message("");
     try {
+        const MemoryWatch memory;
         body();
+        memory.check();
         return SOLSYS_OK;
     } catch (...) {
         return status_of_exception();

@@ -38,7 +38,7 @@ bool LeapSeconds::replace(std::span<const LeapSecondRow> rows, double valid_unti
     if (rows.empty() || !ascending || !std::isfinite(valid_until_mjd) ||
         !std::all_of(rows.begin(), rows.end(), plausible))
         return false;
-    newer_.assign(rows.begin(), rows.end());
+    newer_ = std::vector<LeapSecondRow>(rows.begin(), rows.end());
     std::erase_if(newer_, [](const auto& row) { return row.mjd < kFirstLeapMjd; });
     valid_until_ = valid_until_mjd;
     return true;

@@ -64,24 +64,23 @@ EarthOrientationRow lagrange(std::span<const EarthOrientationRow> rows, double m
 EarthOrientationReport OrientationTable::set(std::span<const EarthOrientationRow> rows,
                                              const LeapSeconds& leap_seconds) {
     EarthOrientationReport report;
-    rows_.clear();
+    Rows sorted;
     for (const EarthOrientationRow& row : rows) {
         if (!plausible(row)) {
             ++report.rejected;
             continue;
         }
-        if (!rows_.empty() && earlier(row, rows_.back())) ++report.out_of_order;
-        rows_.push_back(row);
-        rows_.back().ut1_minus_utc -= leap_seconds.tai_minus_utc(row.mjd_utc);
+        if (!sorted.empty() && earlier(row, sorted.back())) ++report.out_of_order;
+        sorted.push_back(row);
+        sorted.back().ut1_minus_utc -= leap_seconds.tai_minus_utc(row.mjd_utc);
     }
-    std::stable_sort(rows_.begin(), rows_.end(), earlier);
+    std::stable_sort(sorted.begin(), sorted.end(), earlier);
     // Of equal dates the last one stays.
     const auto kept =
-        std::unique(rows_.rbegin(), rows_.rend(),
+        std::unique(sorted.rbegin(), sorted.rend(),
                     [](const auto& a, const auto& b) { return a.mjd_utc == b.mjd_utc; });
-    report.repeated = static_cast<int>(std::distance(rows_.begin(), kept.base()));
-    rows_.erase(rows_.begin(), rows_.begin() + report.repeated);
-    rows_.shrink_to_fit();
+    report.repeated = static_cast<int>(std::distance(sorted.begin(), kept.base()));
+    rows_ = Rows(kept.base(), sorted.end());
 
     report.rows = static_cast<int>(rows_.size());
     for (std::size_t i = 1; i < rows_.size(); ++i)

@@ -1,3 +1,4 @@
+#include <new>
 #include <string>
 
 #include "platform/file.h"
@@ -22,15 +23,28 @@ Folders& folders() {
 }
 
 // The new text is complete before the old one goes: the host may hand back what it was given.
+// Where memory ends the old one stays.
 void set(std::string Folders::*folder, const char* path) {
-    folders().*folder = path != nullptr ? std::string(path) : default_folders().*folder;
+    try {
+        folders().*folder = path != nullptr ? std::string(path) : default_folders().*folder;
+    } catch (const std::bad_alloc&) {
+        PrintDebugString("StarwickPath: no memory for a folder's name\n");
+    }
+}
+
+const char* get(std::string Folders::*folder) {
+    try {
+        return (folders().*folder).c_str();
+    } catch (const std::bad_alloc&) {
+        return "";
+    }
 }
 
 }  // namespace
 
-const char* StarwickPath::GetPath() { return folders().data.c_str(); }
-const char* StarwickPath::GetWorkPath() { return folders().work.c_str(); }
-const char* StarwickPath::GetEphemerisPath() { return folders().ephemeris.c_str(); }
+const char* StarwickPath::GetPath() { return get(&Folders::data); }
+const char* StarwickPath::GetWorkPath() { return get(&Folders::work); }
+const char* StarwickPath::GetEphemerisPath() { return get(&Folders::ephemeris); }
 
 void StarwickPath::SetPath(const char* path) { set(&Folders::data, path); }
 void StarwickPath::SetWorkPath(const char* path) { set(&Folders::work, path); }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
+#include "core/answer_or.h"
 #include "events/search/keep_model.h"
 #include "sky/diary_text.h"
 #include "sky/stars.h"
@@ -48,8 +50,8 @@ class Collector : public SkyEventCallback {
     void about(const Body* star) { star_ = star; }
 
     bool OnEvent(SkyEvent* event) override {
+        const std::unique_ptr<SkyEvent, void (*)(SkyEvent*)> owned(event, FreeSkyEvent);
         if (wants(event->kind)) take(*event);
-        FreeSkyEvent(event);
         return control_ == nullptr || !control_->stopped();
     }
 
@@ -187,9 +189,11 @@ std::vector<DiaryEvent> diary(Model& model, const Span& span, const DiaryOptions
         site = model.site()->observer();
         site.location[0] = model.site()->height_m / 1000;
     }
+    const MemoryWatch memory;
     searches.InitSearch(model.site() ? &site : nullptr, span.from.jd_utc(), span.to.jd_utc(),
                         model.site().has_value());
     search(searches, collector, options.stars);
+    memory.check();
     std::stable_sort(events.begin(), events.end(),
                      [](const DiaryEvent& a, const DiaryEvent& b) { return a.at < b.at; });
     return events;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "core/answer_or.h"
 #include "core/constants.h"
 #include "events/search/keep_model.h"
 
@@ -186,10 +187,12 @@ std::vector<Eclipse> find_eclipses(Model& model, EclipseKind kind, const Span& s
             },
             &told);
     }
+    const MemoryWatch memory;
     search->InitSearch(span.from.jd_utc(), span.to.jd_utc());
     search->SearchEclipses(kind == EclipseKind::kSolar ? ECLIPSE_SOLAR : ECLIPSE_LUNAR);
     std::vector<Eclipse> found;
     for (const ECLIPSE& e : search->GetResults()) found.push_back(from_record(*search, e));
+    memory.check();
     return found;
 }
 
@@ -231,6 +234,7 @@ std::optional<LocalEclipse> eclipse_at(Model& model, const Eclipse& eclipse, con
 }
 
 EclipseMap eclipse_map(Model& model, const Eclipse& eclipse) {
+    const MemoryWatch memory;
     EclipseMap map;
     map.eclipse = eclipse;
     Search search(model);
@@ -239,6 +243,7 @@ EclipseMap eclipse_map(Model& model, const Eclipse& eclipse) {
     if (eclipse.kind == EclipseKind::kLunar) {
         maker.add_horizons();
         maker.mark("Moon in the zenith", e.place[1], eclipse.greatest);
+        memory.check();
         return map;
     }
     maker.add(MapCurveKind::kRiseSet, &CSWEclipses::GetRiseSetCurves);
@@ -258,6 +263,7 @@ EclipseMap eclipse_map(Model& model, const Eclipse& eclipse) {
         const double place[2] = {longest.latitude, longest.longitude};
         maker.mark("greatest duration", place, at_utc(longest.time));
     }
+    memory.check();
     return map;
 }
 

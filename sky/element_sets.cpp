@@ -4,6 +4,7 @@
 #include <cmath>
 #include <set>
 
+#include "core/answer_or.h"
 #include "platform/file.h"
 #include "sky/text.h"
 
@@ -40,9 +41,11 @@ double Satellite::period_minutes() const {
 }
 
 SatelliteList parse_satellites(std::string_view text) {
+    const MemoryWatch memory;
     std::vector<TLERecord> records;
     std::vector<TLEFault> faults;
     TLEConvert::Read(text.data(), text.size(), &records, &faults);
+    memory.check();
     SatelliteList list;
     for (const TLERecord& record : records) list.satellites.push_back(satellite_of(record));
     for (const TLEFault& fault : faults) list.problems.push_back(text_of(fault));

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <vector>
 
+#include "core/answer_or.h"
 #include "sky/text.h"
 #include "sky/units.h"
 
@@ -52,8 +53,10 @@ Result<BodyFacts> facts_of(Model& model, const Body& body) {
     facts.body = body;
     const SSO_ID parent = classic.GetCentralBodyID(body.id);
     if (!(parent == body.id)) facts.parent = Body(parent);
+    const MemoryWatch memory;
     std::vector<SSO_ID> moons;
     facts.moons = classic.GetMoonsListFor(body.id, &moons);
+    memory.check();
     const double radius_km = classic.GetRadiEq(body.id, &facts.flattening);
     facts.radius_km = known(radius_km);
     add_mass(classic.GetGravity(body.id), radius_km, facts);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/answer_or.h"
 #include "sky/units.h"
 #include "solsys/toolkit.h"
 
@@ -234,8 +235,10 @@ std::optional<SatelliteView> view_satellite(Model& model, const PlanetView& plan
 }
 
 std::vector<Body> moons_of(Model& model, const Body& planet, bool all) {
+    const MemoryWatch memory;
     std::vector<SSO_ID> ids;
     model.classic().GetMoonsListFor(planet.id, &ids);
+    memory.check();
     if (!all) ids.resize(std::min(ids.size(), well_known(planet.id.number)));
     std::vector<Body> moons;
     for (const SSO_ID& id : ids) moons.emplace_back(id);

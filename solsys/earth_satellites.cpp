@@ -1,25 +1,26 @@
 #include "solsys/earth_satellites.h"
 
-#include <new>
-
+#include "core/answer_or.h"
 #include "solsys/model.h"
 
 using solsys::key_of;
 
-bool CSWSolSys::AddSatellite(std::int32_t number, const TLERecord& record) try {
+bool CSWSolSys::AddSatellite(std::int32_t number, const TLERecord& record) {
     const auto set = solsys::prepared(record);
     if (!set) return false;
-    model_->bodies.satellites.replace(
-        key_of(SSO_TLE, number),
-        std::make_unique<solsys::EarthSatellite>(solsys::EarthSatellite{record, *set}));
-    return true;
-} catch (const std::bad_alloc&) {
-    return false;
+    return solsys::answer_or(false, [&] {
+        model_->bodies.satellites.replace(
+            key_of(SSO_TLE, number),
+            std::make_unique<solsys::EarthSatellite>(solsys::EarthSatellite{record, *set}));
+        return true;
+    });
 }
 
 bool CSWSolSys::AddSatellite(std::int32_t number, const char* line1, const char* line2) {
-    TLEConvert set;
-    return set.Set(line1, line2) == 0 && AddSatellite(number, *set.GetRecord());
+    return solsys::answer_or(false, [&] {
+        TLEConvert set;
+        return set.Set(line1, line2) == 0 && AddSatellite(number, *set.GetRecord());
+    });
 }
 
 bool CSWSolSys::RemoveSatellite(std::int32_t number) {

@@ -44,16 +44,22 @@ void collect_central_asteroids(ElementTables& tables) {
     for (const auto& [key, record] : tables.user_objects.entries()) collect(record);
 }
 
-bool about_asteroid(const UserObjectRecord& record) { return record.central_type == SSO_ASTR; }
-bool about_asteroid(const SpacecraftTrack& track) {
-    return std::any_of(track.records.begin(), track.records.end(),
-                       [](const auto& record) { return record.central_type == SSO_ASTR; });
+// How many asteroids it goes about.
+std::size_t about_asteroid(const UserObjectRecord& record) {
+    return record.central_type == SSO_ASTR ? 1 : 0;
+}
+std::size_t about_asteroid(const SpacecraftTrack& track) {
+    return static_cast<std::size_t>(
+        std::count_if(track.records.begin(), track.records.end(),
+                      [](const auto& record) { return record.central_type == SSO_ASTR; }));
 }
 
 template <class Value>
 void replace(ElementTables& tables, FlatTable<Value>& table, std::uint64_t key, Value value) {
     const Value* old = table.find(key);
-    const bool changes = about_asteroid(value) || (old != nullptr && about_asteroid(*old));
+    const std::size_t more = about_asteroid(value);
+    const bool changes = more > 0 || (old != nullptr && about_asteroid(*old) > 0);
+    if (more > 0) tables.central_asteroids.reserve(tables.central_asteroids.size() + more);
     table.replace(key, std::move(value));
     if (changes) collect_central_asteroids(tables);
 }
@@ -61,7 +67,7 @@ void replace(ElementTables& tables, FlatTable<Value>& table, std::uint64_t key, 
 template <class Value>
 bool remove(ElementTables& tables, FlatTable<Value>& table, std::uint64_t key) {
     const Value* old = table.find(key);
-    const bool changes = old != nullptr && about_asteroid(*old);
+    const bool changes = old != nullptr && about_asteroid(*old) > 0;
     const bool found = table.erase(key);
     if (changes) collect_central_asteroids(tables);
     return found;

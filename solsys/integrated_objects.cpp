@@ -1,8 +1,8 @@
 #include "solsys/integrated_objects.h"
 
 #include <cmath>
-#include <new>
 
+#include "core/answer_or.h"
 #include "solsys/model.h"
 #include "solsys/states.h"
 
@@ -19,12 +19,7 @@ IntegratedMotion* IntegratedObjects::motion(std::uint64_t key) const {
     return found != nullptr ? found->get() : nullptr;
 }
 
-void IntegratedObjects::forget(std::int32_t type) {
-    std::vector<std::uint64_t> keys;
-    for (const auto& [key, motion] : motions.entries())
-        if (type_of(key) == type) keys.push_back(key);
-    for (const std::uint64_t key : keys) motions.erase(key);
-}
+void IntegratedObjects::forget(std::int32_t type) { motions.erase_type(type); }
 
 const std::shared_ptr<Perturbers>& IntegratedObjects::shared_perturbers() const {
     if (!perturbers) perturbers = std::make_shared<Perturbers>(true);
@@ -43,9 +38,11 @@ Vec3 IntegratedObjects::up_from(std::int32_t centre_type, std::int32_t centre_nu
                                 const State& state) const {
     const auto massive = massive_body(centre_type, centre_number);
     if (!massive) return state.r;
-    shared_perturbers()->renew();
-    const auto down = acceleration(*perturbers, *massive, t, state);
-    return down ? -norm(state.r) * unit(*down) : state.r;
+    return answer_or(state.r, [&] {
+        shared_perturbers()->renew();
+        const auto down = acceleration(*perturbers, *massive, t, state);
+        return down ? -norm(state.r) * unit(*down) : state.r;
+    });
 }
 
 std::optional<MassiveBody> massive_body(std::int32_t type, std::int32_t number) {
@@ -90,16 +87,17 @@ bool begin(solsys::Bodies& bodies, std::uint64_t key, const Elements& elements,
 // A record of its own kind, its mean motion derived where it has none.
 template <class Record>
 bool add(solsys::Bodies& bodies, solsys::FlatTable<Record>& table, std::uint64_t key,
-         Record record, const SmallForces& forces) try {
+         Record record, const SmallForces& forces) {
     Elements& elements = record.elements;
     if (!solsys::is_orbit(elements)) return false;
     if (elements.n == 0)
         elements.n = solsys::mean_motion(elements.q, elements.e, solsys::kSunGm);
-    if (!begin(bodies, key, elements, forces)) return false;
-    table.replace(key, record);
-    return true;
-} catch (const std::bad_alloc&) {
-    return false;
+    return solsys::answer_or(false, [&] {
+        table.make_room();
+        if (!begin(bodies, key, elements, forces)) return false;
+        table.replace(key, record);
+        return true;
+    });
 }
 
 }  // namespace
@@ -117,24 +115,25 @@ bool CSWSolSys::AddIntegratedComet(std::int32_t number, const CometRecord& recor
 }
 
 bool CSWSolSys::AddIntegratedUserObject(std::int32_t number, const UserObjectRecord& record,
-                                        const SmallForces& forces) try {
+                                        const SmallForces& forces) {
     if (!solsys::is_orbit(record)) return false;
     solsys::Bodies& bodies = model_->bodies;
     const std::uint64_t key = key_of(SSO_FSCO, number);
-    if (const auto centre = solsys::massive_body(record.central_type, record.central_number)) {
-        bodies.integrated.begin(key, *centre, {record.epoch_day, record.epoch_fraction},
-                                start_state(bodies, record), forces);
-    } else {
-        bodies.integrated.motions.erase(key);  // two bodies it stays
-    }
-    bodies.integrated.user_objects.replace(key, record);
-    return true;
-} catch (const std::bad_alloc&) {
-    return false;
+    const auto centre = solsys::massive_body(record.central_type, record.central_number);
+    return solsys::answer_or(false, [&] {
+        bodies.integrated.user_objects.make_room();
+        if (centre) {
+            bodies.integrated.begin(key, *centre, {record.epoch_day, record.epoch_fraction},
+                                    start_state(bodies, record), forces);
+        } else {
+            bodies.integrated.motions.erase(key);  // two bodies it stays
+        }
+        bodies.integrated.user_objects.replace(key, record);
+        return true;
+    });
 }
 
-bool CSWSolSys::SetIntegrated(const SSO_ID& id, bool integrated,
-                              const SmallForces& forces) try {
+bool CSWSolSys::SetIntegrated(const SSO_ID& id, bool integrated, const SmallForces& forces) {
     solsys::Bodies& bodies = model_->bodies;
     const std::uint64_t key = key_of(id);
     if (id.type != SSO_ASTR && id.type != SSO_COMT) return false;
@@ -144,9 +143,8 @@ bool CSWSolSys::SetIntegrated(const SSO_ID& id, bool integrated,
         elements = &asteroid->elements;
     else if (const CometRecord* comet = bodies.elements.comets.find(key))
         elements = &comet->elements;
-    return elements != nullptr && begin(bodies, key, *elements, forces);
-} catch (const std::bad_alloc&) {
-    return false;
+    return elements != nullptr &&
+           solsys::answer_or(false, [&] { return begin(bodies, key, *elements, forces); });
 }
 
 bool CSWSolSys::IsIntegrated(const SSO_ID& id) const {

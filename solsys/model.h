@@ -92,5 +92,6 @@ struct CSWSolSys::Model {
     // All that follows from the observer's record at the current instant.
     void derive_observer();
     // Hands the evaluation state, or none, to the objects that read the file.
+    void serve_ephemeris(bool serve);  // from the file, or from the theories
     void hand_over_ephemeris();
 };

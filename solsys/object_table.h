@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/answer_or.h"
 #include "solsys/sso_id.h"
 
 namespace solsys {
@@ -57,6 +58,11 @@ class FlatTable {
         return true;
     }
     void clear() { entries_.clear(); }
+    void erase_type(std::int32_t type) {
+        std::erase_if(entries_, [type](const Entry& e) { return type_of(e.first) == type; });
+    }
+    // The next `insert` or `replace` takes no memory.
+    void make_room() { solsys::make_room(entries_); }
     [[nodiscard]] const std::vector<Entry>& entries() const { return entries_; }
 
   private:

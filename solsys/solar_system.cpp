@@ -6,6 +6,7 @@
 #include <new>
 #include <optional>
 
+#include "core/answer_or.h"
 #include "ephemeris/de/open_file.h"
 #include "ephemeris/planet_states.h"
 #include "frames/nutation.h"
@@ -177,36 +178,32 @@ CSWSolSys::~CSWSolSys() {
 
 CSWSolSys::Model& CSWSolSys::Inside() const { return *model_; }
 
-bool CSWSolSys::InitSys(const char* path) try {
-    Model& m = *model_;
-    if (!create_theories(m.theories)) return false;
-
-    const bool open = m.wants_file && DE_Ephemeris::open(path);
-    if (open != (m.ephemeris != nullptr)) {
-        m.ephemeris = open ? std::make_unique<DE_EvalState>() : nullptr;
-        m.hand_over_ephemeris();
-    }
-    if (create_objects(m.bodies, m.ephemeris.get(), m.theories) && !m.ephemeris)
-        m.bodies.theories_since = m.bodies.source_changes();
-    if (SS_Object* sun = m.bodies.find(solsys::kSunKey))
-        sun->KeepOnlyExactInstants(m.bodies.modern != nullptr);
-    set_up_eros(m.bodies);
-    return true;
-} catch (const std::bad_alloc&) {
-    return false;
+bool CSWSolSys::InitSys(const char* path) {
+    return solsys::answer_or(false, [&] {
+        Model& m = *model_;
+        if (!create_theories(m.theories)) return false;
+        m.serve_ephemeris(m.wants_file && DE_Ephemeris::open(path));
+        if (create_objects(m.bodies, m.ephemeris.get(), m.theories) && !m.ephemeris)
+            m.bodies.theories_since = m.bodies.source_changes();
+        if (SS_Object* sun = m.bodies.find(solsys::kSunKey))
+            sun->KeepOnlyExactInstants(m.bodies.modern != nullptr);
+        set_up_eros(m.bodies);
+        return true;
+    });
 }
 
-bool CSWSolSys::UseEphemeris(bool use) try {
-    Model& m = *model_;
-    m.wants_file = use;
-    const bool serve = use && solsys::de_file_is_open();
-    if (serve != (m.ephemeris != nullptr)) {
-        m.ephemeris = serve ? std::make_unique<DE_EvalState>() : nullptr;
-        m.hand_over_ephemeris();
-    }
-    return true;
-} catch (const std::bad_alloc&) {
-    return false;
+bool CSWSolSys::UseEphemeris(bool use) {
+    return solsys::answer_or(false, [&] {
+        model_->serve_ephemeris(use && solsys::de_file_is_open());
+        model_->wants_file = use;
+        return true;
+    });
+}
+
+void CSWSolSys::Model::serve_ephemeris(bool serve) {
+    if (serve == (ephemeris != nullptr)) return;
+    ephemeris = serve ? std::make_unique<DE_EvalState>() : nullptr;
+    hand_over_ephemeris();
 }
 
 bool CSWSolSys::HasEphemeris() const {

@@ -1,6 +1,5 @@
 // The tables of bodies that a host adds by their elements.
-#include <new>
-
+#include "core/answer_or.h"
 #include "solsys/model.h"
 
 using solsys::key_of;
@@ -15,28 +14,26 @@ bool same(const Elements& a, const Elements& b) {
 }
 
 template <class Record>
-bool hold(std::unique_ptr<Record>& slot, const Record* record) try {
-    slot = record != nullptr ? std::make_unique<Record>(*record) : nullptr;
-    return true;
-} catch (const std::bad_alloc&) {
-    return false;
+bool hold(std::unique_ptr<Record>& slot, const Record* record) {
+    return solsys::answer_or(false, [&] {
+        slot = record != nullptr ? std::make_unique<Record>(*record) : nullptr;
+        return true;
+    });
 }
 
 template <class... Record>
-bool add_record(solsys::ElementTables& tables, std::int32_t number,
-                const Record&... record) try {
-    return solsys::add(tables, number, record...);
-} catch (const std::bad_alloc&) {
-    return false;
+bool add_record(solsys::ElementTables& tables, std::int32_t number, const Record&... record) {
+    return solsys::answer_or(false, [&] { return solsys::add(tables, number, record...); });
 }
 
 }  // namespace
 
 bool CSWSolSys::AddAsteroid(std::int32_t number, const AsteroidRecord& record) {
     const AsteroidRecord* old = GetAsteroid(number);
-    if (old != nullptr && !same(old->elements, record.elements))
-        model_->bodies.integrated.forget(SSO_ASTR, number);
-    return add_record(model_->bodies.elements, number, record);
+    const bool another = old != nullptr && !same(old->elements, record.elements);
+    if (!add_record(model_->bodies.elements, number, record)) return false;
+    if (another) model_->bodies.integrated.forget(SSO_ASTR, number);
+    return true;
 }
 
 bool CSWSolSys::RemoveAsteroid(std::int32_t number) {
@@ -55,9 +52,10 @@ const AsteroidRecord* CSWSolSys::GetAsteroid(std::int32_t number) const {
 
 bool CSWSolSys::AddComet(std::int32_t number, const CometRecord& record) {
     const CometRecord* old = GetComet(number);
-    if (old != nullptr && !same(old->elements, record.elements))
-        model_->bodies.integrated.forget(SSO_COMT, number);
-    return add_record(model_->bodies.elements, number, record);
+    const bool another = old != nullptr && !same(old->elements, record.elements);
+    if (!add_record(model_->bodies.elements, number, record)) return false;
+    if (another) model_->bodies.integrated.forget(SSO_COMT, number);
+    return true;
 }
 
 bool CSWSolSys::RemoveComet(std::int32_t number) {

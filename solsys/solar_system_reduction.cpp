@@ -3,6 +3,7 @@
 #include <cmath>
 #include <vector>
 
+#include "core/answer_or.h"
 #include "frames/modern_frame_set.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/model.h"
@@ -63,7 +64,9 @@ EarthOrientationReport CSWSolSys::SetEarthOrientation(const EarthOrientationRow*
                                                       int count) {
     solsys::EarthInputs& earth = model_->reduction->earth;
     const auto size = rows != nullptr && count > 0 ? static_cast<std::size_t>(count) : 0;
-    const EarthOrientationReport report = earth.table.set({rows, size}, earth.leap_seconds);
+    const auto report = solsys::answer_or(EarthOrientationReport{}, [&] {
+        return earth.table.set({rows, size}, earth.leap_seconds);
+    });
     if (model_->bodies.modern != nullptr) model_->reduction_changed();
     return report;
 }
@@ -81,9 +84,13 @@ EarthOrientationSource CSWSolSys::GetEarthOrientation(EarthOrientationRow* row) 
 
 bool CSWSolSys::SetLeapSeconds(const LeapSecond* rows, int count, double validUntil) {
     if (rows == nullptr || count <= 0) return false;
-    std::vector<solsys::LeapSecondRow> table;
-    for (int i = 0; i < count; ++i) table.push_back({rows[i].mjd_utc, rows[i].tai_minus_utc});
-    if (!model_->reduction->earth.leap_seconds.replace(table, validUntil)) return false;
+    const bool taken = solsys::answer_or(false, [&] {
+        std::vector<solsys::LeapSecondRow> table;
+        for (int i = 0; i < count; ++i)
+            table.push_back({rows[i].mjd_utc, rows[i].tai_minus_utc});
+        return model_->reduction->earth.leap_seconds.replace(table, validUntil);
+    });
+    if (!taken) return false;
     if (model_->bodies.modern != nullptr) model_->reduction_changed();
     return true;
 }

@@ -1,4 +1,5 @@
 // Body-fixed frames of the model's bodies.
+#include "core/answer_or.h"
 #include "frames/body_rotation.h"
 #include "frames/rotation_registry.h"
 #include "solsys/arguments.h"
@@ -11,13 +12,12 @@ using solsys::body_key;
 using solsys::Instant;
 using solsys::Mat3;
 
-bool CSWSolSys::AddBodyRotationParams(const ObjectKey& key,
-                                      const BodyRotationParams* params) try {
+bool CSWSolSys::AddBodyRotationParams(const ObjectKey& key, const BodyRotationParams* params) {
     if (params == nullptr) return false;
-    solsys::rotation_registry::add(key, *params);
-    return true;
-} catch (const std::bad_alloc&) {
-    return false;
+    return solsys::answer_or(false, [&] {
+        solsys::rotation_registry::add(key, *params);
+        return true;
+    });
 }
 
 int CSWSolSys::GetBodyRotationsCount() { return solsys::rotation_registry::count(); }

@@ -1,7 +1,7 @@
 // The stars and deep-sky objects that a host gives to the model.
 #include <cmath>
-#include <new>
 
+#include "core/answer_or.h"
 #include "solsys/kinds.h"
 #include "solsys/model.h"
 #include "solsys/modern_star.h"
@@ -11,12 +11,10 @@
 bool CSWSolSys::AddStar(const SSO_ID& id, const StarObject& star) {
     const bool in_table = solsys::kind_of(id.type).table == solsys::Table::stars;
     if (!in_table || !std::isfinite(star.ra) || !std::isfinite(star.dec)) return false;
-    try {
+    return solsys::answer_or(false, [&] {
         model_->stars.replace(solsys::key_of(id), star);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
-    return true;
+        return true;
+    });
 }
 
 bool CSWSolSys::RemoveStar(const SSO_ID& id) { return model_->stars.erase(solsys::key_of(id)); }

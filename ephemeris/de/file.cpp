@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "core/answer_or.h"
 #include "ephemeris/de/open_file.h"
 #include "platform/clock.h"
 #include "solsys/platform.h"
@@ -108,11 +109,8 @@ bool map_file(const std::string& path) {
 }
 
 bool open_file(const char* path) {
-    try {
-        return map_file(choose_file(path != nullptr ? path : ""));
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return answer_or(false,
+                     [path] { return map_file(choose_file(path != nullptr ? path : "")); });
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string_view>
 
+#include "core/answer_or.h"
 #include "core/constants.h"
 #include "ephemeris/de/open_file.h"
 #include "platform/file.h"
@@ -132,15 +133,18 @@ bool pointers_inside(const DEHeader& header) {
 
 std::unique_ptr<DEHeader> DE_Ephemeris::readHeader(const char* path) {
     using namespace solsys;
-    const auto file = ReadFile::open(path != nullptr ? path : "");
-    if (!file) return nullptr;
+    using Header = std::unique_ptr<DEHeader>;
+    return answer_or(Header(), [path]() -> Header {
+        const auto file = ReadFile::open(path != nullptr ? path : "");
+        if (!file) return nullptr;
 
-    auto header = std::make_unique<DEHeader>();
-    if (!read_fields(*file, *header) || !numbers_usable(*header) ||
-        !titles_agree(*file, *header))
-        return nullptr;
-    const auto ncoeff = doubles_per_record(*header, file->length());
-    if (!ncoeff) return nullptr;
-    header->ncoeff = *ncoeff;
-    return pointers_inside(*header) ? std::move(header) : nullptr;
+        auto header = std::make_unique<DEHeader>();
+        if (!read_fields(*file, *header) || !numbers_usable(*header) ||
+            !titles_agree(*file, *header))
+            return nullptr;
+        const auto ncoeff = doubles_per_record(*header, file->length());
+        if (!ncoeff) return nullptr;
+        header->ncoeff = *ncoeff;
+        return pointers_inside(*header) ? std::move(header) : nullptr;
+    });
 }

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/answer_or.h"
 #include "ephemeris/integrator/small_body_force.h"
 #include "ephemeris/planet_states.h"
 #include "solsys/integrator.h"
@@ -33,7 +34,7 @@ class HostForce final : public Force {
     std::array<double, radau::kTerms + 1> times_{};
 };
 
-int public_status(StepStatus status, bool host) {
+IntegrStatus public_status(StepStatus status, bool host) {
     switch (status) {
         case StepStatus::kOk:
             return INTEGR_OK;
@@ -47,6 +48,8 @@ int public_status(StepStatus status, bool host) {
             return INTEGR_STEPS;
         case StepStatus::kStopped:
             return INTEGR_STOPPED;
+        case StepStatus::kNoMemory:
+            return INTEGR_MEMORY;
         case StepStatus::kNotFinite:
             break;
     }
@@ -69,9 +72,9 @@ struct IntegRA15::Work {
 
     std::unique_ptr<solsys::Force> force;
     solsys::SmallBodyForce* built_in = nullptr;  // the force, when it is that
-    std::unique_ptr<solsys::Trajectory> motion;  // null: not started
+    std::unique_ptr<solsys::Trajectory> motion;  // null: to be begun
     solsys::Instant epoch{0, 0.0};
-    std::vector<double> start, state;
+    std::vector<double> start, state;  // no start: not started
     std::uint32_t file_changes = 0;
     bool moved = false;  // whether a direction has been taken
     bool has_state = false;
@@ -81,10 +84,12 @@ struct IntegRA15::Work {
         motion.reset();
         built_in = nullptr;
         force.reset();
+        start.clear();
         has_state = false;
         status = INTEGR_NOT_STARTED;
     }
     bool begin(double first, double other);
+    IntegrStatus go_to(double t, double first, double other);
     // Adds `sign` times where the Sun is from the origin of the coordinates at a time.
     bool from_origin(double t, double sign, std::vector<double>& bodies) const;
 };
@@ -184,37 +189,39 @@ bool IntegRA15::Start(int day, double fraction, const double* state) {
     w.forget();
     if (state == nullptr || !std::isfinite(fraction)) return false;
     w.epoch = {day, fraction};
-    w.start.assign(state, state + w.coordinates * w.order);
-    if (!w.begin(w.step1, w.step2)) return false;
-    w.status = INTEGR_OK;
-    return true;
+    w.status = solsys::answer_or(INTEGR_MEMORY, [&] {
+        w.start.assign(state, state + w.coordinates * w.order);
+        return w.begin(w.step1, w.step2) ? INTEGR_OK : INTEGR_NOT_STARTED;
+    });
+    return w.status == INTEGR_OK;
 }
 
 bool IntegRA15::RA15(int day, double fraction, double step1, double step2) {
     Work& w = *work_;
-    if (!w.motion || !std::isfinite(fraction) || !std::isfinite(step1) ||
+    if (w.start.empty() || !std::isfinite(fraction) || !std::isfinite(step1) ||
         !std::isfinite(step2) || step1 == 0 || step2 == 0) {
         w.status = INTEGR_NOT_STARTED;
         return false;
     }
-    const bool another_file =
-        w.host_force == nullptr && w.file_changes != solsys::de_file_changes();
-    if ((another_file || !w.moved) && !w.begin(step1, step2)) {
-        w.status = INTEGR_NOT_STARTED;
-        return false;
-    }
-    w.moved = true;
-    solsys::Trajectory::Progress progress;
-    if (w.progress != nullptr)
-        progress = [&w](double done) { return w.progress(done, w.progress_context); };
-    w.state.resize(w.start.size());
     const double t = days_between(w.epoch, {day, fraction});
-    solsys::StepStatus status = w.motion->state_at(t, w.state.data(), progress);
-    if (status == solsys::StepStatus::kOk && !w.from_origin(t, -1, w.state))
-        status = solsys::StepStatus::kNoForce;
-    w.status = solsys::public_status(status, w.host_force != nullptr);
+    w.status = solsys::answer_or(INTEGR_MEMORY, [&] { return w.go_to(t, step1, step2); });
     w.has_state = w.status == INTEGR_OK;
     return w.has_state;
+}
+
+IntegrStatus IntegRA15::Work::go_to(double t, double first, double other) {
+    const bool another_file =
+        host_force == nullptr && file_changes != solsys::de_file_changes();
+    if ((another_file || !moved || !motion) && !begin(first, other)) return INTEGR_NOT_STARTED;
+    moved = true;
+    solsys::Trajectory::Progress told;
+    if (progress != nullptr)
+        told = [this](double done) { return progress(done, progress_context); };
+    state.resize(start.size());
+    solsys::StepStatus reached = motion->state_at(t, state.data(), told);
+    if (reached == solsys::StepStatus::kOk && !from_origin(t, -1, state))
+        reached = solsys::StepStatus::kNoForce;
+    return solsys::public_status(reached, host_force != nullptr);
 }
 
 bool IntegRA15::GetState(double* state) const {

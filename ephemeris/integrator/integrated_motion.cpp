@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/answer_or.h"
 #include "ephemeris/planet_states.h"
 
 namespace solsys {
@@ -33,6 +34,7 @@ bool IntegratedMotion::starts_as(MassiveBody centre, Instant epoch, const State&
 }
 
 void IntegratedMotion::begin() {
+    motion_.reset();
     file_changes_ = de_file_changes();
     perturbers_->renew();
     double start[6];
@@ -51,10 +53,12 @@ void IntegratedMotion::begin() {
 
 bool IntegratedMotion::state(Instant t, State& out, const Trajectory::Progress& progress) {
     if (stopped_) return false;
-    if (!motion_ || file_changes_ != de_file_changes()) begin();
     double s[6];
     const double days = days_between(epoch_, t);
-    status_ = motion_->state_at(days, s, progress);
+    status_ = answer_or(StepStatus::kNoMemory, [&] {
+        if (!motion_ || file_changes_ != de_file_changes()) begin();
+        return motion_->state_at(days, s, progress);
+    });
     stopped_ = status_ == StepStatus::kStopped;
     State sun{};
     if (status_ == StepStatus::kOk && !force_->origin(days, sun))

@@ -165,9 +165,9 @@ void Perturbers::start_asteroids() { asteroids_ = std::make_unique<Asteroids>(*t
 
 bool Perturbers::renew() {
     if (file_changes_ == de_file_changes()) return false;
+    start_asteroids();
     file_changes_ = de_file_changes();
     file_ = DE_EvalState{};
-    start_asteroids();
     return true;
 }
 

@@ -65,16 +65,21 @@ bool sample(MassiveBody body, double day, Vec3& out) {
 
 }  // namespace
 
-// A fit at the zeros of the first polynomial left out.
+// The window kept under an index, made at its first use.
 const PlanetWindows::Window& PlanetWindows::window(MassiveBody body, long index) {
     Body& kept = bodies_[body];
     if (kept.recent != nullptr && kept.recent_index == index) return *kept.recent;
+    kept.recent = nullptr;
     if (kept.windows.size() >= kMostWindows) kept.windows.clear();
     Window& made = kept.windows[index];
+    if (made.terms.empty()) fit(body, index, made);
     kept.recent = &made;
     kept.recent_index = index;
-    if (!made.terms.empty()) return made;
+    return made;
+}
 
+// A fit at the zeros of the first polynomial left out.
+void PlanetWindows::fit(MassiveBody body, long index, Window& made) {
     const WindowShape shape = kShapes[body];
     const auto n = static_cast<std::size_t>(shape.terms);
     static const CosineTable cosine;  // of multiples of half the angle between nodes
@@ -89,7 +94,6 @@ const PlanetWindows::Window& PlanetWindows::window(MassiveBody body, long index)
             made.terms[k] +=
                 ((k == 0 ? 1.0 : 2.0) / shape.terms * cosine(n, k * (2 * j + 1))) * r;
     }
-    return made;
 }
 
 // The window of an instant and the place in it, -1 to 1; null outside the theories.

@@ -37,6 +37,7 @@ class PlanetWindows {
     };
 
     const Window& window(MassiveBody body, long index);
+    static void fit(MassiveBody body, long index, Window& made);
     const Window* window_at(MassiveBody body, double day, double offset, double& x);
 
     std::array<Body, kPluto + 1> bodies_;

@@ -34,7 +34,8 @@ enum class StepStatus {
     kTooSmall,      // the step shrank to nothing: a singularity
     kNotFinite,     // the start or the step is not a number, or the step is zero
     kTooManySteps,  // the bound on steps is reached
-    kStopped        // by the progress function
+    kStopped,       // by the progress function
+    kNoMemory       // for the steps
 };
 
 // A step as polynomials: times t0 + s T, s from 0 to 1. The numbers are x, v (of second order),

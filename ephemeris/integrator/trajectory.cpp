@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 namespace solsys {
 namespace {
@@ -18,17 +19,20 @@ Trajectory::Trajectory(int coordinates, int order, Force& force, double toleranc
       before_(coordinates, order, force, tolerance),
       start_(static_cast<std::size_t>(coordinates * order)) {}
 
+void Trajectory::Side::forget() {
+    t0.clear();
+    numbers.clear();
+    end = 0;
+    recent = 0;
+    started = false;
+}
+
 StepStatus Trajectory::start(const double* state, double step, double other_step) {
     std::copy_n(state, start_.size(), start_.begin());
     step_ = std::fabs(step);
     other_step_ = std::fabs(other_step);
-    for (Side* side : {&after_, &before_}) {
-        side->t0.clear();
-        side->numbers.clear();
-        side->end = 0;
-        side->recent = 0;
-        side->started = false;
-    }
+    after_.forget();
+    before_.forget();
     const StepStatus status = after_.stepper.start(0, state, step_);
     sound_ = status == StepStatus::kOk && std::isfinite(other_step_) && other_step_ > 0;
     return sound_ ? StepStatus::kOk : StepStatus::kNotFinite;
@@ -82,8 +86,13 @@ StepStatus Trajectory::state_at(double t, double* out, const Progress& progress)
     }
     Side& side = t > 0 ? after_ : before_;
     if (std::fabs(t) > std::fabs(side.end)) {
-        const StepStatus status = extend(side, t, progress);
-        if (status != StepStatus::kOk) return status;
+        try {
+            const StepStatus status = extend(side, t, progress);
+            if (status != StepStatus::kOk) return status;
+        } catch (const std::bad_alloc&) {
+            side.forget();  // a step half made
+            throw;
+        }
     }
     evaluate(side, t, out);
     return StepStatus::kOk;

@@ -21,7 +21,8 @@ class Trajectory {
     // for, `other_step` in the other one.
     StepStatus start(const double* state, double step, double other_step);
     // The state (x and, of second order, v) at t, on either side of the start. On failure `out`
-    // is left alone and the motion stays known as far as it was.
+    // is left alone and the motion stays known as far as it was; where memory ends
+    // (std::bad_alloc) that side is begun anew the next time.
     StepStatus state_at(double t, double* out, const Progress& progress = {});
     // The times between which states are known.
     [[nodiscard]] double first() const { return before_.end; }
@@ -39,6 +40,8 @@ class Trajectory {
         double end = 0;
         std::size_t recent = 0;  // the step asked for last
         bool started = false;
+
+        void forget();
     };
 
     StepStatus extend(Side& side, double t, const Progress& progress);

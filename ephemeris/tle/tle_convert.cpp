@@ -1,6 +1,7 @@
 #include <optional>
 #include <string_view>
 
+#include "core/answer_or.h"
 #include "ephemeris/tle/catalogue_blocks.h"
 #include "ephemeris/tle/element_lines.h"
 #include "ephemeris/tle/element_set.h"
@@ -81,8 +82,16 @@ std::size_t TLEConvert::Read(const char* text, std::size_t size, std::vector<TLE
                              std::vector<TLEFault>* faults, bool anyChecksum) {
     if (text == nullptr || sets == nullptr) return 0;
     const std::size_t before = sets->size();
-    solsys::SetSink sink{sets, faults};
-    solsys::read_element_text({text, size}, anyChecksum, sink);
+    const std::size_t faults_before = faults != nullptr ? faults->size() : 0;
+    const bool whole = solsys::answer_or(false, [&] {
+        solsys::SetSink sink{sets, faults};
+        solsys::read_element_text({text, size}, anyChecksum, sink);
+        return true;
+    });
+    if (!whole) {
+        sets->resize(before);
+        if (faults != nullptr) faults->resize(faults_before);
+    }
     return sets->size() - before;
 }
 
@@ -102,8 +111,10 @@ TLECatalogue::~TLECatalogue() = default;
 int TLECatalogue::Add(const TLERecord& record) {
     const auto set = solsys::prepared(record);
     if (!set) return -1;
-    impl_->blocks.add(set->set);
-    return static_cast<int>(impl_->blocks.count()) - 1;
+    return solsys::answer_or(-1, [&] {
+        impl_->blocks.add(set->set);
+        return static_cast<int>(impl_->blocks.count()) - 1;
+    });
 }
 void TLECatalogue::Clear() { impl_->blocks.clear(); }
 std::size_t TLECatalogue::GetCount() const { return impl_->blocks.count(); }

@@ -1,6 +1,7 @@
 // The life of a conjunction search.
 #include "solsys/conjunctions.h"
 
+#include "core/answer_or.h"
 #include "events/conjunctions/state.h"
 #include "solsys/platform.h"
 
@@ -46,19 +47,27 @@ bool CSWConjunc::SearchNext(CONJUN* event) {
         return false;
     }
     CONJUN found;
-    if (!(s.request->size() == 2 ? s.next_of_pair(found) : s.next_of_group(found))) {
-        return false;
-    }
-    *event = found;
-    return true;
+    const bool any = solsys::answer_or(false, [&] { return s.next(found); });
+    if (any) *event = found;
+    return any;
 }
 
 int CSWConjunc::SearchAll() {
     State& s = *state_;
     if (!s.model) return 0;
-    CONJUN event;
-    while (SearchNext(&event)) s.results.push_back(event);
-    return static_cast<int>(s.results.size());
+    if (s.request == nullptr || s.request->size() < 2)
+        return static_cast<int>(s.results.size());
+    const solsys::search::Span from = s.span;
+    const std::size_t before = s.results.size();
+    const bool whole = solsys::answer_or(false, [&] {
+        CONJUN event;
+        while (s.next(event)) s.results.push_back(event);
+        return true;
+    });
+    if (whole) return static_cast<int>(s.results.size());
+    s.results.resize(before);
+    s.span = from;
+    return -1;
 }
 
 const std::vector<CONJUN>& CSWConjunc::GetResults() const { return state_->results; }

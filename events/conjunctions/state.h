@@ -12,6 +12,9 @@
 struct CSWConjunc::State {
     explicit State(CSWSolSys* borrowed) : model(borrowed), owns(borrowed == nullptr) {}
 
+    bool next(CONJUN& event) {
+        return request->size() == 2 ? next_of_pair(event) : next_of_group(event);
+    }
     bool next_of_pair(CONJUN& event);
     bool next_of_group(CONJUN& event);
 

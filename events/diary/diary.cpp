@@ -2,6 +2,7 @@
 #include "solsys/diary.h"
 
 #include <algorithm>
+#include <memory>
 #include <type_traits>
 #include <vector>
 
@@ -41,11 +42,11 @@ void with_record_type(const SkyEvent& event, Visitor&& visit) {
 namespace solsys::diary {
 
 SkyEvent* copy_of(const SkyEvent& event) {
-    auto* copy = new SkyEvent{event.time, event.kind, nullptr};
-    with_record_type(event, [copy](auto* detail) {
+    auto copy = std::make_unique<SkyEvent>(SkyEvent{event.time, event.kind, nullptr});
+    with_record_type(event, [&copy](auto* detail) {
         copy->detail = new std::remove_pointer_t<decltype(detail)>(*detail);
     });
-    return copy;
+    return copy.release();
 }
 
 void free_detail(const SkyEvent& event) {
@@ -60,11 +61,66 @@ void FreeSkyEvent(SkyEvent* event) {
     delete event;
 }
 
-bool solsys::diary::Diary::ready() {
+namespace solsys::diary {
+
+bool Diary::ready() {
     if (!model || control.stopped() || span.over()) return false;
     model->SetObserver(&geocentre);
     return true;
 }
+
+void Diary::cut_back(int count) {
+    const auto& list = results.list();
+    for (std::size_t i = static_cast<std::size_t>(count); i < list.size(); ++i)
+        free_detail(list[i]);
+    results.cut_back(count);
+}
+
+void Diary::seasons() {
+    if (ready() && find_seasons()) find_earth_apsides();
+}
+
+void Diary::inner(const SSO_ID& planet) {
+    const bool inner = planet.type == SSO_PLNT && (planet.number == 1 || planet.number == 2);
+    if (inner && ready()) find_inner(planet);
+}
+
+void Diary::outer(const SSO_ID& planet) {
+    const bool outer = planet.type == SSO_PLNT && planet.number >= 4 && planet.number <= 9;
+    if (outer && ready()) find_outer(planet);
+}
+
+void Diary::phases() {
+    if (ready()) find_phases();
+}
+
+void Diary::moon_and_planets() {
+    for (const int planet : kPlanets) pair(kMoon, SSO_ID(SSO_PLNT, planet));
+}
+
+void Diary::planets_and_planets() {
+    if (!model) return;
+    // Places the model and its observer for every pair, as for a search of its own.
+    CSWConjunc conjunctions(model.get());
+    for (const int i : kPlanets) {
+        for (const int j : kPlanets) {
+            if (j <= i || control.stopped()) continue;
+            std::vector<SSO_ID> both{SSO_ID(SSO_PLNT, i), SSO_ID(SSO_PLNT, j)};
+            conjunctions.InitSearch(search::ut_from_tt(span.start),
+                                    search::ut_from_tt(span.end), &both, 0, false);
+            pair(both[0], both[1]);
+        }
+    }
+}
+
+void Diary::pair(const SSO_ID& first, const SSO_ID& second) {
+    if (!show_conjunctions || !ready() || first == second) return;
+    const bool moon = first == kMoon || second == kMoon;
+    find_conjunctions({first}, {second},
+                      moon ? SKYEVENT_MOON_CONJUNCTION : SKYEVENT_PLANET_CONJUNCTION);
+}
+
+}  // namespace solsys::diary
 
 CSkyDiaryEvents::CSkyDiaryEvents(CSWSolSys* model) : state_(std::make_unique<State>(model)) {
     state_->geocentre.kind = LOCATION_BODY_FIXED;
@@ -91,100 +147,70 @@ void CSkyDiaryEvents::InitSearch(OBSERVER* site, double start, double end, bool 
 int CSkyDiaryEvents::SearchAll() {
     State& s = *state_;
     if (!s.model) return 0;
-    SearchEquinox();
-    for (const int inner : {1, 2}) {
-        if (s.control.stopped()) return 0;
-        SearchInner(SSO_ID(SSO_PLNT, inner));
-    }
-    for (const int outer : {4, 5, 6, 7, 8, 9}) {
-        if (s.control.stopped()) return 0;
-        SearchOuter(SSO_ID(SSO_PLNT, outer));
-    }
-    if (s.control.stopped()) return 0;
-    SearchMoonPhases();
-    if (s.control.stopped()) return 0;
-    SearchConjPlanetsMoon();
-    if (s.control.stopped()) return 0;
-    SearchConjPlanetsPlanets();
-    return s.control.stopped() ? 0 : s.count();
+    const int found = s.search([&] {
+        s.seasons();
+        for (const int inner : {1, 2}) s.inner(SSO_ID(SSO_PLNT, inner));
+        for (const int outer : {4, 5, 6, 7, 8, 9}) s.outer(SSO_ID(SSO_PLNT, outer));
+        s.phases();
+        s.moon_and_planets();
+        s.planets_and_planets();
+    });
+    return s.control.stopped() ? 0 : found;
 }
 
 int CSkyDiaryEvents::SearchEquinox() {
-    State& s = *state_;
-    if (s.ready() && s.find_seasons()) s.find_earth_apsides();
-    return s.count();
+    return state_->search([this] { state_->seasons(); });
 }
 
 int CSkyDiaryEvents::SearchInner(SSO_ID planet) {
-    const bool inner = planet.type == SSO_PLNT && (planet.number == 1 || planet.number == 2);
-    if (inner && state_->ready()) state_->find_inner(planet);
-    return state_->count();
+    return state_->search([&] { state_->inner(planet); });
 }
 
 int CSkyDiaryEvents::SearchOuter(SSO_ID planet) {
-    const bool outer = planet.type == SSO_PLNT && planet.number >= 4 && planet.number <= 9;
-    if (outer && state_->ready()) state_->find_outer(planet);
-    return state_->count();
+    return state_->search([&] { state_->outer(planet); });
 }
 
 int CSkyDiaryEvents::SearchMoonPhases() {
-    if (state_->ready()) state_->find_phases();
-    return state_->count();
+    return state_->search([this] { state_->phases(); });
 }
 
 int CSkyDiaryEvents::SearchMoonApsides() {
-    if (state_->ready()) state_->find_moon_apsides();
-    return state_->count();
+    return state_->search([this] {
+        if (state_->ready()) state_->find_moon_apsides();
+    });
 }
 
 int CSkyDiaryEvents::SearchEclipses() {
-    if (state_->ready()) state_->find_eclipses();
-    return state_->count();
+    return state_->search([this] {
+        if (state_->ready()) state_->find_eclipses();
+    });
 }
 
 int CSkyDiaryEvents::SearchShowers() {
-    if (state_->ready()) state_->find_showers();
-    return state_->count();
+    return state_->search([this] {
+        if (state_->ready()) state_->find_showers();
+    });
 }
 
 int CSkyDiaryEvents::SearchConjPlanetsMoon() {
-    for (const int planet : kPlanets)
-        SearchConjSSOSSO(solsys::diary::kMoon, SSO_ID(SSO_PLNT, planet));
-    return state_->count();
+    return state_->search([this] { state_->moon_and_planets(); });
 }
 
 int CSkyDiaryEvents::SearchConjPlanetsPlanets() {
-    State& s = *state_;
-    if (!s.model) return s.count();
-    // Places the model and its observer for every pair, as for a search of its own.
-    CSWConjunc conjunctions(s.model.get());
-    for (const int i : kPlanets) {
-        for (const int j : kPlanets) {
-            if (j <= i || s.control.stopped()) continue;
-            std::vector<SSO_ID> pair{SSO_ID(SSO_PLNT, i), SSO_ID(SSO_PLNT, j)};
-            conjunctions.InitSearch(solsys::search::ut_from_tt(s.span.start),
-                                    solsys::search::ut_from_tt(s.span.end), &pair, 0, false);
-            SearchConjSSOSSO(pair[0], pair[1]);
-        }
-    }
-    return s.count();
+    return state_->search([this] { state_->planets_and_planets(); });
 }
 
 int CSkyDiaryEvents::SearchConjSSOSSO(SSO_ID const& first, SSO_ID const& second) {
-    State& s = *state_;
-    if (s.show_conjunctions && s.ready() && !(first == second)) {
-        const bool moon = first == solsys::diary::kMoon || second == solsys::diary::kMoon;
-        s.find_conjunctions({first}, {second},
-                            moon ? SKYEVENT_MOON_CONJUNCTION : SKYEVENT_PLANET_CONJUNCTION);
-    }
-    return s.count();
+    return state_->search([&] { state_->pair(first, second); });
 }
 
 int CSkyDiaryEvents::ConjStarSSO(SSO_ID object, StarObject* star) {
     State& s = *state_;
-    if (s.show_conjunctions && star != nullptr && s.ready())
-        s.find_conjunctions({object}, {SSO_ID(SSO_STAR, 0), star}, SKYEVENT_STAR_CONJUNCTION);
-    return s.count();
+    return s.search([&] {
+        if (s.show_conjunctions && star != nullptr && s.ready())
+            s.find_conjunctions({object}, {SSO_ID(SSO_STAR, 0), star},
+                                SKYEVENT_STAR_CONJUNCTION);
+    });
 }
 
 bool CSkyDiaryEvents::CalcShower(SHOWER* shower) {
@@ -196,8 +222,7 @@ bool CSkyDiaryEvents::CalcShower(SHOWER* shower) {
 bool CSkyDiaryEvents::SearchNext(CONJUN*) { return false; }
 
 bool CSkyDiaryEvents::ResListReset() {
-    for (const SkyEvent& event : state_->results.list()) solsys::diary::free_detail(event);
-    state_->results.clear();
+    state_->cut_back(0);
     return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "core/answer_or.h"
 #include "events/diary/geocentric_sky.h"
 #include "events/search/control.h"
 #include "events/search/crossings.h"
@@ -15,6 +16,13 @@ namespace solsys::diary {
 
 struct Diary {
     explicit Diary(CSWSolSys* borrowed) : model(borrowed) {}
+
+    // A search into the list. \return how many it holds; -1, and the list as before, where
+    // memory ends
+    template <class Work>
+    int search(Work&& work);
+    // Keeps the first events of the list only.
+    void cut_back(int count);
 
     // Before every search: whether there is anything to search, and the geocentric observer.
     bool ready();
@@ -42,6 +50,15 @@ struct Diary {
     SKYEVENT_BODY body_detail(GeocentricSky& sky, double jd_tt, const Target& first,
                               const Target* second);
 
+    // The searches of CSkyDiaryEvents that `SearchAll` puts together; all end when stopped.
+    void seasons();
+    void inner(const SSO_ID& planet);
+    void outer(const SSO_ID& planet);
+    void phases();
+    void moon_and_planets();
+    void planets_and_planets();
+    void pair(const SSO_ID& first, const SSO_ID& second);
+
     bool find_seasons();
     bool find_earth_apsides();
     bool find_inner(const SSO_ID& planet);
@@ -68,8 +85,17 @@ struct Diary {
 SkyEvent* copy_of(const SkyEvent& event);
 void free_detail(const SkyEvent& event);
 
+template <class Work>
+int Diary::search(Work&& work) {
+    const int before = count();
+    const bool whole = answer_or(false, [&] { return work(), true; });
+    if (!whole) cut_back(before);
+    return whole ? count() : -1;
+}
+
 template <class Detail>
 bool Diary::add(double jd_tt, std::int32_t kind, const Detail& detail) {
+    results.make_room();  // or the record would be nobody's
     const SkyEvent event{search::ut_from_tt(jd_tt), kind, new Detail(detail)};
     return results.add(event, control, copy_of);
 }

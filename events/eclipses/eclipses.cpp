@@ -95,21 +95,23 @@ bool CSWEclipses::SearchNext(ECLIPSE* eclipse, short kind) {
 
 int CSWEclipses::SearchEclipses(short kind) {
     State& s = *state_;
-    ECLIPSE eclipse;
-    while (SearchNext(&eclipse, kind) && s.results.add(eclipse, s.control)) {
-    }
-    return s.results.count();
+    return s.search([&] {
+        ECLIPSE eclipse;
+        while (SearchNext(&eclipse, kind) && s.results.add(eclipse, s.control)) {
+        }
+    });
 }
 
 int CSWEclipses::SearchEclipsesForLocation(short kind) {
     State& s = *state_;
-    ECLIPSE eclipse;
-    while (s.has_site && SearchNext(&eclipse, kind)) {
-        ECLIPSE local;
-        if (!CheckForLocation(&eclipse, kind, &local)) continue;
-        if (!s.results.add(local, s.control)) break;
-    }
-    return s.results.count();
+    return s.search([&] {
+        ECLIPSE eclipse;
+        while (s.has_site && SearchNext(&eclipse, kind)) {
+            ECLIPSE local;
+            if (!CheckForLocation(&eclipse, kind, &local)) continue;
+            if (!s.results.add(local, s.control)) break;
+        }
+    });
 }
 
 const std::vector<ECLIPSE>& CSWEclipses::GetResults() const { return state_->results.list(); }

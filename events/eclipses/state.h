@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "core/answer_or.h"
 #include "core/instant.h"
 #include "events/eclipses/besselian.h"
 #include "events/eclipses/ground.h"
@@ -25,6 +26,20 @@ struct CSWEclipses::State {
     // Decided by the ephemeris around a syzygy; `u` of the series.
     bool precise_solar(solsys::Instant syzygy, ECLIPSE& eclipse);
     bool precise_lunar(solsys::Instant syzygy, double u, ECLIPSE& eclipse);
+
+    // A search into the list. \return how many it holds; -1, and all as before, where memory
+    // ends
+    template <class Work>
+    int search(Work&& work) {
+        const solsys::Instant from{day, fraction};
+        const int before = results.count();
+        const bool whole = solsys::answer_or(false, [&] { return work(), true; });
+        if (whole) return results.count();
+        results.cut_back(before);
+        day = from.day;
+        fraction = from.fraction;
+        return -1;
+    }
 
     // The path behind a record, laid when it is not the one of the last call. Null for a record
     // of another kind, or when the ephemeris does not answer.

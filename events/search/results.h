@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "core/answer_or.h"
 #include "events/search/control.h"
 
 namespace solsys::search {
@@ -29,6 +30,11 @@ class Results {
         if (callback_ != nullptr && !(callback_->*Deliver)(copy(record))) control.stop();
         return !control.stopped();
     }
+
+    // Room for the next record to be kept.
+    void make_room() { solsys::make_room(list_); }
+    // Keeps the first `count` only.
+    void cut_back(int count) { list_.resize(static_cast<std::size_t>(count)); }
 
     [[nodiscard]] const std::vector<Record>& list() const { return list_; }
     [[nodiscard]] int count() const { return static_cast<int>(list_.size()); }

@@ -47,8 +47,10 @@ double carried(double distance_au) {
 double& SkyAt::light_time(const SSO_ID& id) {
     for (LightTime& known : light_times_)
         if (known.number == id.number && known.type == id.type) return known.days;
-    light_times_.push_back({id.type, id.number, 0});
-    return light_times_.back().days;
+    // Beyond the room the oldest guess goes.
+    LightTime& oldest = light_times_[next_++ % light_times_.size()];
+    oldest = {id.type, id.number, 0};
+    return oldest.days;
 }
 
 bool SkyAt::at(double jd_tt) { return is_instant(jd_tt) && at(split(jd_tt)); }

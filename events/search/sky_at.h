@@ -1,9 +1,10 @@
 // The sky of an observer at an instant: what searches sample.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "core/instant.h"
 #include "core/linalg.h"
@@ -74,7 +75,8 @@ class SkyAt {
     };
     CSWSolSys& model_;
     Instant now_{};
-    std::vector<LightTime> light_times_;  // of the few objects of a search
+    std::array<LightTime, 8> light_times_{};  // of the few objects of a search
+    std::size_t next_ = 0;
 };
 
 // Apparent radius of a disk [rad]; 0 when its radius is not known (not above 0).

@@ -1,6 +1,7 @@
 // The horizon and the zenith as points of the sky, and the ecliptic of an instant.
 #include <algorithm>
 
+#include "core/answer_or.h"
 #include "core/constants.h"
 #include "events/search/span.h"
 #include "events/visibility/state.h"
@@ -22,7 +23,10 @@ const std::vector<SpherePoint>* CSWVisibility::GetHorizon(int day, double fracti
     if (!s.model || !is_instant(day + fraction)) return &s.horizon;
     s.model->SetTime(day, fraction, true);
     s.take_observer(observer);
-    for (int i = 0; i < count; ++i) {
+    const bool room = count <= 0 || solsys::answer_or(false, [&] {
+                          return s.horizon.reserve(static_cast<std::size_t>(count)), true;
+                      });
+    for (int i = 0; room && i < count; ++i) {
         const double azimuth = i * 360.0 / count * solsys::kDegree;
         const double altitude = 0;
         SpherePoint point;

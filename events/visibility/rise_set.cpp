@@ -1,8 +1,10 @@
 // SearchRiseSet: the days of an object between its lower culminations, with the Sun's and the
 // Moon's events of the same interval.
 #include <cmath>
+#include <new>
 #include <optional>
 
+#include "core/answer_or.h"
 #include "core/constants.h"
 #include "events/search/span.h"
 #include "events/visibility/day_step.h"
@@ -211,7 +213,8 @@ bool CSWVisibility::SearchRiseSet(RISESETVIS* request) {
     if (request == nullptr || !s.model || !is_instant(request->from) ||
         !is_instant(request->to))
         return false;
-    if (request->days == nullptr) request->days = new std::vector<RISESETDAY>;
+    if (request->days == nullptr) request->days = new (std::nothrow) std::vector<RISESETDAY>;
+    if (request->days == nullptr) return false;
     request->day = static_cast<std::int32_t>(request->from);
     request->fraction = request->from - request->day;
     const Interval in{tt_from_ut(request->from), tt_from_ut(request->to)};
@@ -229,17 +232,23 @@ bool CSWVisibility::SearchRiseSet(RISESETVIS* request) {
 
     auto top = find.culmination(s.id, from, from + 1, 0);
     if (top && top->time < from) top = find.culmination(s.id, from, from + 1, kTwoPi);
-    if (top && in.has(top->time)) {
-        s.next_rise_set =
-            append_days(*s.model, find, s.id, in, ends, *top, from, *request->days);
-        return true;
-    }
-    if (s.id == SSO_ID(SSO_MOON, 301)) {
+    const bool any = top && in.has(top->time);
+    if (!any && s.id == SSO_ID(SSO_MOON, 301)) {
         ends.rise = std::fmax(0.0, request->moonrise);
         ends.set = std::fmax(0.0, request->moonset);
     }
-    request->days->push_back(ends);
-    return true;
+    const std::size_t before = request->days->size();
+    const bool whole = solsys::answer_or(false, [&] {
+        if (any) {
+            s.next_rise_set =
+                append_days(*s.model, find, s.id, in, ends, *top, from, *request->days);
+        } else {
+            request->days->push_back(ends);
+        }
+        return true;
+    });
+    if (!whole) request->days->resize(before);
+    return whole;
 }
 
 void CSWVisibility::FreeRiseSetVector(RISESETVIS* request) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/answer_or.h"
 #include "core/constants.h"
 #include "events/visibility/day_step.h"
 #include "events/visibility/state.h"
@@ -129,11 +130,19 @@ bool CSWVisibility::SearchNext(VISIBILITY* day) {
 
 int CSWVisibility::SearchVisibility() {
     State& s = *state_;
-    VISIBILITY day;
-    while (SearchNext(&day)) {
-        if (day.rise != 0 || day.transit != 0 || day.set != 0) s.results.push_back(day);
-    }
-    return static_cast<int>(s.results.size());
+    const auto from = s.span.cursor;
+    const std::size_t before = s.results.size();
+    const bool whole = solsys::answer_or(false, [&] {
+        VISIBILITY day;
+        while (SearchNext(&day)) {
+            if (day.rise != 0 || day.transit != 0 || day.set != 0) s.results.push_back(day);
+        }
+        return true;
+    });
+    if (whole) return static_cast<int>(s.results.size());
+    s.results.resize(before);
+    s.span.cursor = from;
+    return -1;
 }
 
 const std::vector<VISIBILITY>& CSWVisibility::GetResults() const { return state_->results; }

@@ -63,7 +63,8 @@ class SOLSYS_API CSWConjunc : public CSWAstrEv_dll {
                     bool ecliptic);
 
     /// All events of the interval from where the search stands, into the list (`GetResults`).
-    /// \return how many the list holds; 0 without a model. After `Stop`: those found till then.
+    /// \return how many the list holds; 0 without a model; -1, and list and place as before,
+    /// when memory is short. After `Stop`: those found till then.
     int SearchAll();
 
     /// The next event. \return false at the end of the interval, after `Stop`, for a body that

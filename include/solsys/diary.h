@@ -186,7 +186,9 @@ class SOLSYS_API SkyEventCallback {
 /// search kind by kind, and handed to the callback. Every search answers the count of the list.
 /// A search moves the model's instant and observer and leaves them at the last one evaluated.
 /// One object serves one thread; `Stop` and `IsCalculationsInterrupt` may be called from any. A
-/// stop ends the running search at its next step; what was found stays in the list.
+/// stop ends the running search at its next step; what was found stays in the list. Short of
+/// memory, the constructor throws std::bad_alloc, and a search answers -1 with the list as
+/// before it.
 class SOLSYS_API CSkyDiaryEvents : public CSWAstrEv_dll {
   public:
     /// Over the host's model, which must outlive this; or, given null, over a model of its own

@@ -218,7 +218,9 @@ SOLSYS_API int EclipseSaros(int lunation, short kind);
 /// \endcode
 ///
 /// A search moves the model's instant and observer and does not restore them. Without a model
-/// (the default one could not be initialised) every search answers empty.
+/// (the default one could not be initialised) every search answers empty. Short of memory, the
+/// constructor throws std::bad_alloc; the searches answer -1, with their list and place as
+/// before, and the maps false, with an empty vector.
 class SOLSYS_API CSWEclipses : public CSWAstrEv_dll {
   public:
     /// Borrows the model; given none, makes one on the ephemeris of the default place.

@@ -151,7 +151,9 @@ class SOLSYS_API TLEConvert {
     /// whatever is in it.
     /// \param sets    appended to
     /// \param faults  appended to, up to 1000; may be null
-    /// \return how many sets were read; 0 for a null text or a null `sets`
+    /// \return how many sets were read; 0 for a null text or a null `sets`, and (both vectors
+    /// as
+    ///         they were) when memory is short
     static std::size_t Read(const char* text, std::size_t size, std::vector<TLERecord>* sets,
                             std::vector<TLEFault>* faults, bool anyChecksum = false);
 
@@ -169,7 +171,8 @@ class SOLSYS_API TLECatalogue {
     TLECatalogue& operator=(const TLECatalogue& other);  ///< likewise
     ~TLECatalogue();
 
-    /// \return its place from 0; -1 for elements out of range, and nothing is added
+    /// \return its place from 0; -1 for elements out of range and when memory is short, and
+    ///         nothing is added
     int Add(const TLERecord& record);
     void Clear();                  ///< removes all
     std::size_t GetCount() const;  ///< how many there are

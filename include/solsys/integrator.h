@@ -41,7 +41,8 @@ enum IntegrStatus : int {
                              ///< body
     INTEGR_STEP = 4,   ///< the step shrank below 1e-10 day: a singularity, or too rough a force
     INTEGR_STEPS = 5,  ///< 400,000 steps on one side of the start
-    INTEGR_STOPPED = 6  ///< by the callback
+    INTEGR_STOPPED = 6,  ///< by the callback
+    INTEGR_MEMORY = 7    ///< memory was short; the next call begins anew
 };
 
 /// What an object of a model asks of a numerical integrator that moves it about the Sun: the
@@ -84,7 +85,7 @@ class SOLSYS_API IntegRA15 : public Integrator {
     /// False where there is none: the integration ends there.
     using ForceFn = bool (*)(double t, const double* x, const double* v, double* f,
                              void* context);
-    /// Told now and then what part of the span asked for is done, 0 to 1; false ends the
+    /// Told every 64 steps what part of the span asked for is done, 0 to 1; false ends the
     /// integration (`INTEGR_STOPPED`; the next call takes it up again).
     using ProgressFn = bool (*)(double done, void* context);
 
@@ -110,7 +111,7 @@ class SOLSYS_API IntegRA15 : public Integrator {
     void SetForces(const SmallForces& forces);
     /// The largest last term of a step in units of the force: 1e-8 unless set; 1e-12 to 1e-3.
     void SetTolerance(double tolerance);
-    /// Calls a function once a step; null for none. Its false ends the integration
+    /// Calls a function every 64 steps; null for none. Its false ends the integration
     /// (INTEGR_STOPPED).
     void SetCallBack(ProgressFn progress, void* context);
 

@@ -28,7 +28,8 @@ SOLSYS_API void SetDebugPrintHandler(DebugPrintHandler handler);
 /// home), its subfolder `work` and its subfolder `ephemeris`; Windows: `solsys` in the user's
 /// local application data, with the same subfolders.
 ///
-/// The setters copy the text; null brings the default back. A pointer answered by a getter
+/// The setters copy the text (short of memory they leave the old one); null brings the default
+/// back. A pointer answered by a getter
 /// holds until the same folder is set again. Set folders before computing on other threads.
 class StarwickPath {
   public:

@@ -85,9 +85,13 @@ enum SolsysReduction { REDUCTION_CLASSIC = 0, REDUCTION_MODERN = 1 };
 /// [0, 2 pi), latitude).
 ///
 /// Bad input: members that write through a pointer answer false, and write nothing, when it is
-/// null; numbers that are not finite give results that are not, or false. No exception leaves a
-/// member, except that the lists grow a vector of the host's. One model belongs to one thread;
-/// distinct models may be used from distinct threads.
+/// null; numbers that are not finite give results that are not, or false. One model belongs to
+/// one thread; distinct models may be used from distinct threads.
+///
+/// Short of memory, the constructor throws std::bad_alloc, with nothing left behind; members
+/// let no exception out. They answer false (or their other refusal; an integrated body has its
+/// osculating orbit), leave what they would have changed as it was, and serve again when there
+/// is memory.
 class SOLSYS_API CSWSolSys {
   public:
     /// Builds an empty model at J2000.0 seen from the Earth's centre; opens no file.
@@ -351,7 +355,8 @@ class SOLSYS_API CSWSolSys {
     /// @}
 
     /// \name Objects
-    /// The list members append to the vector and return its new size; 0 for a null vector.
+    /// The list members append to the vector and return its new size; 0 for a null vector; -1,
+    /// and the vector as it was, when memory is short.
     /// @{
 
     int GetFullList(std::vector<SSO_ID>* list) const;     ///< all with states, by type code
@@ -486,7 +491,7 @@ class SOLSYS_API CSWSolSys {
                        const SmallForces& forces = {});
     /// Whether the state last asked of an object came by integration.
     bool IsIntegrated(const SSO_ID& id) const;
-    /// Told now and then, during an integration, what part of it is done (0 to 1). False ends
+    /// Told every 64 steps of an integration what part of it is done (0 to 1). False ends
     /// it: the osculating orbit serves that object from then on, until this is called again.
     void SetIntegrCallBack(bool (*callback)(double done, void* context), void* context);
     /// @}

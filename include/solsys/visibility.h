@@ -197,6 +197,9 @@ struct BRIEF_INFO {
 ///
 /// All work is bounded: iterations are capped, and a search whose span reaches beyond the
 /// theories of the observer's body ends at their edge. One object serves one thread.
+///
+/// Short of memory, the constructor throws std::bad_alloc; members let no exception out: they
+/// answer false, an empty list, or -1 for a count, and a search stands where it stood.
 class SOLSYS_API CSWVisibility : public CSWAstrEv_dll {
   public:
     /// Over the host's model, which must outlive this; or, given null, over a model of its own

@@ -5,6 +5,9 @@
 /// radians and output arguments, this one answers what an almanac prints, in types: instants,
 /// sites in degrees and metres, bodies by name, `std::optional` or `Result` instead of marks in
 /// numbers. Angles are degrees unless a name says otherwise, lengths say their unit.
+///
+/// Short of memory everything here throws std::bad_alloc, as the containers of the standard
+/// library do that it answers with; models and lists serve on afterwards.
 #pragma once
 
 #include "solsys/sky/appearance.h"
