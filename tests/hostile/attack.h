@@ -39,7 +39,7 @@ class Attacker {
     // look.
     bool nulls = true;
     // Seconds of the processor: what all calls of a name may take before it is left alone.
-    double enough = 0.2;
+    double enough = 0.1;
     // The longest call so far, and whose it was.
     double slowest = 0;
     std::string slowest_name;

@@ -279,12 +279,17 @@ TEST(CInterface, SurvivesEveryFunction) {
     make_good_lists();
     constexpr int kRounds = 3000;
     // Seconds of the processor: of a call, of all calls of a function.
-    constexpr double kBound = 20, kEnough = 0.15;
+    constexpr double kBound = 20, kEnough = 0.08;
+    // No files of orbits or satellites are at hand.
+    const auto reads = [](std::string_view name) {
+        return name == "solsys_body_from_file" || name == "solsys_read_satellites";
+    };
     std::vector<int> answered(std::size(kFunctions));
     std::vector<double> spent(std::size(kFunctions));
     for (int round = 0; round < kRounds; ++round)
         for (size_t i = 0; i < std::size(kFunctions); ++i) {
-            if (spent[i] > kEnough && answered[i] > 0) continue;
+            const bool may_end = answered[i] > 0 || reads(kFunctions[i].name);
+            if (spent[i] > kEnough && may_end) continue;
             const std::clock_t start = std::clock();
             answered[i] += kFunctions[i].run() == SOLSYS_OK;
             const double took = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
@@ -292,12 +297,8 @@ TEST(CInterface, SurvivesEveryFunction) {
             spent[i] += took;
         }
     // An attack whose every call is refused at the door says nothing of what is behind it.
-    for (size_t i = 0; i < std::size(kFunctions); ++i) {
-        const std::string_view name = kFunctions[i].name;
-        // No files of orbits or satellites are at hand.
-        const bool reads = name == "solsys_body_from_file" || name == "solsys_read_satellites";
-        EXPECT_TRUE(answered[i] > 0 || reads) << name;
-    }
+    for (size_t i = 0; i < std::size(kFunctions); ++i)
+        EXPECT_TRUE(answered[i] > 0 || reads(kFunctions[i].name)) << kFunctions[i].name;
     solsys_model_free(nullptr), solsys_body_free(nullptr), solsys_list_free(nullptr);
     solsys_control_stop(nullptr), solsys_control_free(nullptr);
     EXPECT_EQ(solsys_list_count(nullptr), 0U);

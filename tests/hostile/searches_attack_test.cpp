@@ -159,7 +159,7 @@ class Searches : public testing::TestWithParam<hostile::State> {};
 
 TEST_P(Searches, SurviveEveryMember) {
     Attacker attack(22);
-    for (int round = 0; attack.goes_on(round, 8, 2.0); ++round) {
+    for (int round = 0; attack.goes_on(round, 8, 1.0); ++round) {
         CSWSolSys model;
         GetParam().reach(model, attack);
         for (const auto part : {attack_visibility, attack_conjunctions, attack_diary,

@@ -147,7 +147,7 @@ void attack_platform(Attacker& attack) {
 TEST(Toolkit, SurvivesEveryFunction) {
     Attacker attack(21);
     attack.nulls = false;
-    for (int round = 0; attack.goes_on(round, 300, 6.0); ++round) {
+    for (int round = 0; attack.goes_on(round, 300, 3.0); ++round) {
         for (const auto part :
              {attack_vectors, attack_scalars, attack_time, attack_orientation, attack_orbits,
               attack_light, attack_platform, attack_element_sets})
