@@ -72,7 +72,7 @@ Failure no_body(std::string_view text) {
 }  // namespace
 
 Body::Body(const SSO_ID& body_id, std::string body_name, Record body_record)
-    : id(body_id), name(std::move(body_name)), record(std::move(body_record)) {
+    : id(body_id), name(std::move(body_name)), record(body_record) {
     id.name[name.copy(id.name, sizeof id.name - 1)] = '\0';
 }
 
