@@ -68,8 +68,11 @@ void mind_first_word(const std::vector<std::string>& names, std::vector<std::str
 }
 
 // What a subcommand did not know what to do with, and what was meant perhaps.
-std::string unknown_word(const CLI::App& command) {
-    const std::string word = command.remaining().front();
+std::string unknown_word(const CLI::App& parser) {
+    const CLI::App& command = *parser.get_subcommands().front();
+    // What comes after "--" is left to the parser above.
+    const std::vector<std::string> left = parser.remaining(true);
+    const std::string word = left.empty() ? "--" : left.front();
     std::vector<std::string> names;
     for (const CLI::Option* option : command.get_options())
         for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
@@ -161,7 +164,7 @@ void CommandLine::run(std::vector<std::string> words) {
     } catch (const CLI::Success& call) {
         parser_->exit(call);
     } catch (const CLI::ExtrasError&) {
-        throw BadInput(unknown_word(*parser_->get_subcommands().front()));
+        throw BadInput(unknown_word(*parser_));
     } catch (const CLI::ParseError& error) {
         throw BadInput(std::string(error.what()) + " (see solsys --help)");
     }
