@@ -264,10 +264,20 @@ void attack_searches(Over& over) {
     using OnHorizon = Risings (*)(Model&, const Site&, const Body&, const Span&);
     using OverAltitude =
         Risings (*)(Model&, const Site&, const Body&, const Span&, const Altitude&);
+    using Watched = Risings (*)(Model&, const Site&, const Body&, const Span&, const Altitude&,
+                                SearchControl*);
     over("risings", static_cast<OnHorizon>(&risings));
     over("risings", static_cast<OverAltitude>(&risings));
+    over("risings", static_cast<Watched>(&risings));
+    using Through = std::vector<Passage> (*)(Model&, const Site&, const Body&,
+                                             std::span<const Altitude>, const Span&);
+    using WatchedThrough =
+        std::vector<Passage> (*)(Model&, const Site&, const Body&, std::span<const Altitude>,
+                                 const Span&, SearchControl*);
+    over("passages", static_cast<Through>(&passages));
+    over("passages", static_cast<WatchedThrough>(&passages));
     over("horizon_of", static_cast<Altitude (*)(const Site&, const Body&)>(&horizon_of));
-    FUNCTION(passages), FUNCTION(times_above), FUNCTION(moon_phase);
+    FUNCTION(times_above), FUNCTION(moon_phase);
     FUNCTION(principal_phases), FUNCTION(conjunctions), FUNCTION(gatherings), FUNCTION(diary);
     FUNCTION(satellite_phenomena), FUNCTION(lunar_occultations), FUNCTION(elongation_curves);
     FUNCTION(find_approaches), FUNCTION(find_eclipses), FUNCTION(eclipse_at);
