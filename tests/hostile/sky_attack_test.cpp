@@ -280,7 +280,7 @@ void attack_searches(Over& over) {
     FUNCTION(times_above), FUNCTION(moon_phase);
     FUNCTION(principal_phases), FUNCTION(conjunctions), FUNCTION(gatherings), FUNCTION(diary);
     FUNCTION(satellite_phenomena), FUNCTION(lunar_occultations), FUNCTION(elongation_curves);
-    FUNCTION(find_approaches), FUNCTION(find_eclipses), FUNCTION(eclipse_at);
+    FUNCTION(find_eclipses), FUNCTION(eclipse_at);
     FUNCTION(eclipse_map), FUNCTION(moon_in_shadow), FUNCTION(eclipsed_sun);
     FUNCTION(night_around), FUNCTION(best_view), FUNCTION(passes), FUNCTION(satellite_place);
     FUNCTION(path_of), FUNCTION(integrate), FUNCTION(is_integrated);
@@ -320,6 +320,13 @@ void attack_members(Attacker& attack, Model& model) {
         const double a = attack.number(), b = attack.number(), c = attack.number();
         (void)survey.size(), (void)survey.in_field(model, {a, b, c, attack.number()});
         (void)survey.near_earth(model, span_of(attack), a, {b});
+    });
+    attack("find_approaches", [&] {
+        // An integration over millennia takes its seconds, and is the same a century long.
+        const Span span = span_of(attack);
+        const bool far = !(std::fabs(span.from.jd_tt() - 2459000) < 36525);
+        const ApproachOptions options{attack.number(), far || attack.pick(2) == 0};
+        (void)find_approaches(model, body_of(attack), span, options);
     });
     attack("anchor", [] { (void)Rising().anchor(); });
     attack("phenomenon", [] { (void)SatelliteView().phenomenon(); });
