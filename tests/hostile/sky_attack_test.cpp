@@ -84,7 +84,8 @@ T draw(Attacker& a);
 Span span_of(Attacker& a) {
     const Instant from = instant_of(a);
     static const double days[] = {3, 0.5, 0, -1e6, 20};
-    if (std::fabs(from.jd_utc()) > 8e6 && a.pick(2) == 0) return {from, from.plus_days(1e8)};
+    if (std::fabs(from.jd_utc()) > 8e6 && a.pick(2) == 0)
+        return {from, from.plus_days(from.jd_utc() > 0 ? 1e8 : 1e6)};
     return {from, from.plus_days(days[a.pick(std::size(days))])};
 }
 
