@@ -4,6 +4,7 @@
 #include <array>
 #include <atomic>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
 #include <limits>
 
@@ -23,13 +24,41 @@ constexpr Row kRows[] = {
 constexpr std::size_t kCount = std::size(kRows);
 static_assert(kCount == 233);
 
-// The keys by themselves, so that the search runs over little memory.
+// The keys by themselves, so that they take little memory.
 constexpr auto kKeys = [] {
     std::array<double, kCount> keys{};
     for (std::size_t i = 0; i < kCount; ++i) keys[i] = kRows[i].key_day + kRows[i].key_fraction;
     return keys;
 }();
 static_assert(std::is_sorted(kKeys.begin(), kKeys.end()));
+
+// The last row whose key is not after the beginning of a slot. Slots are shorter than the steps
+// of the table: at most one key is within a slot.
+constexpr double kSlotDays = 128;
+constexpr std::size_t kSlots =
+    static_cast<std::size_t>((kKeys.back() - kKeys.front()) / kSlotDays) + 1;
+constexpr auto kRowOfSlot = [] {
+    std::array<std::uint8_t, kSlots> rows{};
+    for (std::size_t slot = 0, row = 0; slot < kSlots; ++slot) {
+        const double begin = kKeys.front() + static_cast<double>(slot) * kSlotDays;
+        while (row + 1 < kCount && kKeys[row + 1] <= begin) ++row;
+        rows[slot] = static_cast<std::uint8_t>(row);
+    }
+    return rows;
+}();
+static_assert([] {
+    for (std::size_t i = 1; i < kCount; ++i)
+        if (kKeys[i] - kKeys[i - 1] <= kSlotDays) return false;
+    return true;
+}());
+
+// jd: at the first key or after it.
+std::size_t row_of(double jd) {
+    if (jd >= kKeys.back()) return kCount - 1;
+    const std::size_t row =
+        kRowOfSlot[static_cast<std::size_t>((jd - kKeys.front()) / kSlotDays)];
+    return jd >= kKeys[row + 1] ? row + 1 : row;
+}
 
 template <std::size_t N>
 double horner(const double (&c)[N], double u) {
@@ -113,11 +142,7 @@ const ET_UT_Poly* GetSegments() {
 double Get(int day, double fraction) {
     const double jd = day + fraction;
     if (!std::isfinite(jd)) return std::numeric_limits<double>::quiet_NaN();
-    if (jd >= kKeys.front()) {
-        const auto after =
-            jd >= kKeys.back() ? kKeys.end() : std::upper_bound(kKeys.begin(), kKeys.end(), jd);
-        return kRows[std::distance(kKeys.begin(), after) - 1].delta_t;
-    }
+    if (jd >= kKeys.front()) return kRows[row_of(jd)].delta_t;
     short year = 0, month = 0, date = 0, hour = 0, minute = 0;
     double day_fraction = 0, second = 0;
     JD(day, fraction, &year, &month, &date, &day_fraction, &hour, &minute, &second);
