@@ -16,6 +16,7 @@
 #include "sky/batch_lanes.h"
 #include "sky/batch_walk.h"
 #include "sky/dynamical_time.h"
+#include "sky/place_of.h"
 #include "sky/units.h"
 #include "solsys/model.h"
 #include "solsys/pipeline.h"
@@ -89,13 +90,12 @@ std::optional<Failure> prepare(Model& model, std::span<const Body> bodies, std::
 // not there yet.
 template <class T, class Compute>
 void complete(Model& model, std::span<const Body> bodies, std::span<const Instant> instants,
-              std::span<T> out, SearchControl* control, Pass pass, Compute&& compute) {
+              std::span<T> out, Pulse& pulse, PartOfBatch part, Compute&& compute) {
     const auto none = [&](std::size_t b, std::size_t i) {
         return is_none(out[b * instants.size() + i]);
     };
-    Walk walk(model, instants, control);
+    Walk walk(model, instants, pulse, part);
     walk(
-        pass,
         [&](std::size_t i) {
             for (std::size_t b = 0; b < bodies.size(); ++b)
                 if (none(b, i)) return true;
@@ -116,7 +116,8 @@ Result<std::size_t> for_bodies(Model& model, std::span<const Body> bodies,
                                SearchControl* control, Compute&& compute) {
     if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
         return *failure;
-    complete(model, bodies, instants, out, control, {}, compute);
+    Pulse pulse(control);
+    complete(model, bodies, instants, out, pulse, {}, compute);
     return count_known(out);
 }
 
@@ -132,7 +133,7 @@ std::optional<Place> apparent_now(Model& model, const Body& body, double light_t
         return std::nullopt;
     const Spherical s =
         to_spherical(m.current.frames.cur_from_j2000 * seen.direction, seen.distance);
-    return Place{s.lon * kDegrees, s.lat * kDegrees, s.r, s.r * kLightDaysPerAu};
+    return place_of(s.r, s.lon, s.lat);
 }
 
 // The places of all bodies, instant by instant: what the file holds by groups of instants, the
@@ -224,8 +225,9 @@ Result<std::size_t> heliocentric_states(Model& model, std::span<const Body> bodi
                                         std::span<StateVector> out, SearchControl* control) {
     if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
         return *failure;
-    states_in_file(model, bodies, instants, out, control);
-    complete(model, bodies, instants, out, control, {},
+    Pulse pulse(control);
+    states_in_file(model, bodies, instants, out, pulse, {0, 2});
+    complete(model, bodies, instants, out, pulse, {1, 2},
              [&](const Body& body) { return heliocentric_state(model, body); });
     return count_known(out);
 }
@@ -236,7 +238,8 @@ Result<std::size_t> apparent_places(Model& model, std::span<const Body> bodies,
     if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
         return *failure;
     PlacesOfBodies places(model, bodies, instants, out);
-    Walk walk(model, instants, control);
+    Pulse pulse(control);
+    Walk walk(model, instants, pulse);
     walk([&](std::size_t i) { places.add(i); });
     places.finish_group();
     return count_known(out);
@@ -263,13 +266,15 @@ Result<std::size_t> horizontals(Model& model, std::span<const Site> sites,
     if (!rows) return Failure{"more sites and bodies than there is memory"};
     if (auto failure = prepare(model, bodies, *rows, instants.size(), out)) return *failure;
     const search::KeepModel keep(model.classic());
-    horizontals_in_file(model, sites, bodies, instants, out, control);
+    Pulse pulse(control);
+    const std::size_t parts = sites.size() + 1;
+    horizontals_in_file(model, sites, bodies, instants, out, pulse, {0, parts});
     const std::size_t of_site = bodies.size() * instants.size();
     for (std::size_t s = 0; s < sites.size(); ++s) {
         const OBSERVER observer = sites[s].observer();
         if (!model.classic().SetObserver(&observer)) continue;
-        complete(model, bodies, instants, out.subspan(s * of_site, of_site), control,
-                 {s, sites.size()}, [&](const Body& body) -> std::optional<Horizontal> {
+        complete(model, bodies, instants, out.subspan(s * of_site, of_site), pulse,
+                 {s + 1, parts}, [&](const Body& body) -> std::optional<Horizontal> {
                      const auto place = apparent_now(model, body);
                      if (!place) return std::nullopt;
                      return horizontal_of(model, *place);
@@ -288,7 +293,8 @@ Result<std::size_t> constellations(Model& model, std::span<const Instant> instan
                        std::to_string(places.size()) + " places"};
     fill_with_none(out);
     std::size_t done = 0;
-    Walk walk(model, instants, control);
+    Pulse pulse(control);
+    Walk walk(model, instants, pulse);
     walk([&](std::size_t i) {
         for (std::size_t at = i; at < places.size(); at += instants.size()) {
             const int index =

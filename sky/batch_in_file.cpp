@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "sky/batch_lanes.h"
-#include "sky/batch_walk.h"
 #include "sky/dynamical_time.h"
 #include "solsys/model.h"
 #include "solsys/reduction.h"
@@ -12,14 +11,13 @@
 namespace solsys::sky {
 
 void states_in_file(Model& model, std::span<const Body> bodies,
-                    std::span<const Instant> instants, std::span<StateVector> out,
-                    SearchControl* control) {
+                    std::span<const Instant> instants, std::span<StateVector> out, Pulse& pulse,
+                    PartOfBatch part) {
     const auto in_file = bodies_in_file(model, bodies);
-    Pulse pulse(control);
+    const auto all = static_cast<double>(instants.size());
     DynamicalTime dynamical;
     for (std::size_t first = 0; first < instants.size(); first += kGroup) {
-        if (!pulse.goes_on(static_cast<double>(first) / static_cast<double>(instants.size())))
-            return;
+        if (!pulse.goes_on(part.of_whole(static_cast<double>(first) / all))) return;
         const std::size_t count = std::min(kGroup, instants.size() - first);
         solsys::Instant tdb[kGroup];
         for (std::size_t i = 0; i < count; ++i)
@@ -36,7 +34,7 @@ void states_in_file(Model& model, std::span<const Body> bodies,
 
 void horizontals_in_file(Model& model, std::span<const Site> sites,
                          std::span<const Body> bodies, std::span<const Instant> instants,
-                         std::span<Horizontal> out, SearchControl* control) {
+                         std::span<Horizontal> out, Pulse& pulse, PartOfBatch part) {
     const OBSERVER centre = earth_centre();
     model.classic().SetObserver(&centre);
     const auto in_file = bodies_in_file(model, bodies);
@@ -47,11 +45,12 @@ void horizontals_in_file(Model& model, std::span<const Site> sites,
 
     std::vector<LightLanes> light(rows.size());
     PlaceGroup group;
-    Walk walk(model, instants, control);
-    const auto finish = [&](double done) {
+    Walk walk(model, instants, pulse, part);
+    const auto finish = [&] {
         for (std::size_t k = 0; k < rows.size(); ++k)
             group.find_emission(*in_file[rows[k]], light[k]);
-        for (std::size_t s = 0; s < sites.size() && walk.goes_on(done); ++s) {
+        const std::size_t last = group.indices().back();
+        for (std::size_t s = 0; s < sites.size() && walk.goes_on(last); ++s) {
             ObserverLanes observers{};
             group.stand_on(model, sites[s].observer(), observers);
             for (std::size_t k = 0; k < rows.size(); ++k)
@@ -63,9 +62,9 @@ void horizontals_in_file(Model& model, std::span<const Site> sites,
     };
     walk([&](std::size_t i) {
         group.add(model, i);
-        if (group.full()) finish(static_cast<double>(i) / static_cast<double>(instants.size()));
+        if (group.full()) finish();
     });
-    if (!group.empty()) finish(1);
+    if (!group.empty()) finish();
 }
 
 }  // namespace solsys::sky

@@ -4,18 +4,19 @@
 
 #include <span>
 
+#include "sky/batch_walk.h"
 #include "solsys/sky/batch.h"
 
 namespace solsys::sky {
 
 // The model need not be moved for them.
 void states_in_file(Model& model, std::span<const Body> bodies,
-                    std::span<const Instant> instants, std::span<StateVector> out,
-                    SearchControl* control);
+                    std::span<const Instant> instants, std::span<StateVector> out, Pulse& pulse,
+                    PartOfBatch part);
 
 // The light of a body leaves for all sites at once. Moves the model's observer.
 void horizontals_in_file(Model& model, std::span<const Site> sites,
                          std::span<const Body> bodies, std::span<const Instant> instants,
-                         std::span<Horizontal> out, SearchControl* control);
+                         std::span<Horizontal> out, Pulse& pulse, PartOfBatch part);
 
 }  // namespace solsys::sky

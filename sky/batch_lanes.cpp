@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/spherical.h"
+#include "sky/place_of.h"
 #include "sky/units.h"
 #include "solsys/light_time.h"
 #include "solsys/model.h"
@@ -18,9 +19,9 @@ Vec3 direction_of(const SeenLanes& seen, std::size_t lane) {
     return {seen.direction[0][lane], seen.direction[1][lane], seen.direction[2][lane]};
 }
 
-Place place_of(Vec3 direction, double distance) {
+Place place_towards(Vec3 direction, double distance) {
     const Spherical s = to_spherical(direction, distance);
-    return {s.lon * kDegrees, s.lat * kDegrees, s.r, s.r * kLightDaysPerAu};
+    return place_of(s.r, s.lon, s.lat);
 }
 
 // Azimuth from north through east; the frame's longitudes run through west.
@@ -89,7 +90,7 @@ void PlaceGroup::places(const FileBody& body, std::span<const Instant> instants,
     SeenLanes seen;
     see(body, lanes_, light, seen);
     for (std::size_t k = 0; k < count_; ++k)
-        row[index_[k]] = place_of(direction_of(seen, k), seen.distance[k]);
+        row[index_[k]] = place_towards(direction_of(seen, k), seen.distance[k]);
 }
 
 void PlaceGroup::find_emission(const FileBody& body, LightLanes& out) const {

@@ -12,8 +12,8 @@
 
 namespace solsys::sky {
 
-// Looks at a control between any two pieces of work, and tells it how far the work is twenty
-// times a second.
+// Looks at a control between any two pieces of a batch, and tells it how far the batch is,
+// never going back, twenty times a second.
 class Pulse {
   public:
     explicit Pulse(SearchControl* control) : control_(control) {}
@@ -39,48 +39,54 @@ class Pulse {
     double told_ = 0;
 };
 
-// One of several passes over the same work.
-struct Pass {
+// One of several equal parts of a batch.
+struct PartOfBatch {
     std::size_t number = 0, count = 1;
+
+    // Of the whole batch, where this part is done so far.
+    [[nodiscard]] double of_whole(double fraction) const {
+        return (static_cast<double>(number) + fraction) / static_cast<double>(count);
+    }
 };
 
 // The instants one after another, with the model moved to each. The model comes back.
 class Walk {
   public:
-    Walk(Model& model, std::span<const Instant> instants, SearchControl* control)
+    Walk(Model& model, std::span<const Instant> instants, Pulse& pulse, PartOfBatch part = {})
         : keep_(model.classic()),
           model_(model),
           before_(model.instant()),
           instants_(instants),
-          pulse_(control) {}
+          pulse_(pulse),
+          part_(part) {}
     ~Walk() { model_.move_to(before_); }
     Walk(const Walk&) = delete;
     Walk& operator=(const Walk&) = delete;
 
     // `use` gets the instants that are wanted and can be reached, until it is stopped.
     template <class Wanted, class Use>
-    void operator()(Pass pass, Wanted&& wanted, Use&& use) {
-        const auto all = static_cast<double>(instants_.size());
-        for (std::size_t i = 0; i < instants_.size(); ++i) {
-            const double done = static_cast<double>(pass.number) + static_cast<double>(i) / all;
-            if (!goes_on(done / static_cast<double>(pass.count))) return;
+    void operator()(Wanted&& wanted, Use&& use) {
+        for (std::size_t i = 0; i < instants_.size() && goes_on(i); ++i)
             if (wanted(i) && model_.move_to(instants_[i])) use(i);
-        }
     }
     // All of them.
     template <class Use>
     void operator()(Use&& use) {
-        (*this)(
-            {}, [](std::size_t) { return true; }, use);
+        (*this)([](std::size_t) { return true; }, use);
     }
-    bool goes_on(double fraction) { return pulse_.goes_on(fraction); }
+    // Whether to go on with instant i.
+    bool goes_on(std::size_t i) {
+        return pulse_.goes_on(
+            part_.of_whole(static_cast<double>(i) / static_cast<double>(instants_.size())));
+    }
 
   private:
     search::KeepModel keep_;  // the classic model, wherever its host had put it
     Model& model_;
     Instant before_;
     std::span<const Instant> instants_;
-    Pulse pulse_;
+    Pulse& pulse_;
+    PartOfBatch part_;
 };
 
 }  // namespace solsys::sky

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "sky/place_of.h"
 #include "sky/units.h"
 #include "solsys/toolkit.h"
 
@@ -12,12 +13,8 @@ namespace {
 constexpr double kJ2000 = 2451545;
 constexpr double kDaysPerYear = 365.25;
 
-Place place_of(double distance_au, double ra, double dec) {
-    return {ra * kDegrees, dec * kDegrees, distance_au, distance_au * kLightDaysPerAu};
-}
-
 // Stars too far away for their parallax to be known have no distance.
-Place place_of(const StarObject& star, const double direction[3]) {
+Place star_place(const StarObject& star, const double direction[3]) {
     double spherical[3] = {0, 0, 0};
     psf1(direction, 1.0, spherical);
     const bool known = star.parallax > 0 && star.parallax < STAR_UNKNOWN;
@@ -34,7 +31,7 @@ Place astrometric_star(const StarObject& star, const double observer[6], double 
     CalcProperMotionD(years, at_rest, direction, star.ra, star.dec, double{star.pm_ra},
                       double{star.pm_dec}, double{star.parallax}, double{star.radial_velocity},
                       light_years);
-    return place_of(star, direction);
+    return star_place(star, direction);
 }
 
 std::optional<Place> astrometric_body(CSWSolSys& model, const SSO_ID& id) {
@@ -52,7 +49,7 @@ std::optional<Place> apparent_place(Model& model, const Body& body) {
     if (const auto* star = std::get_if<StarObject>(&body.record)) {
         double direction[3] = {0, 0, 0};
         if (!classic.GetRADecVisStar(star, nullptr, direction, true)) return std::nullopt;
-        return place_of(*star, direction);
+        return star_place(*star, direction);
     }
     if (!model.add(body)) return std::nullopt;
     double spherical[3] = {0, 0, 0};

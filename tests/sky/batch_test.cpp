@@ -237,6 +237,24 @@ TEST(BatchOfWrongSizes, IsAFailureThatSaysSo) {
     EXPECT_TRUE(std::isnan(six[0].ra_deg));
 }
 
+// What the file holds comes first, then the rest site by site; long enough to be told of often.
+TEST(BatchInParts, NeverGoesBackInItsProgress) {
+    const auto classic = test::make_model(test::Source::kDe405);
+    Model model(*classic);
+    const auto bodies = bodies_called({"mars", "io"});
+    std::vector<Instant> instants;
+    for (int i = 0; i < 20000; ++i)
+        instants.push_back(Instant::from_utc({2451545, 0}).plus_days(0.1 * i));
+    const Site sites[2];
+    std::vector<Horizontal> out(4 * instants.size());
+    std::vector<double> told;
+    SearchControl control([&](double fraction) { told.push_back(fraction); });
+    EXPECT_EQ(*horizontals(model, sites, bodies, instants, out, &control), out.size());
+    ASSERT_FALSE(told.empty());
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+    EXPECT_LE(told.back(), 1);
+}
+
 TEST(Separations, OfOneAndOfMany) {
     const std::vector<Place> places{{0, 0}, {90, 0}, {10, 90}, {180, 1e-6}};
     std::vector<double> angles(4);

@@ -13,8 +13,8 @@ namespace solsys::sky {
 /// told how far it is. A search that was stopped answers what it had found till then.
 class SearchControl {
   public:
-    /// `progress` gets the fraction done, 0 to 1, in the searching thread: a search tells it
-    /// step by step, a batch now and then.
+    /// `progress` gets the fraction done, 0 to 1 and never going back, in the searching thread:
+    /// a search tells it step by step, a batch now and then.
     explicit SearchControl(std::function<void(double)> progress = {})
         : progress_(std::move(progress)) {}
     /// Asks the search to end at its next step; from any thread.
