@@ -1,5 +1,6 @@
 #include <charconv>
 
+#include "core/constants.h"
 #include "sky/stars.h"
 
 namespace solsys::sky {
@@ -9,8 +10,6 @@ namespace {
 constexpr std::string_view kRows =
 #include "deep_sky_text.inc"
     ;
-
-constexpr double kDegree = 0.017453292519943295;
 
 double number_in(std::string_view text, double otherwise) {
     std::from_chars(text.data(), text.data() + text.size(), otherwise);

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cmath>
 
+#include "core/constants.h"
 #include "sky/text.h"
 #include "solsys/sky/zone.h"
 #include "solsys/time_scales.h"
@@ -10,7 +11,6 @@
 namespace solsys::sky {
 namespace {
 
-constexpr double kSecondsPerDay = 86400.0;
 constexpr double kUnixEpochJd = 2440587.5;
 constexpr double kLargestDay = 2e9;
 

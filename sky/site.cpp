@@ -4,13 +4,13 @@
 #include <cmath>
 #include <optional>
 
+#include "core/constants.h"
 #include "sky/text.h"
 #include "solsys/sso_id.h"
 
 namespace solsys::sky {
 namespace {
 
-constexpr double kDegree = 0.017453292519943295;
 constexpr double kAuM = 149597870700.0;
 constexpr double kLowestM = -12000;
 constexpr double kHighestM = 1e9;

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <optional>
 
+#include "core/constants.h"
+
 namespace solsys::sky {
 namespace {
 
@@ -16,7 +18,6 @@ constexpr std::string_view kNames =
 #include "star_names_text.inc"
     ;
 
-constexpr double kDegree = 0.017453292519943295;
 constexpr double kMas = 4.84813681109536e-9;  // rad
 
 std::optional<int> number_after(std::string_view text, std::string_view prefix) {
