@@ -242,13 +242,27 @@ void print_events(const Page& page, const Setting& setting, const sky::Model& mo
     table.finish();
 }
 
+// Whether a text for --time names a time of day: "...T18", "... 18:30", "jd:2461387.5".
+bool names_a_time_of_day(std::string_view text) {
+    const auto marks = [](char mark, char next) {
+        return std::string_view("Tt :.").find(mark) != std::string_view::npos && next >= '0' &&
+               next <= '9';
+    };
+    return std::adjacent_find(text.begin(), text.end(), marks) != text.end();
+}
+
+// A date alone means the night that begins on it.
+sky::Instant wanted_instant(const Options& options, const Setting& setting) {
+    const sky::Instant t = instant_of(options, setting);
+    const bool starts_a_day =
+        sky::days_between(setting.zone.day(setting.zone.date(t)).from, t) == 0;
+    return starts_a_day && !names_a_time_of_day(options.time.value_or("now")) ? t.plus_days(0.5)
+                                                                              : t;
+}
+
 void run(const Request& request) {
     const Setting setting = setting_with_site(request.options);
-    sky::Instant t = instant_of(request.options, setting);
-    // A date alone means the night that begins on it.
-    if (setting.zone.clock(t) == "00:00" &&
-        sky::days_between(setting.zone.day(setting.zone.date(t)).from, t) == 0)
-        t = t.plus_days(0.5);
+    const sky::Instant t = wanted_instant(request.options, setting);
     sky::Model model = model_of(request.options, setting);
     move_to(model, t);
     const Page page = page_of(model, setting, request, t);

@@ -127,7 +127,8 @@ TEST(RiseSet, DrawsAYear) {
 
 TEST(Tonight, OfADateBeginsOnIt) {
     const std::string night = "The night of 2026-12-01 to 2026-12-02";
-    for (const char* time : {"2026-12-01", "2026-12-01T18:00", "2026-12-02T03:00"})
+    for (const char* time :
+         {"2026-12-01", "2026-12-01T18:00", "2026-12-02T00:00", "2026-12-02T03:00"})
         EXPECT_THAT(run_command(std::string("tonight --city Oslo --time ") + time).out,
                     testing::StartsWith(night));
 }
