@@ -153,20 +153,6 @@ bool heliocentric(const Bodies& bodies, const StateSource& source, Instant t, bo
     return none(out);
 }
 
-}  // namespace
-
-std::optional<std::uint32_t> Bodies::source_changes() const {
-    const SS_Object* sun = find(kSunKey);
-    if (sun == nullptr) return std::nullopt;
-    return sun->SourceChanges() - de_file_changes();
-}
-
-bool Bodies::only_theories() const {
-    return theories_since && theories_since == source_changes();
-}
-
-namespace {
-
 void find_asteroid(const Bodies& bodies, StateSource& source) {
     const ElementTables& tables = bodies.elements;
     if (tables.is_central_asteroid(source.body.number)) {
@@ -187,6 +173,16 @@ void find_comet(const ElementTables& tables, StateSource& source) {
 }
 
 }  // namespace
+
+std::optional<std::uint32_t> Bodies::source_changes() const {
+    const SS_Object* sun = find(kSunKey);
+    if (sun == nullptr) return std::nullopt;
+    return sun->SourceChanges() - de_file_changes();
+}
+
+bool Bodies::only_theories() const {
+    return theories_since && theories_since == source_changes();
+}
 
 StateSource find_source(const Bodies& bodies, BodyKey body) {
     StateSource source{.body = body, .kind = &kind_of(body.type)};

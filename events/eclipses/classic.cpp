@@ -114,6 +114,15 @@ void classify_lunar(double gamma, double u, double n, double penumbral, double u
     e.end = e.greatest + half;
 }
 
+// Geodetic latitude and longitude of the place that the Moon is overhead of [rad].
+void store_sublunar(CSWSolSys& model, const Luminaries& sky, double (&place)[2]) {
+    double flattening = 0;
+    model.GetRadiEq(SSO_ID(SSO_PLNT, 3), &flattening);
+    const double polar = (1 - flattening) * (1 - flattening);
+    place[0] = std::atan(sky.moon.z / std::hypot(sky.moon.x, sky.moon.y) / polar);
+    place[1] = solsys::wrap_half_turn(std::atan2(sky.moon.y, sky.moon.x) - sky.greenwich);
+}
+
 }  // namespace
 
 bool CSWEclipses::State::elements_at(int at_day, double at_fraction, BesselElems& out) {
@@ -239,19 +248,6 @@ void CSWEclipses::FindContact(bool umbral, bool outer, int day, double t0, doubl
     report(first, newton(t0, kNever));
     report(last, newton(t1, kLongestContactStep));
 }
-
-namespace {
-
-// Geodetic latitude and longitude of the place that the Moon is overhead of [rad].
-void store_sublunar(CSWSolSys& model, const Luminaries& sky, double (&place)[2]) {
-    double flattening = 0;
-    model.GetRadiEq(SSO_ID(SSO_PLNT, 3), &flattening);
-    const double polar = (1 - flattening) * (1 - flattening);
-    place[0] = std::atan(sky.moon.z / std::hypot(sky.moon.x, sky.moon.y) / polar);
-    place[1] = solsys::wrap_half_turn(std::atan2(sky.moon.y, sky.moon.x) - sky.greenwich);
-}
-
-}  // namespace
 
 bool CSWEclipses::CircumstanceLunarEclipse(int day, double fraction, double gamma, double u,
                                            double n, ECLIPSE* eclipse) {
