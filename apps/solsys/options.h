@@ -120,10 +120,11 @@ inline std::string shown_minutes(const sky::Zone& zone, const sky::Instant& t) {
 inline std::string shown_seconds(const sky::Zone& zone, const sky::Instant& t) {
     return zone.seconds(t);
 }
-// Without the date: "19:03:04".
+// The date alone: "2026-08-12".
 inline std::string shown_date(const sky::Zone& zone, const sky::Instant& t) {
     return sky::to_string(zone.date(t));
 }
+// Without the date: "19:03:04".
 inline std::string shown_clock_seconds(const sky::Zone& zone, const sky::Instant& t) {
     const std::string text = zone.seconds(t);
     return text.substr(text.rfind(' ') + 1);

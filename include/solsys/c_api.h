@@ -338,6 +338,7 @@ SOLSYS_API solsys_status solsys_passages(solsys_model* model, const solsys_site*
                                          const solsys_altitude* altitudes,
                                          size_t altitude_count, solsys_instant from,
                                          solsys_instant to, solsys_list** out);
+/// The same with a control, and without a limit of years.
 SOLSYS_API solsys_status solsys_watched_passages(solsys_model* model, const solsys_site* site,
                                                  const solsys_body* body,
                                                  const solsys_altitude* altitudes,

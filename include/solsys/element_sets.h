@@ -151,9 +151,8 @@ class SOLSYS_API TLEConvert {
     /// whatever is in it.
     /// \param sets    appended to
     /// \param faults  appended to, up to 1000; may be null
-    /// \return how many sets were read; 0 for a null text or a null `sets`, and (both vectors
-    /// as
-    ///         they were) when memory is short
+    /// \return how many sets were read; 0 for a null text or a null `sets`, and when memory is
+    ///         short, both vectors then being as they were
     static std::size_t Read(const char* text, std::size_t size, std::vector<TLERecord>* sets,
                             std::vector<TLEFault>* faults, bool anyChecksum = false);
 

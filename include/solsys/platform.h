@@ -29,8 +29,8 @@ SOLSYS_API void SetDebugPrintHandler(DebugPrintHandler handler);
 /// local application data, with the same subfolders.
 ///
 /// The setters copy the text (short of memory they leave the old one); null brings the default
-/// back. A pointer answered by a getter
-/// holds until the same folder is set again. Set folders before computing on other threads.
+/// back. A pointer answered by a getter holds until the same folder is set again. Set folders
+/// before computing on other threads.
 class StarwickPath {
   public:
     /// The data folder.
