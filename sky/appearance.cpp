@@ -63,7 +63,7 @@ void add_phase(CSWSolSys& model, const SSO_ID& id, double distance_au, Appearanc
     // Of comets the library has a nominal nucleus only, which is not what is seen.
     const double radius_au = id.type == SSO_COMT ? 0 : model.GetRadiEq(id) / kAuKm;
     if (radius_au > 0 && radius_au < distance_au)
-        looks.angular_diameter_arcsec = 2 * std::asin(radius_au / distance_au) * kArcsec;
+        looks.angular_diameter_arcsec = 2 * std::asin(radius_au / distance_au) * kArcseconds;
 }
 
 }  // namespace

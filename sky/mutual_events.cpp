@@ -12,7 +12,7 @@ using Kind = SatellitePhenomenon::Kind;
 
 constexpr double kPrecision = 0.5 * search::kSecond;
 constexpr double kMargin = 1.3;
-constexpr double kSunRadius = 696000 / kAuKm;
+constexpr double kSunRadius = kSunRadiusKm / kAuKm;
 
 // The geometry of a satellite (far) on the line from the Earth or the Sun through another one.
 struct Line {

@@ -30,7 +30,7 @@ constexpr double kReach = 0.30 * kWindow / 2 + 0.0180 + 0.0050 + 0.002;  // rad
 // (parallax times the Earth's turn, 0.113) squared; accelerations times the angle within reach.
 constexpr double kBound = 0.42 * 0.42 + 0.06 * 0.75;
 constexpr double kAmplitude = 5e-5;
-constexpr double kGraze = 10 / kArcsec;  // rad
+constexpr double kGraze = 10 / kArcseconds;  // rad
 constexpr double kHalfMinute = 0.5 / 1440;
 
 struct Candidate {

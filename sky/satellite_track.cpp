@@ -11,7 +11,6 @@ namespace solsys::sky {
 namespace {
 
 constexpr Ellipsoid kWgs84Figure{kEarthRadiusKm, 1 / 298.257223563};
-constexpr double kSunRadiusKm = 695700;
 constexpr double kNodeStep = 0.25;  // day: the cubic between two nodes is good to 1e-12
 constexpr std::size_t kNodes = 64;
 

@@ -10,8 +10,6 @@
 namespace solsys::sky {
 namespace {
 
-constexpr double kSunRadiusKm = 696000.0;
-
 double length(const double v[3]) { return Vmod(v, 3); }
 
 // Unit vectors of the sky at an apparent place of date: towards the body, east and north.
@@ -182,7 +180,7 @@ std::optional<PlanetView> view_planet(Model& model, const Body& planet) {
     PlanetView view;
     view.planet = planet;
     view.distance_au = place[0];
-    view.radius_arcsec = std::asin(radius_km / (place[0] * kAuKm)) * kArcsec;
+    view.radius_arcsec = std::asin(radius_km / (place[0] * kAuKm)) * kArcseconds;
     double pole[3];
     if (pole_of(classic, planet.id, pole)) {
         const SkyAxes sky = axes_at(place[1], place[2]);
@@ -215,8 +213,8 @@ std::optional<SatelliteView> view_satellite(Model& model, const PlanetView& plan
     SatelliteView view;
     view.moon = moon;
     view.distance_au = moon_place[0];
-    view.east_arcsec = SVprod(seen.away, sky.east, 3) / depth * kArcsec;
-    view.north_arcsec = SVprod(seen.away, sky.north, 3) / depth * kArcsec;
+    view.east_arcsec = SVprod(seen.away, sky.east, 3) / depth * kArcseconds;
+    view.north_arcsec = SVprod(seen.away, sky.north, 3) / depth * kArcseconds;
     const Turned at = turned(view.east_arcsec, view.north_arcsec, planet.pole_angle_deg);
     view.x_radii = at.x / planet.radius_arcsec;
     view.y_radii = at.y / planet.radius_arcsec;

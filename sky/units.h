@@ -6,7 +6,8 @@
 namespace solsys::sky {
 
 constexpr double kDegrees = 57.29577951308232;            // per radian
-constexpr double kArcsec = 206264.80624709636;            // per radian
+constexpr double kArcseconds = 206264.80624709636;        // per radian
 constexpr double kLightDaysPerAu = 0.005775518331436995;  // IAU 2012 au, c
+constexpr double kSunRadiusKm = 696000;                   // as the model has it
 
 }  // namespace solsys::sky

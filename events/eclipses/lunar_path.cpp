@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/angles.h"
+#include "events/eclipses/centring.h"
 #include "events/eclipses/luminaries.h"
 #include "events/eclipses/solar_path.h"
 #include "solsys/eclipses.h"
@@ -10,9 +11,6 @@
 
 namespace solsys::eclipses {
 namespace {
-
-constexpr double kOffCentre = 0.2;  // hours, as for solar eclipses
-constexpr int kMaxCentrings = 4;
 
 // Radius of the Earth at latitude 45 degrees over that of the equator, and the enlargements by
 // its atmosphere: Chauvenet 1891; Danjon 1951 (1.01 = 1 + 1/85 - 1/594).
@@ -89,13 +87,8 @@ std::optional<LunarPath> lunar_path(CSWSolSys& model, Instant syzygy, const Radi
     path.radii = radii;
     path.rule = rule;
     path.u = u;
-    path.t0 = later(syzygy, 0);
-    for (int i = 0; i < kMaxCentrings; ++i) {
-        if (!lay_through(model, path) || !std::isfinite(path.greatest)) return std::nullopt;
-        if (std::fabs(path.greatest) <= kOffCentre) break;
-        path.t0 = later(path.t0, path.greatest);
-    }
-    path.delta_t = ET_UT::Get(path.t0.day, path.t0.fraction);
+    const auto lay = [&model](LunarPath& p) { return lay_through(model, p); };
+    if (!centre_on_greatest(path, syzygy, lay)) return std::nullopt;
     return path;
 }
 

@@ -9,10 +9,6 @@
 namespace solsys::eclipses {
 namespace {
 
-// Farther than this from greatest eclipse the polynomials are laid anew [hours].
-constexpr double kOffCentre = 0.2;
-constexpr int kMaxCentrings = 4;
-
 bool lay_through(CSWSolSys& model, SolarPath& path) {
     std::array<double, 5> x, y, sin_d, cos_d, mu, l1, l2;
     for (int i = 0; i < 5; ++i) {
@@ -35,8 +31,6 @@ bool lay_through(CSWSolSys& model, SolarPath& path) {
 }
 
 }  // namespace
-
-Instant later(Instant t, double h) { return plus(t, h / 24); }
 
 double least_distance(const Quartic& x, const Quartic& y) {
     double h = 0;
@@ -68,13 +62,8 @@ ShadowElements SolarPath::at(double h) const {
 std::optional<SolarPath> solar_path(CSWSolSys& model, Instant syzygy, const Radii& radii) {
     SolarPath path;
     path.radii = radii;
-    path.t0 = later(syzygy, 0);
-    for (int i = 0; i < kMaxCentrings; ++i) {
-        if (!lay_through(model, path) || !std::isfinite(path.greatest)) return std::nullopt;
-        if (std::fabs(path.greatest) <= kOffCentre) break;
-        path.t0 = later(path.t0, path.greatest);
-    }
-    path.delta_t = ET_UT::Get(path.t0.day, path.t0.fraction);
+    const auto lay = [&model](SolarPath& p) { return lay_through(model, p); };
+    if (!centre_on_greatest(path, syzygy, lay)) return std::nullopt;
     return path;
 }
 

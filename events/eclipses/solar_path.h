@@ -5,6 +5,7 @@
 
 #include "core/instant.h"
 #include "events/eclipses/besselian.h"
+#include "events/eclipses/centring.h"
 #include "events/eclipses/quartic.h"
 #include "solsys/solar_system.h"
 
@@ -41,8 +42,5 @@ double least_distance(const Quartic& x, const Quartic& y);
 // The path around a syzygy known to about a quarter of a day. Moves the model, whose observer
 // is to be at the Earth's centre. Nothing when the ephemeris does not answer.
 std::optional<SolarPath> solar_path(CSWSolSys& model, Instant syzygy, const Radii& radii);
-
-// The instant h hours after t, whole days in the day number.
-Instant later(Instant t, double h);
 
 }  // namespace solsys::eclipses
