@@ -22,12 +22,8 @@ if TYPE_CHECKING:
 
     Progress = Optional[Callable[[float], Any]]
 
-_WAYS = {"right-ascension": 0, "longitude": 1, "closest": 2}
-_ABBREVIATIONS = np.array("""And Ant Aps Aqr Aql Ara Ari Aur Boo Cae Cam Cnc CVn CMa CMi Cap Car
-    Cas Cen Cep Cet Cha Cir Col Com CrA CrB Crv Crt Cru Cyg Del Dor Dra Equ Eri For Gem Gru Her
-    Hor Hya Hyi Ind Lac Leo LMi Lep Lib Lup Lyn Lyr Men Mic Mon Mus Nor Oct Oph Ori Pav Peg Per
-    Phe Pic Psc PsA Pup Pyx Ret Sge Sgr Sco Scl Sct Ser Sex Tau Tel Tri TrA Tuc UMa UMi Vel Vir
-    Vol Vul""".split() + [""])
+_WAYS = _core.ConjunctionWay.__members__
+_ABBREVIATIONS = np.array([*_core.constellation_abbreviations(), ""])  # the last one: index -1
 
 
 class Model:

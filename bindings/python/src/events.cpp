@@ -22,13 +22,11 @@ py::dict phases(SharedModel& shared, const JulianPairs& span) {
 }
 
 py::dict conjunctions(SharedModel& shared, const Body& first, const Body& second,
-                      const JulianPairs& span, int way, double within_deg,
+                      const JulianPairs& span, sky::ConjunctionWay way, double within_deg,
                       const py::object& progress) {
     const sky::Span when = span_of(span);
     const auto rows = shared.search({}, progress, [&](sky::Model& model, Watch& watch) {
-        return sky::conjunctions(model, first, second, when,
-                                 static_cast<sky::ConjunctionWay>(way), within_deg,
-                                 watch.control());
+        return sky::conjunctions(model, first, second, when, way, within_deg, watch.control());
     });
     return Table(rows)
         .column("time", &sky::Conjunction::at)
@@ -144,6 +142,10 @@ py::dict approaches(SharedModel& shared, const Body& body, const JulianPairs& sp
 }  // namespace
 
 void bind_events(py::module_& module) {
+    py::enum_<sky::ConjunctionWay>(module, "ConjunctionWay")
+        .value("right-ascension", sky::ConjunctionWay::kRightAscension)
+        .value("longitude", sky::ConjunctionWay::kLongitude)
+        .value("closest", sky::ConjunctionWay::kClosest);
     module.def("phases", &phases);
     module.def("conjunctions", &conjunctions);
     module.def("gatherings", &gatherings);

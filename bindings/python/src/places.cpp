@@ -89,6 +89,14 @@ py::array_t<sky::Horizontal> horizontal(SharedModel& shared, const Bodies& bodie
     return out;
 }
 
+// By their numbers.
+std::vector<std::string> constellation_abbreviations() {
+    std::vector<std::string> all;
+    for (int i = 0; sky::constellation_number(i).index == i; ++i)
+        all.emplace_back(sky::constellation_number(i).abbreviation);
+    return all;
+}
+
 using Places = py::array_t<Place, py::array::c_style>;
 
 py::array_t<double> separation(Places first, Places second) {
@@ -182,6 +190,7 @@ void bind_places(py::module_& module) {
         .def("states", &states)
         .def("horizontal", &horizontal)
         .def("ephemeris", &ephemeris);
+    module.def("constellation_abbreviations", &constellation_abbreviations);
     module.def("separation", &separation);
 }
 

@@ -2,6 +2,8 @@
 #include <pybind11/operators.h>
 
 #include <cmath>
+#include <cstring>
+#include <type_traits>
 
 #include "bindings.h"
 #include "solsys/version.h"
@@ -86,13 +88,15 @@ Site make_site(double latitude, double longitude, double height, double above_ho
 
 py::tuple parts_of(const Site& s) {
     return py::make_tuple(s.latitude_deg, s.longitude_deg, s.height_m, s.above_horizon_m,
-                          s.name, s.zone);
+                          s.name, s.zone, s.country);
 }
 
 Site site_from(const py::tuple& parts) {
-    return make_site(parts[0].cast<double>(), parts[1].cast<double>(), parts[2].cast<double>(),
-                     parts[3].cast<double>(), parts[4].cast<std::string>(),
-                     parts[5].cast<std::string>());
+    Site site = make_site(parts[0].cast<double>(), parts[1].cast<double>(),
+                          parts[2].cast<double>(), parts[3].cast<double>(),
+                          parts[4].cast<std::string>(), parts[5].cast<std::string>());
+    site.country = parts[6].cast<std::string>();
+    return site;
 }
 
 std::string describe(const Site& s) {
@@ -132,6 +136,44 @@ horizon: 0 in a valley or on a plateau. zone is an IANA name.)")
     module.def("cities_called", &sky::cities_called);
 }
 
+template <class T>
+py::bytes bytes_of(const T& value) {
+    static_assert(std::is_trivially_copyable_v<T>);
+    return {reinterpret_cast<const char*>(&value), sizeof value};
+}
+
+template <class T>
+T from_bytes(const py::object& bytes) {
+    const auto raw = bytes.cast<std::string>();
+    T value{};
+    if (raw.size() != sizeof value)
+        throw py::value_error("a Body pickled by another version of the library");
+    std::memcpy(&value, raw.data(), sizeof value);
+    return value;
+}
+
+py::tuple state_of(const Body& b) {
+    const py::bytes record = std::visit([](const auto& r) { return bytes_of(r); }, b.record);
+    return py::make_tuple(bytes_of(b.id), b.name, b.record.index(), record, b.elements_epoch);
+}
+
+template <std::size_t kKind = 0>
+Body::Record record_from(std::size_t kind, const py::object& bytes) {
+    if constexpr (kKind < std::variant_size_v<Body::Record>) {
+        if (kind != kKind) return record_from<kKind + 1>(kind, bytes);
+        return from_bytes<std::variant_alternative_t<kKind, Body::Record>>(bytes);
+    } else {
+        throw py::value_error("a Body pickled by another version of the library");
+    }
+}
+
+Body body_from(const py::tuple& state) {
+    Body body(from_bytes<SSO_ID>(state[0]), state[1].cast<std::string>(),
+              record_from(state[2].cast<std::size_t>(), state[3]));
+    body.elements_epoch = state[4].cast<double>();
+    return body;
+}
+
 void bind_body(py::module_& module) {
     py::class_<Body>(module, "Body", R"(A body that places can be asked of; see find_body.
 
@@ -143,7 +185,8 @@ NaN for bodies without.)")
         .def_property_readonly(
             "elements_jd_tt",
             [](const Body& b) { return b.has_elements() ? b.elements_epoch : std::nan(""); })
-        .def("__repr__", [](const Body& b) { return "<Body " + b.name + ">"; });
+        .def("__repr__", [](const Body& b) { return "<Body " + b.name + ">"; })
+        .def(py::pickle(&state_of, &body_from));
     module.def("find_bodies", [](const std::string& name) {
         return value_of(sky::find_bodies(name), "bodies");
     });

@@ -120,6 +120,18 @@ def test_a_model_in_threads_and_through_pickle(model):
             np.testing.assert_allclose(places[field], wanted[field], rtol=1e-14, atol=1e-14)
 
 
+def test_bodies_and_sites_through_pickle(model):
+    own = solsys.body_from_elements("epoch=jd:2459800.5,a=2.77,e=0.078,i=10.6,node=80.3,"
+                                    "peri=73.6,M=334.3,H=3.3,G=0.12,name=Mine")
+    for body in [own, *map(solsys.find_body, ("mars", "io", "sirius", "M31", "vesta", "halley"))]:
+        copy = pickle.loads(pickle.dumps(body))
+        assert (copy.name, copy.code) == (body.name, body.code)
+        assert model.astrometric(copy, TIMES[3]) == model.astrometric(body, TIMES[3])
+    oslo = solsys.find_city("Oslo")
+    copy = pickle.loads(pickle.dumps(oslo))
+    assert copy == oslo and copy.country == oslo.country == "NO"
+
+
 def test_theory_and_file_do_not_mix(de405, tmp_path):
     before, with_file, after = solsys.Model(), solsys.Model(de405), solsys.Model()
     places = [float(m.apparent("moon", TIMES[3]).ra_deg) for m in (before, with_file, after)]
