@@ -4,13 +4,12 @@
 #include <iterator>
 
 #include "core/linalg.h"
+#include "sky/shown_magnitude.h"
 #include "sky/units.h"
 #include "solsys/magnitudes.h"
 
 namespace solsys::sky {
 namespace {
-
-constexpr double kFaintest = 60;  // what is fainter is one of the marks for "not known"
 
 struct Named {
     int index;
@@ -21,8 +20,8 @@ constexpr Named kConstellations[] = {
 #include "constellation_names.inc"
 };
 
-// Saturn with its rings at their true tilt, which the law takes from positions along the axes
-// of the planet's equator.
+// Saturn with its rings at their true tilt, which the classic law takes from positions along
+// the axes of the planet's equator.
 bool saturn_magnitude(CSWSolSys& model, float* magnitude) {
     const SSO_ID saturn(SSO_PLNT, 6);
     int day = 0;
@@ -40,12 +39,6 @@ bool saturn_magnitude(CSWSolSys& model, float* magnitude) {
     store(turn * load(observer), observer);
     store(turn * load(position), position);
     return StarMagPlanet(observer, 6, position, magnitude) == 0;
-}
-
-// To the digits that single precision holds.
-std::optional<double> rounded(float magnitude) {
-    if (!(magnitude < kFaintest)) return std::nullopt;
-    return std::round(double{magnitude} * 1e4) / 1e4;
 }
 
 // Phase, elongation and apparent size of what the Sun lights.
@@ -70,13 +63,14 @@ void add_phase(CSWSolSys& model, const SSO_ID& id, double distance_au, Appearanc
 
 std::optional<double> magnitude_of(Model& model, const Body& body) {
     if (const auto* star = std::get_if<StarObject>(&body.record))
-        return rounded(star->magnitude);
+        return shown_magnitude(star->magnitude);
     CSWSolSys& classic = model.classic();
     float magnitude = 0;
-    const bool known = body.id == SSO_ID(SSO_PLNT, 6)
-                           ? saturn_magnitude(classic, &magnitude)
-                           : classic.GetMagnitude(body.id, &magnitude);
-    return known ? rounded(magnitude) : std::nullopt;
+    const bool saturn =
+        body.id == SSO_ID(SSO_PLNT, 6) && classic.GetReduction() == REDUCTION_CLASSIC;
+    const bool known = saturn ? saturn_magnitude(classic, &magnitude)
+                              : classic.GetMagnitude(body.id, &magnitude);
+    return known ? shown_magnitude(magnitude) : std::nullopt;
 }
 
 Appearance appearance_of(Model& model, const Body& body, const Place& apparent) {
@@ -85,7 +79,7 @@ Appearance appearance_of(Model& model, const Body& body, const Place& apparent) 
     looks.constellation =
         constellation_at(model, apparent.ra_deg, apparent.dec_deg).abbreviation;
     if (const auto* star = std::get_if<StarObject>(&body.record)) {
-        looks.magnitude = rounded(star->magnitude);
+        looks.magnitude = shown_magnitude(star->magnitude);
         const Result<bool> known = model.add(body);
         double elongation = 0;
         if (known && model.classic().PhaseElongation(body.id, nullptr, nullptr, &elongation,

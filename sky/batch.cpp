@@ -110,29 +110,22 @@ void complete(Model& model, std::span<const Body> bodies, std::span<const Instan
         });
 }
 
-template <class T, class Compute>
-Result<std::size_t> for_bodies(Model& model, std::span<const Body> bodies,
-                               std::span<const Instant> instants, std::span<T> out,
-                               SearchControl* control, Compute&& compute) {
-    if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
-        return *failure;
-    Pulse pulse(control);
-    complete(model, bodies, instants, out, pulse, {}, compute);
-    return count_known(out);
-}
-
 // The single call, except that the model stays where it is when there is no place.
 // `light_time`: a first guess [day], 0 for none.
-std::optional<Place> apparent_now(Model& model, const Body& body, double light_time = 0) {
-    if (body.is_star()) return apparent_place(model, body);
+std::optional<Place> place_now(Model& model, PlaceKind kind, const Body& body,
+                               double light_time = 0) {
+    const bool apparent_one = kind == PlaceKind::kApparent;
+    if (body.is_star())
+        return apparent_one ? apparent_place(model, body) : astrometric_place(model, body);
     const CSWSolSys::Model& m = model.classic().Inside();
     const StateSource source = find_source(m.bodies, body.id);
     ApparentPlace seen;
     if (!source.kind->has_states() ||
         !apparent(m.bodies, m.current.observer, source, m.current.now, light_time, seen))
         return std::nullopt;
-    const Spherical s =
-        to_spherical(m.current.frames.cur_from_j2000 * seen.direction, seen.distance);
+    const Vec3 way =
+        apparent_one ? m.current.frames.cur_from_j2000 * seen.direction : seen.path;
+    const Spherical s = to_spherical(way, seen.distance);
     return place_of(s.r, s.lon, s.lat);
 }
 
@@ -140,9 +133,10 @@ std::optional<Place> apparent_now(Model& model, const Body& body, double light_t
 // rest one by one.
 class PlacesOfBodies {
   public:
-    PlacesOfBodies(Model& model, std::span<const Body> bodies,
+    PlacesOfBodies(Model& model, PlaceKind kind, std::span<const Body> bodies,
                    std::span<const Instant> instants, std::span<Place> out)
         : model_(model),
+          kind_(kind),
           bodies_(bodies),
           in_file_(bodies_in_file(model, bodies)),
           instants_(instants),
@@ -166,7 +160,7 @@ class PlacesOfBodies {
     void finish_group() {
         if (group_.empty()) return;
         for (std::size_t b = 0; b < bodies_.size(); ++b)
-            if (in_file_[b]) group_.places(*in_file_[b], instants_, row(b));
+            if (in_file_[b]) group_.places(*in_file_[b], kind_, instants_, row(b));
         for (const std::size_t i : group_.indices())
             for (std::size_t b = 0; b < bodies_.size(); ++b)
                 if (is_none(row(b)[i]) && model_.move_to(instants_[i])) compute(b, i);
@@ -182,10 +176,11 @@ class PlacesOfBodies {
     void compute(std::size_t b, std::size_t i) {
         const double expected =
             guess_ ? ExpectedLightTime(instants_, row(b), i).at(instants_[i], kLongestStep) : 0;
-        row(b)[i] = apparent_now(model_, bodies_[b], expected).value_or(kNowhere);
+        row(b)[i] = place_now(model_, kind_, bodies_[b], expected).value_or(kNowhere);
     }
 
     Model& model_;
+    PlaceKind kind_;
     std::span<const Body> bodies_;
     std::vector<std::optional<FileBody>> in_file_;
     std::span<const Instant> instants_;
@@ -193,6 +188,19 @@ class PlacesOfBodies {
     PlaceGroup group_;
     bool guess_ = false, has_group_ = false;
 };
+
+Result<std::size_t> places_of(Model& model, PlaceKind kind, std::span<const Body> bodies,
+                              std::span<const Instant> instants, std::span<Place> out,
+                              SearchControl* control) {
+    if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
+        return *failure;
+    PlacesOfBodies places(model, kind, bodies, instants, out);
+    Pulse pulse(control);
+    Walk walk(model, instants, pulse);
+    walk([&](std::size_t i) { places.add(i); });
+    places.finish_group();
+    return count_known(out);
+}
 
 Vec3 direction_of(const Place& place) {
     const double ra = place.ra_deg / kDegrees, dec = place.dec_deg / kDegrees;
@@ -235,28 +243,25 @@ Result<std::size_t> heliocentric_states(Model& model, std::span<const Body> bodi
 Result<std::size_t> apparent_places(Model& model, std::span<const Body> bodies,
                                     std::span<const Instant> instants, std::span<Place> out,
                                     SearchControl* control) {
-    if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
-        return *failure;
-    PlacesOfBodies places(model, bodies, instants, out);
-    Pulse pulse(control);
-    Walk walk(model, instants, pulse);
-    walk([&](std::size_t i) { places.add(i); });
-    places.finish_group();
-    return count_known(out);
+    return places_of(model, PlaceKind::kApparent, bodies, instants, out, control);
 }
 
 Result<std::size_t> astrometric_places(Model& model, std::span<const Body> bodies,
                                        std::span<const Instant> instants, std::span<Place> out,
                                        SearchControl* control) {
-    return for_bodies(model, bodies, instants, out, control,
-                      [&](const Body& body) { return astrometric_place(model, body); });
+    return places_of(model, PlaceKind::kAstrometric, bodies, instants, out, control);
 }
 
 Result<std::size_t> magnitudes(Model& model, std::span<const Body> bodies,
                                std::span<const Instant> instants, std::span<double> out,
                                SearchControl* control) {
-    return for_bodies(model, bodies, instants, out, control,
-                      [&](const Body& body) { return magnitude_of(model, body); });
+    if (auto failure = prepare(model, bodies, bodies.size(), instants.size(), out))
+        return *failure;
+    Pulse pulse(control);
+    magnitudes_in_file(model, bodies, instants, out, pulse, {0, 2});
+    complete(model, bodies, instants, out, pulse, {1, 2},
+             [&](const Body& body) { return magnitude_of(model, body); });
+    return count_known(out);
 }
 
 Result<std::size_t> horizontals(Model& model, std::span<const Site> sites,
@@ -275,7 +280,7 @@ Result<std::size_t> horizontals(Model& model, std::span<const Site> sites,
         if (!model.classic().SetObserver(&observer)) continue;
         complete(model, bodies, instants, out.subspan(s * of_site, of_site), pulse,
                  {s + 1, parts}, [&](const Body& body) -> std::optional<Horizontal> {
-                     const auto place = apparent_now(model, body);
+                     const auto place = place_now(model, PlaceKind::kApparent, body);
                      if (!place) return std::nullopt;
                      return horizontal_of(model, *place);
                  });

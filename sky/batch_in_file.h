@@ -9,10 +9,15 @@
 
 namespace solsys::sky {
 
-// The model need not be moved for them.
+// The model need not be moved for these two.
 void states_in_file(Model& model, std::span<const Body> bodies,
                     std::span<const Instant> instants, std::span<StateVector> out, Pulse& pulse,
                     PartOfBatch part);
+
+// Seen from the Earth's centre; for other observers nothing.
+void magnitudes_in_file(Model& model, std::span<const Body> bodies,
+                        std::span<const Instant> instants, std::span<double> out, Pulse& pulse,
+                        PartOfBatch part);
 
 // The light of a body leaves for all sites at once. Moves the model's observer.
 void horizontals_in_file(Model& model, std::span<const Site> sites,

@@ -15,8 +15,8 @@ namespace {
 
 constexpr double kReach = 1;  // day: a light time expected from that far costs no digits
 
-Vec3 direction_of(const SeenLanes& seen, std::size_t lane) {
-    return {seen.direction[0][lane], seen.direction[1][lane], seen.direction[2][lane]};
+Vec3 of_lane(const LaneVector& v, std::size_t lane) {
+    return {v[0][lane], v[1][lane], v[2][lane]};
 }
 
 Place place_towards(Vec3 direction, double distance) {
@@ -80,7 +80,7 @@ void PlaceGroup::add(const Model& model, std::size_t index) {
     ++count_;
 }
 
-void PlaceGroup::places(const FileBody& body, std::span<const Instant> instants,
+void PlaceGroup::places(const FileBody& body, PlaceKind kind, std::span<const Instant> instants,
                         std::span<Place> row) const {
     LightLanes light{};
     const ExpectedLightTime expected(instants, row, index_[0]);
@@ -89,8 +89,9 @@ void PlaceGroup::places(const FileBody& body, std::span<const Instant> instants,
     solsys::find_emission(body, lanes_, {tdb_, count_}, light);
     SeenLanes seen;
     see(body, lanes_, light, seen);
+    const LaneVector& way = kind == PlaceKind::kApparent ? seen.direction : seen.path;
     for (std::size_t k = 0; k < count_; ++k)
-        row[index_[k]] = place_towards(direction_of(seen, k), seen.distance[k]);
+        row[index_[k]] = place_towards(of_lane(way, k), seen.distance[k]);
 }
 
 void PlaceGroup::find_emission(const FileBody& body, LightLanes& out) const {
@@ -113,7 +114,7 @@ void PlaceGroup::horizontals(const FileBody& body, const ObserverLanes& observer
     SeenLanes seen;
     see(body, observers, light, seen);
     for (std::size_t k = 0; k < count_; ++k)
-        row[index_[k]] = horizontal_of(direction_of(seen, k));
+        row[index_[k]] = horizontal_of(of_lane(seen.direction, k));
 }
 
 }  // namespace solsys::sky

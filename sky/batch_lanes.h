@@ -14,6 +14,9 @@ namespace solsys::sky {
 
 constexpr std::size_t kGroup = kPlaceLanes;
 
+// On the true equator of date, or on that of J2000 without aberration and deflection.
+enum class PlaceKind { kApparent, kAstrometric };
+
 // What the light times of two neighbours before an instant lead to.
 class ExpectedLightTime {
   public:
@@ -44,9 +47,9 @@ class PlaceGroup {
     void add(const Model& model, std::size_t index);
     [[nodiscard]] std::span<const std::size_t> indices() const { return {index_, count_}; }
 
-    // The apparent places of a body into the row that it has one for every instant in; NaN
-    // where this is not the way to it.
-    void places(const FileBody& body, std::span<const Instant> instants,
+    // The places of a body into the row that it has one for every instant in; NaN where this is
+    // not the way to it.
+    void places(const FileBody& body, PlaceKind kind, std::span<const Instant> instants,
                 std::span<Place> row) const;
 
     // Where the light of a body left, for all sites.

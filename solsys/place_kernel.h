@@ -44,6 +44,7 @@ struct LightLanes {
 
 struct SeenLanes {
     LaneVector direction;  // in the observer's frame
+    LaneVector path;       // the way that the light came, J2000 equator [au]
     Lane distance;         // [au]
     Lane correction;       // of the light time [day], applied along a straight line
 };

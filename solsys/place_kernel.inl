@@ -83,6 +83,7 @@ inline void see(const ObserverLanes& observer, const LightLanes& light, double s
     const Vectors path = way.path - way.correction * way.velocity;
     const Vector tau = load(light.tau) + way.correction, distance = norm(path);
     Vectors p = (1.0 / distance) * path;
+    store(path.x, out.path[0]), store(path.y, out.path[1]), store(path.z, out.path[2]);
     for (const BendingLanes& body : observer.bending)
         p = bent(p, path, tau, body, self, days_per_au);
     p = aberrated(p, load(observer.velocity), load(observer.lorentz_reciprocal));

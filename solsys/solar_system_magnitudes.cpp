@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/angles.h"
+#include "solsys/body_magnitude.h"
 #include "solsys/magnitudes.h"
 #include "solsys/model.h"
 #include "solsys/modern_magnitude.h"
@@ -74,6 +75,14 @@ float by_distance(std::int32_t number, double distance) {
 
 }  // namespace
 
+bool solsys::magnitude_by_law(const Bodies& bodies, const StateSource& source, Vec3 body,
+                              Vec3 observer, Instant now, float& magnitude) {
+    if (bodies.modern != nullptr && source.body.type == SSO_PLNT &&
+        modern_magnitude(bodies, source.body.number, body, observer, now, magnitude))
+        return true;
+    return by_law(*source.object, observer, body, magnitude);
+}
+
 bool CSWSolSys::GetMagnitude(const SSO_ID& id, float* magnitude) {
     if (magnitude == nullptr) return false;
     *magnitude = kNoMagnitude;
@@ -98,11 +107,8 @@ bool CSWSolSys::GetMagnitude(const SSO_ID& id, float* magnitude) {
     const Vec3 seen = body.r - observer.heliocentric.r;
     switch (brightness) {
         case solsys::Brightness::law_of_body:
-            if (bodies.modern != nullptr && id.type == SSO_PLNT &&
-                modern_magnitude(bodies, id.number, body.r, observer.heliocentric.r,
-                                 model_->current.now, *magnitude))
-                return true;
-            return by_law(*source.object, observer.heliocentric.r, body.r, *magnitude);
+            return magnitude_by_law(bodies, source, body.r, observer.heliocentric.r,
+                                    model_->current.now, *magnitude);
         case solsys::Brightness::hg:
         case solsys::Brightness::comet:
             return by_record(*this, id, body.r, seen, *magnitude);

@@ -15,6 +15,7 @@
 #include "platform/cpu_features.h"
 #include "solsys/place_kernel.h"
 #include "solsys/sky/appearance.h"
+#include "tests/support/named_csv.h"
 #include "tests/support/sky_models.h"
 
 namespace solsys::sky {
@@ -139,6 +140,31 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"ModernFileGeocentric", test::Source::kDe405, REDUCTION_MODERN, false},
                     Case{"ModernTheory", test::Source::kBuiltIn, REDUCTION_MODERN, true}),
     [](const auto& c) { return c.param.name; });
+
+// The cases that Mallama & Hilton 2018 took from the sky: those at the distance of their dates.
+TEST(BatchOfMagnitudes, AreThoseOfTheAuthors) {
+    const auto classic = test::make_model(test::Source::kDe405);
+    classic->SetReduction(REDUCTION_MODERN);
+    Model model(*classic);
+    model.observe_from_earth_centre();
+    int compared = 0;
+    for (const auto& row :
+         test::read_named_csv(SOLSYS_TEST_DATA "/reference/planet_magnitudes_2018.csv")) {
+        const std::string source = row.text("source"), published = row.text("published");
+        if (source.rfind("authors ", 0) != 0 || published == "none") continue;
+        const Body body = *find_body(row.text("planet"));
+        const Instant t[] = {*Instant::from_iso(source.substr(8) + "T00:00Z")};
+        ASSERT_TRUE(model.move_to(t[0]));
+        const auto place = apparent_place(model, body);
+        if (!place || std::fabs(place->distance_au - row["delta_au"]) > 1e-3) continue;
+        if (row.text("rings") == "no") continue;
+        double magnitude[1];
+        ASSERT_TRUE(magnitudes(model, {&body, 1}, t, magnitude));
+        EXPECT_NEAR(magnitude[0], std::stod(published), 0.004) << body.name << " " << source;
+        ++compared;
+    }
+    EXPECT_EQ(compared, 16);
+}
 
 TEST(BatchOfFileStates, IsTheFileOneByOne) {
     const auto model = test::make_model(test::Source::kDe405);
