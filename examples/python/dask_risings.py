@@ -21,7 +21,7 @@ PORTION = 250
 
 def portion(numbers, year, ephemeris):
     """For each city how often the Sun and the Moon rise and set: what a study would keep."""
-    cities = solsys.largest_cities(int(numbers[-1]) + 1)[int(numbers[0]):]
+    cities = solsys.largest_cities(len(numbers), first=int(numbers[0]))
     model = solsys.Model(ephemeris)
     counts = np.zeros((len(cities), 4), int)
     for column, body in ((0, "sun"), (2, "moon")):

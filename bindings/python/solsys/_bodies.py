@@ -63,15 +63,18 @@ def cities_called(name: str) -> list[Site]:
     return _core.cities_called(text_of(name, "name"))
 
 
-def largest_cities(count: int = 21_000) -> list[Site]:
-    """The most populous cities of the list, the largest first."""
-    count = int(number_of(count, "count", 1))
+def largest_cities(count: int = 21_000, first: int = 0) -> list[Site]:
+    """The most populous cities of the list, the largest first; without the first ones, for who
+    takes them in portions."""
+    count, first = int(number_of(count, "count", 1, 1e9)), int(number_of(first, "first", 0, 1e9))
     import csv
     with open(os.path.join(os.path.dirname(__file__), "cities.csv"), encoding="utf-8") as file:
-        rows = csv.DictReader(line for line in file if not line.startswith("#"))
+        lines = (line for line in file if not line.startswith("#"))
+        header = next(csv.reader(lines))
+        rows = csv.DictReader(itertools.islice(lines, first, first + count), header)
         return [Site(float(row["latitude_deg"]), float(row["longitude_deg"]),
                      float(row["elevation_m"] or 0), name=f"{row['name']} ({row['country']})",
-                     zone=row["tz"]) for row in itertools.islice(rows, count)]
+                     zone=row["tz"]) for row in rows]
 
 
 def number_of(value: Any, name: str, low: float = -math.inf, high: float = math.inf) -> float:
