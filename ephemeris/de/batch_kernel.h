@@ -25,13 +25,13 @@ struct SeriesRow {
 };
 
 // Eight instants: where their records start, and where in them they are, 0 to 1.
-struct alignas(64) SeriesBatch {
+struct SeriesBatch {
     const double* coefficients;  // of the whole file
     long long record[kSeriesBatch];
     double within[kSeriesBatch];
 };
 // By coordinate, within it by instant.
-struct alignas(64) SeriesSums {
+struct SeriesSums {
     double value[3][kSeriesBatch];
     double rate[3][kSeriesBatch];
 };
