@@ -96,11 +96,11 @@ class Picture {
         svg.circle(of_moon(moon, disk), radius, style);
     }
 
-    // Far satellites, the planet with its rings and shadows, near satellites.
+    // Far satellites, the planet with its rings and shadows, near satellites and what is hidden.
     void scene(const DiskOnPage& disk, Svg& svg) const {
         const auto& moons = configuration_.moons;
         for (std::size_t i = 0; i < moons.size(); ++i)
-            if (!moons[i].in_front) dot(svg, disk, i);
+            if (!moons[i].in_front && !hidden(moons[i])) dot(svg, disk, i);
         const bool ringed = planet().planet.id.number == 6;
         if (ringed) draw_rings(svg, planet(), disk, false);
         draw_disk(svg, planet(), disk, theme_);

@@ -245,6 +245,82 @@ TEST(Labels, StandApartAndNearestToTheirOwn) {
     EXPECT_GE(labels.size(), 20U);
 }
 
+const std::string kNumber = "(-?[\\d.]+)";
+const std::string kLine = "<line x1=\"" + kNumber + "\" y1=\"" + kNumber + "\" x2=\"" +
+                          kNumber + "\" y2=\"" + kNumber + "\"";
+
+// Measured with the picture's own scale bar: satellites stand from the planet as far east and
+// north as they are, and each has its name closest to it.
+TEST(MoonsPicture, HasItsSatellitesToTheScaleOfItsBar) {
+    auto model = model_at("Oslo", "2026-01-01");
+    for (const double day : {0.0, 1.3, 2.6}) {
+        const Configuration shown =
+            jupiter_at(model, sky::parse_time("2026-01-01")->plus_days(day));
+        const std::string svg = draw_configuration(shown, "", true).str();
+        const auto bar =
+            numbers(svg, kLine + "[^>]*stroke-width=\"2\"/>\n<text[^>]*>" + kNumber);
+        ASSERT_EQ(bar.size(), 1U);
+        EXPECT_EQ(bar[0][1], bar[0][3]);
+        const double pixels = (bar[0][2] - bar[0][0]) / bar[0][4];
+        const auto disks = numbers(
+            svg, "<circle cx=\"" + kNumber + "\" cy=\"" + kNumber + "\" r=\"" + kNumber + "\"");
+        for (const sky::SatelliteView& moon : shown.moons) {
+            const Point at{500 - moon.east_arcsec * pixels, 294 - moon.north_arcsec * pixels};
+            EXPECT_EQ(std::count_if(disks.begin(), disks.end(),
+                                    [&](const auto& disk) {
+                                        return std::hypot(disk[0] - at.x, disk[1] - at.y) < 0.5;
+                                    }),
+                      1)
+                << moon.moon.name << ' ' << day;
+            const auto word = numbers(svg, "<text x=\"" + kNumber + "\" y=\"" + kNumber +
+                                               "\"[^>]*>" + moon.moon.name + "<");
+            ASSERT_EQ(word.size(), 1U);
+            EXPECT_LT(std::hypot(word[0][0] - at.x, word[0][1] - at.y), 60) << moon.moon.name;
+        }
+    }
+}
+
+// A satellite's wave against the strip that is the planet, whose half width is one radius, and
+// the lines of midnights, a day apart.
+TEST(MoonsPicture, WavesAreToScaleInRadiiAndDays) {
+    auto model = model_at("Oslo", "2026-01-01");
+    const sky::Instant start = *sky::parse_time("2026-01-01");
+    std::vector<Configuration> instants;
+    for (int i = 0; i <= 40; ++i)
+        instants.push_back(jupiter_at(model, start.plus_days(i / 10.0)));
+    const std::string svg = draw_waves(instants, sky::Zone(), "", true).str();
+    const auto strip =
+        numbers(svg, "<rect x=\"" + kNumber + "\" y=\"" + kNumber + "\" width=\"" + kNumber +
+                         "\" height=\"" + kNumber + "\"");
+    ASSERT_EQ(strip.size(), 2U);  // the page and it
+    const double radius = strip[1][2] / 2, day = strip[1][3] / 4;
+    const auto lines = numbers(svg, kLine);
+    ASSERT_GE(lines.size(), 3U);
+    for (const auto& line : lines) {
+        const double from_midnight = (line[1] - strip[1][1]) / day;
+        EXPECT_NEAR(from_midnight, std::round(from_midnight), 0.01);
+        EXPECT_EQ(line[1], line[3]);
+    }
+    const auto points = numbers(svg, "[\" ]" + kNumber + "," + kNumber);
+    for (const Configuration& instant : instants)
+        for (const sky::SatelliteView& moon : instant.moons) {
+            const Point at{strip[1][0] + radius * (1 - moon.x_radii),
+                           strip[1][1] + sky::days_between(start, instant.at) * day};
+            EXPECT_TRUE(std::any_of(points.begin(), points.end(), [&](const auto& p) {
+                return std::hypot(p[0] - at.x, p[1] - at.y) < 0.3;
+            })) << moon.moon.name;
+        }
+    // The legend's words stand right of their marks, at one height.
+    const auto legend =
+        numbers(svg, "<circle cx=\"" + kNumber + "\" cy=\"" + kNumber + "\"[^>]*>\n<text x=\"" +
+                         kNumber + "\" y=\"" + kNumber);
+    ASSERT_EQ(legend.size(), 4U);
+    for (const auto& l : legend) {
+        EXPECT_NEAR(l[2] - l[0], 12, 6);
+        EXPECT_NEAR(l[3] - l[1], 5, 3);  // the base line
+    }
+}
+
 // Also of an eclipse that only grazes the penumbra: no disk leaves the page or comes to the
 // words below.
 TEST(Pictures, ShowTheWholeMoonInTheShadow) {

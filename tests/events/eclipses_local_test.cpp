@@ -142,6 +142,10 @@ TEST_F(LocalEclipses, SearchKeepsWhatIsVisible) {
         EXPECT_EQ(search_.GetSolarEclipsePhase(bad, 2451401.96), 0);
     }
     EXPECT_EQ(search_.GetSunAltitude(&site, NAN), 0);
+    // A search for the whole Earth forgets the site before.
+    search_.InitSearchForLocation(2451179.5, 2455197.5, &site);
+    search_.InitSearch(2451179.5, 2455197.5);
+    EXPECT_EQ(search_.SearchEclipsesForLocation(ECLIPSE_SOLAR), 0);
 }
 
 }  // namespace

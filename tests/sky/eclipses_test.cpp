@@ -43,7 +43,16 @@ TEST(TypedEclipses, KeepTheModelWhereItWas) {
     ASSERT_EQ(found.size(), 2U);
     const EclipseMap map = eclipse_map(*model, found[1]);
     ASSERT_EQ(map.curves.size(), 7U);
-    EXPECT_EQ(map.curves.front().label, "P1");
+    // Where the Moon rises and sets at each contact.
+    const int contacts[] = {ECLIPSE_P1, ECLIPSE_U1, ECLIPSE_U2, -1,
+                            ECLIPSE_U3, ECLIPSE_U4, ECLIPSE_P4};
+    const char* const names[] = {"P1", "U1", "U2", "greatest", "U3", "U4", "P4"};
+    for (std::size_t i = 0; i < 7; ++i) {
+        EXPECT_EQ(map.curves[i].label, names[i]);
+        const Instant& at =
+            contacts[i] < 0 ? found[1].greatest : *found[1].contacts[contacts[i]];
+        EXPECT_NEAR(days_between(map.curves[i].at, at) * 86400, 0, 1) << names[i];
+    }
     const auto moon = moon_in_shadow(*model, found[1], *found[1].contacts[ECLIPSE_U1]);
     ASSERT_TRUE(moon);
     EXPECT_NEAR(std::hypot(moon->east, moon->north), moon->umbra + moon->moon, 1e-6);
