@@ -149,7 +149,6 @@ class Occultations {
                       });
             if (c.radius_au == 0) break;
         }
-        if (c.radius_au == 0) return;
     }
 
     // A star's contacts are those that a planet's inner ones are named for.

@@ -34,7 +34,7 @@ void extend_polynomials(DE_EvalState& state, int terms) {
             d1 = next;
         };
         // Derivatives that positions alone have not asked for.
-        while (k < j && k < terms) next_derivative(state.pc[k - 1]);
+        for (int i = k; i < j && i < terms; ++i) next_derivative(state.pc[i - 1]);
         for (; j < terms; ++j) {
             const double next = two_tc * t1 - t2;
             state.pc[j] = next;

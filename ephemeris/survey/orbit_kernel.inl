@@ -26,7 +26,8 @@ inline Angle<Vector> solved_kepler(Vector M, Vector e) {
         if (!any(!(absolute(step) < 1e-6))) return at;
     }
     const Vector rest = M - (E - e * at.sin);
-    const Vector spoilt = select(absolute(rest) < 1e-10, Vector{}, rest * 0.0 / (rest * 0.0));
+    const Vector spoilt =
+        select(absolute(rest) < 1e-10, Vector{}, Vector{} + __builtin_nan(""));
     return {at.sin + spoilt, at.cos + spoilt};
 }
 

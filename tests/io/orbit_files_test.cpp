@@ -2,12 +2,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <random>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "core/constants.h"
+#include "io/fields.h"
+#include "io/orbit_records.h"
 #include "io/text_lines.h"
 #include "tests/io/orbit_lines.h"
 #include "tests/support/temp_folder.h"
@@ -77,6 +81,50 @@ TEST(MinorPlanetLine, GivesWhatWasPrinted) {
         EXPECT_STREQ(planet->name, "Ceres");
         EXPECT_FLOAT_EQ(planet->H, 3.34F);
         EXPECT_FLOAT_EQ(planet->G, 0.12F);
+    }
+}
+
+// At perihelion a body stands along P and moves along Q.
+TEST(CompactRecords, PointWhereTheElementsDo) {
+    MinorPlanet planet{};
+    planet.a = 2.5, planet.e = 0.3, planet.i = 0.2, planet.node = 1, planet.peri = 4;
+    planet.n = std::sqrt(solsys::kSunGm / planet.a) / planet.a, planet.epoch = 2460200.5;
+    Comet comet{};
+    comet.q = 0.5, comet.e = 1.2, comet.i = 2, comet.node = 5, comet.peri = 0.7;
+    comet.perihelion_time = comet.epoch = 2460200.5;
+    const auto expect = [](const Elements& elements, Plane plane, const auto& P,
+                           const auto& Q) {
+        double r[3], v[3];
+        ASSERT_TRUE(Kepler(1, solsys::kSunGm, 2460200, 0.5, elements, r, v));
+        // The mean obliquity of J2000.0, 84381.448".
+        const double e = plane == Plane::ecliptic_j2000 ? 0 : 84381.448 * solsys::kArcsec;
+        for (const auto& [axis, vector] : {std::pair{&P[0], &r[0]}, std::pair{&Q[0], &v[0]}}) {
+            const double length = std::hypot(vector[0], vector[1], vector[2]);
+            EXPECT_NEAR(axis[0], vector[0] / length, 1e-7);
+            EXPECT_NEAR(axis[1], (vector[1] * std::cos(e) - vector[2] * std::sin(e)) / length,
+                        1e-7);
+            EXPECT_NEAR(axis[2], (vector[1] * std::sin(e) + vector[2] * std::cos(e)) / length,
+                        1e-7);
+        }
+    };
+    for (const Plane plane : {Plane::ecliptic_j2000, Plane::equator_j2000}) {
+        const tagAster_SPH_5 p = to_compact(planet, plane, 7);
+        expect(to_elements(planet), plane, p.P, p.Q);
+        EXPECT_EQ(p.number, 7U);
+        const tagComet_SPH_5 c = to_compact(comet, plane, 8);
+
+        expect(to_elements(comet), plane, c.P, c.Q);
+    }
+}
+
+TEST(Fields, TextIsCutWhereItDoesNotFitAndEnds) {
+    char out[5];
+    for (const auto& [text, copied] :
+         {std::pair{"", ""}, std::pair{"abc", "abc"}, std::pair{"abcd", "abcd"},
+          std::pair{"abcdefgh", "abcd"}}) {
+        std::fill_n(out, 5, 'x');
+        copy_text(text, out);
+        EXPECT_STREQ(out, copied);
     }
 }
 
