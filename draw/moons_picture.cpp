@@ -96,7 +96,8 @@ class Picture {
         svg.circle(of_moon(moon, disk), radius, style);
     }
 
-    // Far satellites, the planet with its rings and shadows, near satellites and what is hidden.
+    // Far satellites, the planet with its rings and shadows, near satellites and what is
+    // hidden.
     void scene(const DiskOnPage& disk, Svg& svg) const {
         const auto& moons = configuration_.moons;
         for (std::size_t i = 0; i < moons.size(); ++i)
