@@ -182,7 +182,10 @@ bool set_field(OmmKey key, const OmmFields& fields, TLERecord& record) {
 
 void OmmFields::set(std::string_view key, std::optional<std::string> value) {
     for (std::size_t k = 0; k < kOmmKeys; ++k)
-        if (kKeyNames[k] == key) values_[k] = std::move(value);
+        if (kKeyNames[k] == key) {
+            values_[k] = std::move(value);
+            return;
+        }
 }
 
 TLEFault read_message(const OmmFields& fields, TLERecord& record) {

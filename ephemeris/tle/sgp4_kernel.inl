@@ -224,7 +224,7 @@ inline Angle<T> kepler(T U, T ax, T ay) {
     T E = U;
     Angle<T> at = sines(E);
     T step{};
-    auto open = absolute(E - E) >= 0;  // all
+    auto open = T{} >= 0;  // all
     for (int k = 0; k < 10; ++k) {
         const Angle<T> now = k == 0 ? at : sines(E);
         at.sin = select(open, now.sin, at.sin);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <regex>
 
 #include "tests/support/run_command.h"
 #include "tests/support/temp_folder.h"
@@ -131,6 +132,21 @@ TEST(Tonight, OfADateBeginsOnIt) {
          {"2026-12-01", "2026-12-01T18:00", "2026-12-02T00:00", "2026-12-02T03:00"})
         EXPECT_THAT(run_command(std::string("tonight --city Oslo --time ") + time).out,
                     testing::StartsWith(night));
+}
+
+// "16:00 - 08:05 (16 h 5 min)" is as long as from the one to the other.
+TEST(Tonight, StretchesAreAsLongAsTheirClocksSay) {
+    const std::string page = run_command("tonight --city Oslo --time 2026-12-01").out;
+    const std::regex stretch(R"((\d\d):(\d\d) - (\d\d):(\d\d) \((\d+) h (\d+) min\))");
+    int found = 0;
+    for (std::sregex_iterator m(page.begin(), page.end(), stretch), end; m != end;
+         ++m, ++found) {
+        const auto at = [&m](std::size_t i) { return std::stoi((*m)[i]); };
+        const int clocks = 60 * (at(3) - at(1)) + at(4) - at(2);
+        EXPECT_NEAR(60 * at(5) + at(6), clocks < 0 ? clocks + 1440 : clocks, 1) << m->str();
+        EXPECT_LT(at(6), 60);
+    }
+    EXPECT_GE(found, 2);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // is.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <regex>
@@ -138,6 +139,10 @@ TEST(Pictures, AreWellFormedWhateverTheWords) {
         for (const auto kind : {sky::EclipseKind::kSolar, sky::EclipseKind::kLunar})
             for (const sky::Eclipse& eclipse : sky::find_eclipses(model, kind, year)) {
                 pictures.push_back(eclipse_map_svg(sky::eclipse_map(model, eclipse), light));
+                EXPECT_THAT(pictures.back(),
+                            testing::HasSubstr(kind == sky::EclipseKind::kSolar
+                                                   ? "Curves at sea level"
+                                                   : "Where the Moon is above the horizon"));
                 if (kind == sky::EclipseKind::kLunar)
                     pictures.push_back(moon_in_shadow_svg(model, eclipse, zone, light));
                 else if (const auto local = sky::eclipse_at(model, eclipse, site))
@@ -319,6 +324,141 @@ TEST(MoonsPicture, WavesAreToScaleInRadiiAndDays) {
         EXPECT_NEAR(l[2] - l[0], 12, 6);
         EXPECT_NEAR(l[3] - l[1], 5, 3);  // the base line
     }
+}
+
+// The page of the sky: bodies where altitude and azimuth put them, north up and east left.
+TEST(SkyPicture, PutsBodiesWhereTheyStand) {
+    auto model = model_at("Oslo", "2026-01-10T21:00Z");
+    const sky::SkyChart chart = sky::sky_chart(model);
+    const std::string svg = draw_sky(chart, {"", "", true, {}, {}}).str();
+    const auto dome = numbers(svg, "<clipPath id=\"dome\"><circle cx=\"" + kNumber +
+                                       "\" cy=\"" + kNumber + "\" r=\"" + kNumber + "\"");
+    ASSERT_EQ(dome.size(), 1U);
+    const auto word = [&svg](const std::string& name) {
+        const auto found = numbers(
+            svg, "<text x=\"" + kNumber + "\" y=\"" + kNumber + "\"[^>]*>" + name + "</text>");
+        EXPECT_EQ(found.size(), 1U) << name;
+        return found.empty() ? Point{} : Point{found[0][0], found[0][1]};
+    };
+    // Zenith distances are evenly spaced from the middle to the rim.
+    const auto on_page = [&](const sky::Horizontal& at) {
+        const double r = dome[0][2] * (90 - at.altitude_deg) / 90;
+        return Point{dome[0][0] - r * std::sin(at.azimuth_deg / kDegrees),
+                     dome[0][1] - r * std::cos(at.azimuth_deg / kDegrees)};
+    };
+    int seen = 0;
+    for (const sky::ChartBody& body : chart.bodies) {
+        if (body.at.altitude_deg < 5) continue;
+        const Point at = on_page(body.at), name = word(body.body.name);
+        EXPECT_LT(std::hypot(at.x - name.x, at.y - name.y), 70) << body.body.name;
+        ++seen;
+    }
+    EXPECT_GE(seen, 3);
+    const auto stars = numbers(
+        svg, "<circle cx=\"" + kNumber + "\" cy=\"" + kNumber + "\" r=\"" + kNumber + "\"");
+    double before = 0;  // brighter ones are no smaller
+    for (const sky::ChartStar& star : chart.stars) {
+        if (star.magnitude > 2.5) break;
+        if (star.at.altitude_deg < 3) continue;
+        const Point at = on_page(star.at);
+        const auto dot = std::find_if(stars.begin(), stars.end(), [at](const auto& c) {
+            return std::hypot(c[0] - at.x, c[1] - at.y) < 0.02;
+        });
+        ASSERT_NE(dot, stars.end()) << star.name;
+        if (before > 0) {
+            EXPECT_LE((*dot)[2], before + 0.006) << star.name;
+        }
+        before = (*dot)[2];
+    }
+    const double azimuths[] = {0, 45, 90, 135, 180, 225, 270, 315};
+    const char* const winds[] = {"N", "NE", "E", "SE", "S", "SW", "W", "NW"};
+    for (int k = 0; k < 8; ++k) {
+        const Point at = on_page({azimuths[k], -6}), name = word(winds[k]);
+        EXPECT_LT(std::hypot(at.x - name.x, at.y - name.y), 12) << winds[k];
+    }
+}
+
+// The edges of day and of darkness in a row are the Sun's passages of that night.
+TEST(YearPicture, NightsBeginAndEndWithTheSunsPassages) {
+    auto model = model_at("Oslo", "2026-01-01");
+    const sky::Site site = *model.site();
+    const sky::Zone zone = *sky::Zone::find("Europe/Oslo");
+    const sky::NightsOfYear year = sky::nights_of_year(model, zone, 2026);
+    ASSERT_EQ(year.nights.size(), 365U);
+    const std::string svg = draw_year(year, site, zone, true).str();
+    const auto boxes =
+        numbers(svg, "<rect x=\"" + kNumber + "\" y=\"" + kNumber + "\" width=\"" + kNumber +
+                         "\" height=\"" + kNumber + "\"");
+    ASSERT_GE(boxes.size(), 2U);
+    const double left = boxes[1][0], top = boxes[1][1];
+    const double hour = boxes[1][2] / 24, row_height = boxes[1][3] / 365;
+    // Noon at the left edge, midnight in the middle.
+    for (const auto& [label, at] :
+         {std::pair{"12", 0}, std::pair{"18", 6}, std::pair{"00", 12}}) {
+        const auto word = numbers(svg, "<text x=\"" + kNumber + "\"[^>]*>" + label + "</text>");
+        ASSERT_GE(word.size(), 1U);
+        EXPECT_NEAR(word[0][0], left + at * hour, 0.1);
+    }
+    std::vector<std::string> bands;
+    constexpr std::string_view kStart = "crispEdges\" d=\"";
+    for (std::size_t at = 0; (at = svg.find(kStart, at)) != svg.npos;) {
+        at += kStart.size();
+        bands.push_back(svg.substr(at, svg.find('"', at) - at));
+    }
+    ASSERT_GE(bands.size(), 5U);
+    const sky::Altitude levels[] = {sky::horizon_of(site, sky::sun()), {-12}};
+    for (const std::size_t row : {3U, 80U, 250U, 290U, 355U})
+        for (int k = 0; k < 2; ++k) {
+            const auto& night = year.nights[row];
+            const auto above = sky::times_above(model, site, sky::sun(), levels[k], night.span);
+            ASSERT_EQ(above.size(), 2U) << row;
+            const double y = top + row_height * static_cast<double>(row);
+            const auto box = numbers(bands[k == 0 ? 0 : 2],
+                                     "M" + kNumber + " " + number(y) + "h" + kNumber + "v");
+            ASSERT_EQ(box.size(), 1U) << row << ' ' << number(y);
+            const auto x_of = [&](const sky::Instant& t) {
+                return left + hour * 24 * sky::days_between(night.span.from, t);
+            };
+            // Six minutes: altitudes are sampled, and straight between.
+            EXPECT_NEAR(box[0][0], x_of(above[0].to), 0.1 * hour) << row;
+            EXPECT_NEAR(box[0][0] + box[0][1], x_of(above[1].from), 0.1 * hour) << row;
+        }
+}
+
+// Read off the chart's own grid: elongations, and events on the curve of their planet.
+TEST(PlanetChart, CurvesAndEventsAreOnItsGrid) {
+    auto model = model_at("Oslo", "2026-01-01");
+    const sky::Span year{*sky::parse_time("2026-01-01"), *sky::parse_time("2027-01-01")};
+    const auto curves = sky::elongation_curves(model, year, 5);
+    const std::string svg = planet_chart(curves, sky::diary(model, year), year, "", true).str();
+    std::vector<std::vector<double>> upright, level;
+    for (const auto& line : numbers(svg, kLine + "[^>]*opacity")) {
+        if (line[0] == line[2] && line[3] - line[1] > 800) upright.push_back(line);
+        if (line[1] == line[3] && line[2] - line[0] > 700) level.push_back(line);
+    }
+    ASSERT_EQ(upright.size(), 12U);  // -180 to 180 by 30, but for the Sun's
+    ASSERT_EQ(level.size(), 13U);    // months
+    const double evening = upright[0][0] > upright[11][0] ? 1 : -1;
+    EXPECT_EQ(evening, 1);  // east is to the left, and the grid goes from -180
+    const double pixels = (upright[0][0] - upright[11][0]) / 360;
+    const double middle = (upright[0][0] + upright[11][0]) / 2;
+    const double a_day = (level[12][1] - level[0][1]) / 365;
+    const auto points = numbers(svg, "[\" ]" + kNumber + "," + kNumber);
+    const auto on_curve = [&points](double x, double y, double within) {
+        return std::any_of(points.begin(), points.end(), [&](const auto& p) {
+            return std::hypot(p[0] - x, p[1] - y) < within;
+        });
+    };
+    for (const sky::ElongationCurve& curve : curves)
+        for (const auto& point : curve.points)
+            EXPECT_TRUE(on_curve(middle - pixels * point.elongation_deg,
+                                 level[0][1] + a_day * sky::days_between(year.from, point.at),
+                                 0.1))
+                << curve.planet.name;
+    const auto marks =
+        numbers(svg, "<circle cx=\"" + kNumber + "\" cy=\"" + kNumber + "\" r=\"3.5");
+    EXPECT_GT(marks.size(), 15U);
+    for (const auto& mark : marks) EXPECT_TRUE(on_curve(mark[0], mark[1], 14)) << mark[1];
 }
 
 // Also of an eclipse that only grazes the penumbra: no disk leaves the page or comes to the

@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "solsys/sky/places.h"
 #include "tests/support/published_sets.h"
 
 namespace {
@@ -25,6 +26,8 @@ Site site_of(const NamedRow& row) {
     site.height_m = row["height_m"];
     return site;
 }
+
+constexpr double kDegree = M_PI / 180;
 
 class Passes : public testing::Test {
   protected:
@@ -125,6 +128,18 @@ TEST_F(Passes, TellBrightness) {
         EXPECT_LE(pass.best->sun_altitude_deg, -6);
         const double distance = 5 * std::log10(pass.best->range_km / 1000);
         EXPECT_GT(*pass.best->magnitude, -1.8 + distance - 2.5 * std::log10(M_PI));
+        // Of a dull sphere, by the angle from the Sun in the sky: the Sun is as good as at
+        // infinity.
+        model_.observe_from(site);
+        ASSERT_TRUE(model_.move_to(pass.best->at));
+        const auto sun_at = horizontal_of(model_, *apparent_place(model_, sun()));
+        const double a = sun_at.altitude_deg * kDegree, b = pass.best->altitude_deg * kDegree;
+        const double turn = (sun_at.azimuth_deg - pass.best->azimuth_deg) * kDegree;
+        const double phase = M_PI - std::acos(std::sin(a) * std::sin(b) +
+                                              std::cos(a) * std::cos(b) * std::cos(turn));
+        const double lit = std::sin(phase) + (M_PI - phase) * std::cos(phase);
+        EXPECT_NEAR(*pass.best->magnitude,
+                    -1.8 + distance - 2.5 * std::log10(lit * pass.best->sun_visible), 0.01);
         for (const LightChange& change : pass.light_changes)
             EXPECT_NEAR(change.place.sun_visible, change.place.sun_visible > 0.5 ? 1 : 0, 1e-3);
     }

@@ -236,4 +236,33 @@ TEST(SkyDiary, IsInOrderAndTellsItself) {
     EXPECT_LT(some.size(), 100U);
 }
 
+// Where a satellite's shadow comes onto Jupiter and leaves it, it stands at the limb, and half
+// way between these well within.
+TEST(SatelliteViews, ShadowsComeAndGoAtTheLimb) {
+    auto model = Model::open();
+    ASSERT_TRUE(model);
+    const Instant start = at("2015-01-24T00:00Z");
+    constexpr double kRatio = 66854.0 / 71492;
+    for (const char* name : {"Io", "Europa", "Callisto"}) {
+        const auto from_centre = [&](double minutes, bool& on) {
+            EXPECT_TRUE(model->move_to(start.plus_days(minutes / 1440)));
+            const auto planet = view_planet(*model, *find_body("Jupiter"));
+            const auto moon = view_satellite(*model, *planet, *find_body(name));
+            on = moon->shadow_on_disk;
+            return std::hypot(moon->shadow_x_radii, moon->shadow_y_radii / kRatio);
+        };
+        std::vector<double> times;
+        bool before = false, on = false;
+        for (int minute = 0; minute < 720; ++minute, before = on) {
+            const double r = from_centre(minute, on);
+            EXPECT_TRUE(!on || r < 1.001) << name << ' ' << minute;
+            if (on == before) continue;
+            times.push_back(minute);
+            EXPECT_NEAR(on ? r : from_centre(minute - 1, before), 1, 0.03) << name;
+        }
+        ASSERT_EQ(times.size(), 2U) << name;
+        EXPECT_LT(from_centre((times[0] + times[1]) / 2, on), 0.8) << name;
+    }
+}
+
 }  // namespace
