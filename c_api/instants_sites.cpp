@@ -9,8 +9,6 @@ namespace sky = solsys::sky;
 
 namespace {
 
-constexpr double kLargestDay = 2e9;
-
 // A date in two parts, in any split.
 template <class From>
 void from_parts(double day, double fraction, From from, solsys_instant* out) {

@@ -10,7 +10,6 @@ namespace solsys::c {
 namespace {
 
 constexpr std::size_t kLongestMessage = 512;
-constexpr double kLargestDay = 2e9;
 constexpr double kLongestSpan = 1.2e7;  // day
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 

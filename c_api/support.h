@@ -35,6 +35,9 @@ struct solsys_list {
 
 namespace solsys::c {
 
+// Julian dates are taken up to here.
+inline constexpr double kLargestDay = 2e9;
+
 // Why a call ends; thrown inside, told outside by `call`.
 struct Refusal {
     solsys_status status;

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double kZeroModulus = 1e-13;
+constexpr double kZeroLength = 1e-13;
 constexpr double kUnitCosine = 1e-12;
 
 // The component of the normal that tells the sense of the angle from a to b. The last choice is
@@ -48,7 +48,7 @@ double* Vmmad(const double* a, double ka, const double* b, double kb, double* ou
 
 void Vnorm(const double* v, double* out, short n, double* modulus) {
     *modulus = Vmod(v, n);
-    if (*modulus < kZeroModulus) {
+    if (*modulus < kZeroLength) {
         out[0] = 0, out[1] = 0, out[2] = 1;
         return;
     }

@@ -18,16 +18,6 @@ std::string clock(const sky::Instant& t, const sky::Zone& zone) {
     return text.substr(text.rfind(' ') + 1);
 }
 
-TextStyle words(double size, const std::string& fill, Anchor anchor = Anchor::kStart,
-                bool bold = false) {
-    TextStyle style;
-    style.size = size;
-    style.fill = fill;
-    style.anchor = anchor;
-    style.bold = bold;
-    return style;
-}
-
 // The Sun's disk with the Moon before it, in a frame of its own.
 void draw_disk(Svg& svg, Point at, double radius, const sky::EclipsedSun& sun, bool corona) {
     const Point moon{at.x - radius * sun.east, at.y - radius * sun.north};

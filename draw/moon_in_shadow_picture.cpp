@@ -12,9 +12,10 @@
 namespace solsys::draw {
 namespace {
 
-constexpr double kWidth = 1000, kHeight = 860;
-constexpr double kLeft = 24, kTop = 96, kRight = 976, kBottom = 780;  // of the shadow
-constexpr double kLabel = 44;                                         // over or under a disk
+constexpr double kShadowWidth = 1000, kShadowHeight = 860;
+constexpr double kShadowLeft = 24, kShadowTop = 96, kShadowRight = 976,
+                 kShadowBottom = 780;  // of the shadow
+constexpr double kLabel = 44;          // over or under a disk
 
 class ShadowPicture {
   public:
@@ -24,7 +25,7 @@ class ShadowPicture {
           eclipse_(eclipse),
           zone_(zone),
           theme_(theme(light)),
-          svg_(kWidth, kHeight, theme_.page, title_of(eclipse),
+          svg_(kShadowWidth, kShadowHeight, theme_.page, title_of(eclipse),
                title_of(eclipse) + ": the Moon's way through the shadow") {}
 
     std::string draw() {
@@ -79,10 +80,10 @@ class ShadowPicture {
             north = std::max(north, m.north + m.moon);
             south = std::min(south, m.north - m.moon);
         }
-        scale_ = std::min((kRight - kLeft) / (east - west),
-                          (kBottom - kTop - 2 * kLabel) / (north - south));
-        centre_ = {(kLeft + kRight) / 2 + scale_ * (east + west) / 2,
-                   (kTop + kBottom) / 2 + scale_ * (north + south) / 2};
+        scale_ = std::min((kShadowRight - kShadowLeft) / (east - west),
+                          (kShadowBottom - kShadowTop - 2 * kLabel) / (north - south));
+        centre_ = {(kShadowLeft + kShadowRight) / 2 + scale_ * (east + west) / 2,
+                   (kShadowTop + kShadowBottom) / 2 + scale_ * (north + south) / 2};
     }
 
     [[nodiscard]] Point at(const sky::MoonInShadow& m) const {

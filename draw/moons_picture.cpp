@@ -12,7 +12,7 @@
 namespace solsys::draw {
 namespace {
 
-constexpr double kWidth = 1000;
+constexpr double kMoonsWidth = 1000;
 constexpr double kHeight = 560;
 constexpr double kTiny = 8;     // a disk smaller than this wants an inset [px]
 constexpr double kSmall = 90;   // so does one with something going on before it
@@ -33,9 +33,9 @@ class Picture {
     Picture(const Configuration& configuration, const Theme& theme, const std::string& title)
         : configuration_(configuration),
           theme_(theme),
-          svg_(kWidth, kHeight, theme.page, title,
+          svg_(kMoonsWidth, kHeight, theme.page, title,
                "The planet's disk and its satellites to scale, north up, east to the left"),
-          labels_({0, 0}, {kWidth, kHeight}) {}
+          labels_({0, 0}, {kMoonsWidth, kHeight}) {}
 
     Svg draw(const std::string& title) {
         fit();
@@ -65,8 +65,8 @@ class Picture {
             east = std::max(east, std::fabs(moon.east_arcsec));
             north = std::max(north, std::fabs(moon.north_arcsec));
         }
-        scale_ = std::min((kWidth / 2 - 70) / east, (kHeight / 2 - 110) / north);
-        disk_ = {{kWidth / 2, kHeight / 2 + 14}, planet().radius_arcsec * scale_};
+        scale_ = std::min((kMoonsWidth / 2 - 70) / east, (kHeight / 2 - 110) / north);
+        disk_ = {{kMoonsWidth / 2, kHeight / 2 + 14}, planet().radius_arcsec * scale_};
     }
 
     [[nodiscard]] Point of_moon(const sky::SatelliteView& moon, const DiskOnPage& disk) const {
@@ -74,7 +74,7 @@ class Picture {
     }
 
     void equator() {
-        const double reach = std::hypot(kWidth, kHeight) / 2 / disk_.radius;
+        const double reach = std::hypot(kMoonsWidth, kHeight) / 2 / disk_.radius;
         Style style = Style::line(theme_.faint, 0.7, 0.8, "2 6");
         const Point a = on_page(planet(), disk_, reach, 0);
         const Point b = on_page(planet(), disk_, -reach, 0);
@@ -151,7 +151,7 @@ class Picture {
                                             at.y < corner.y + kInset;
                                  });
         };
-        const Point low{kWidth - kInset - 30, kHeight - kInset - 52}, high{low.x, 60};
+        const Point low{kMoonsWidth - kInset - 30, kHeight - kInset - 52}, high{low.x, 60};
         return covered(high) < covered(low) ? high : low;
     }
 
@@ -209,7 +209,7 @@ class Picture {
                   Style::line(theme_.ink, 2));
         svg_.text({30, kHeight - 38}, fmt::format("{:g}\"", bar),
                   {.size = 13, .fill = theme_.ink});
-        svg_.text({kWidth - 30, kHeight - 24},
+        svg_.text({kMoonsWidth - 30, kHeight - 24},
                   "Open circles: behind the planet or in its shadow; dark spots: shadows on it",
                   {.size = 13, .fill = theme_.faint, .anchor = Anchor::kEnd});
     }

@@ -10,24 +10,19 @@
 namespace solsys::draw {
 namespace {
 
-constexpr double kWidth = 900, kTop = 90, kLeft = 90, kPlot = 720, kHeight = 900;
+constexpr double kChartWidth = 900, kChartTop = 90, kChartLeft = 90, kChartPlot = 720,
+                 kChartHeight = 900;
 
-TextStyle words(double size, std::string fill, Anchor anchor = Anchor::kStart,
-                bool bold = false) {
-    TextStyle style;
-    style.size = size, style.fill = std::move(fill), style.anchor = anchor, style.bold = bold;
-    return style;
-}
-
-class Chart {
+class PlanetChart {
   public:
-    Chart(const sky::Span& span, const std::string& title, bool light)
+    PlanetChart(const sky::Span& span, const std::string& title, bool light)
         : span_(span),
           theme_(theme(light)),
-          svg_(kWidth, kTop + kHeight + 70, theme_.page, title,
+          svg_(kChartWidth, kChartTop + kChartHeight + 70, theme_.page, title,
                "Elongation of the planets from the Sun against date") {
-        svg_.text({kLeft, 36}, title, words(20, theme_.ink, Anchor::kStart, true));
-        svg_.rectangle({kLeft, kTop}, kPlot, kHeight, Style::filled(theme_.panel));
+        svg_.text({kChartLeft, 36}, title, words(20, theme_.ink, Anchor::kStart, true));
+        svg_.rectangle({kChartLeft, kChartTop}, kChartPlot, kChartHeight,
+                       Style::filled(theme_.panel));
         grid();
     }
 
@@ -44,8 +39,8 @@ class Chart {
         const Point end = line.empty() ? Point{} : line.back();
         flush(line, colour);
         if (end.y == 0) return;
-        svg_.text({end.x, kTop + kHeight + 16 + 14 * (names_++ % 3)}, curve.planet.name,
-                  words(11, colour, Anchor::kMiddle));
+        svg_.text({end.x, kChartTop + kChartHeight + 16 + 14 * (names_++ % 3)},
+                  curve.planet.name, words(11, colour, Anchor::kMiddle));
     }
 
     void event(const sky::DiaryEvent& event, const sky::ElongationCurve& curve) {
@@ -66,7 +61,8 @@ class Chart {
     // Words beside the marks, as far as there is room; those that had to move have a line.
     Svg take() {
         constexpr double size = 10;
-        LabelLayout labels({kLeft, kTop}, {kLeft + kPlot, kTop + kHeight});
+        LabelLayout labels({kChartLeft, kChartTop},
+                           {kChartLeft + kChartPlot, kChartTop + kChartHeight});
         for (const auto& [at, text] : marks_) labels.occupy(at, 4), labels.add_rival(at);
         for (const auto& [at, text] : marks_) {
             const auto place = labels.beside(at, 4, text_width(text, size) + 2, size + 1, 48);
@@ -104,8 +100,8 @@ class Chart {
 
     [[nodiscard]] Point at(const sky::Instant& t, double elongation) const {
         // East of the Sun, as in the sky seen from the north, is left.
-        return {kLeft + kPlot * (0.5 - elongation / 360),
-                kTop + kHeight * sky::days_between(span_.from, t) / span_.days()};
+        return {kChartLeft + kChartPlot * (0.5 - elongation / 360),
+                kChartTop + kChartHeight * sky::days_between(span_.from, t) / span_.days()};
     }
 
     void flush(std::vector<Point>& line, const std::string& colour) {
@@ -116,16 +112,16 @@ class Chart {
     void grid() {
         for (int degrees = -180; degrees <= 180; degrees += 30) {
             const double x = at(span_.from, degrees).x;
-            svg_.line({x, kTop}, {x, kTop + kHeight},
+            svg_.line({x, kChartTop}, {x, kChartTop + kChartHeight},
                       degrees == 0 ? Style::line(theme_.accent, 1.5)
                                    : Style::line(theme_.faint, 0.6, 0.5));
-            svg_.text({x, kTop - 8}, std::to_string(std::abs(degrees)) + "\u00b0",
+            svg_.text({x, kChartTop - 8}, std::to_string(std::abs(degrees)) + "\u00b0",
                       words(11, theme_.faint, Anchor::kMiddle));
         }
-        svg_.text({kLeft, kTop - 26}, "evening sky", words(12, theme_.ink));
-        svg_.text({kLeft + kPlot, kTop - 26}, "morning sky",
+        svg_.text({kChartLeft, kChartTop - 26}, "evening sky", words(12, theme_.ink));
+        svg_.text({kChartLeft + kChartPlot, kChartTop - 26}, "morning sky",
                   words(12, theme_.ink, Anchor::kEnd));
-        svg_.text({kLeft + kPlot / 2, kTop - 26}, "Sun",
+        svg_.text({kChartLeft + kChartPlot / 2, kChartTop - 26}, "Sun",
                   words(12, theme_.accent, Anchor::kMiddle));
         months();
     }
@@ -141,11 +137,12 @@ class Chart {
             if (begins > span_.to) return;
             if (begins < span_.from) continue;
             const double y = at(begins, 0).y;
-            svg_.line({kLeft, y}, {kLeft + kPlot, y}, Style::line(theme_.faint, 0.6, 0.5));
-            svg_.text({kLeft - 8, y + 12}, names[month.month - 1],
+            svg_.line({kChartLeft, y}, {kChartLeft + kChartPlot, y},
+                      Style::line(theme_.faint, 0.6, 0.5));
+            svg_.text({kChartLeft - 8, y + 12}, names[month.month - 1],
                       words(11, theme_.faint, Anchor::kEnd));
             if (month.month == 1)
-                svg_.text({kLeft - 8, y + 26}, std::to_string(month.year),
+                svg_.text({kChartLeft - 8, y + 26}, std::to_string(month.year),
                           words(11, theme_.ink, Anchor::kEnd, true));
         }
     }
@@ -166,7 +163,7 @@ class Chart {
 Svg planet_chart(const std::vector<sky::ElongationCurve>& curves,
                  const std::vector<sky::DiaryEvent>& events, const sky::Span& span,
                  const std::string& title, bool light) {
-    Chart chart(span, title, light);
+    PlanetChart chart(span, title, light);
     for (const sky::ElongationCurve& curve : curves) chart.curve(curve);
     for (const sky::DiaryEvent& event : events)
         for (const sky::ElongationCurve& curve : curves)

@@ -8,8 +8,6 @@
 namespace solsys::draw {
 namespace {
 
-constexpr double kDegrees = 57.29577951308232;
-
 // Saturn's rings in equatorial radii: inner edge of C to outer edge of A, by brightness.
 struct Ring {
     double inner, outer;

@@ -9,8 +9,6 @@
 namespace solsys::draw {
 namespace {
 
-constexpr double kDegrees = 57.29577951308232;
-
 const sky::ChartBody* sun_of(const sky::SkyChart& chart) {
     for (const sky::ChartBody& body : chart.bodies)
         if (body.body.id == SSO_ID(SSO_PLNT, 10)) return &body;

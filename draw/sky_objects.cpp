@@ -9,7 +9,6 @@
 namespace solsys::draw {
 namespace {
 
-constexpr double kDegrees = 57.29577951308232;
 constexpr double kMoonRadius = 15;
 constexpr double kSunRadius = 13;
 constexpr double kFaintestObject = 6.6;  // worth a mark on a chart of naked-eye stars

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace solsys::draw {
@@ -31,6 +32,8 @@ struct Style {
     [[nodiscard]] std::string str() const;
 };
 
+inline constexpr double kDegrees = 57.29577951308232;  // of a radian
+
 enum class Anchor { kStart, kMiddle, kEnd };
 
 // How words are set. A halo of the background keeps them legible over lines.
@@ -46,6 +49,14 @@ struct TextStyle {
 
     [[nodiscard]] std::string str() const;
 };
+
+// What pictures write most.
+inline TextStyle words(double size, std::string fill, Anchor anchor = Anchor::kStart,
+                       bool bold = false) {
+    TextStyle style;
+    style.size = size, style.fill = std::move(fill), style.anchor = anchor, style.bold = bold;
+    return style;
+}
 
 // Width of a text in the face of the drawings, on the safe side.
 double text_width(std::string_view text, double size, double spacing = 0);

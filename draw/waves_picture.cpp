@@ -10,9 +10,9 @@
 namespace solsys::draw {
 namespace {
 
-constexpr double kWidth = 820;
+constexpr double kWavesWidth = 820;
 constexpr double kTop = 96;
-constexpr double kLeft = 90;
+constexpr double kWavesLeft = 90;
 constexpr double kRight = 30;
 
 class Waves {
@@ -25,13 +25,14 @@ class Waves {
           days_(std::max(sky::days_between(start(), end()), 1e-3)),
           day_height_(std::clamp(1000 / days_, 8.0, 90.0)),
           legend_rows_(count_legend_rows()),
-          svg_(kWidth, kTop + days_ * day_height_ + 50 + 24 * legend_rows_, theme.page, title,
+          svg_(kWavesWidth, kTop + days_ * day_height_ + 50 + 24 * legend_rows_, theme.page,
+               title,
                "Where the satellites stand east and west of the planet, time running down") {
         double radii = 1.5;
         for (const Configuration& instant : instants)
             for (const sky::SatelliteView& moon : instant.moons)
                 radii = std::max(radii, std::fabs(moon.x_radii));
-        scale_ = (kWidth - kLeft - kRight) / 2 / (radii * 1.04);
+        scale_ = (kWavesWidth - kWavesLeft - kRight) / 2 / (radii * 1.04);
     }
 
     Svg draw(const std::string& title) {
@@ -55,7 +56,7 @@ class Waves {
     }
     // With the pole up, east is to the left.
     [[nodiscard]] double x_of(double x_radii) const {
-        return (kWidth + kLeft - kRight) / 2 - x_radii * scale_;
+        return (kWavesWidth + kWavesLeft - kRight) / 2 - x_radii * scale_;
     }
 
     // A line a civil day, dated as often as there is room.
@@ -67,10 +68,10 @@ class Waves {
             const sky::Instant midnight = zone_.day(date).from;
             if (midnight > end()) return;
             const double y = y_of(midnight);
-            svg_.line({kLeft - 8, y}, {kWidth - kRight, y},
+            svg_.line({kWavesLeft - 8, y}, {kWavesWidth - kRight, y},
                       Style::line(theme_.faint, 0.5, 0.6));
             if (count % every == 0)
-                svg_.text({kLeft - 14, y + 4}, sky::to_string(date).substr(5),
+                svg_.text({kWavesLeft - 14, y + 4}, sky::to_string(date).substr(5),
                           {.size = 12, .fill = theme_.faint, .anchor = Anchor::kEnd});
         }
     }
@@ -103,26 +104,26 @@ class Waves {
         return 34 + text_width(instants_.front().moons[m].moon.name, 14);
     }
     [[nodiscard]] int count_legend_rows() const {
-        double x = kLeft;
+        double x = kWavesLeft;
         int rows = 1;
         for (std::size_t m = 0; m < instants_.front().moons.size(); ++m) {
-            if (x + entry_width(m) > kWidth - kRight) x = kLeft, ++rows;
+            if (x + entry_width(m) > kWavesWidth - kRight) x = kWavesLeft, ++rows;
             x += entry_width(m);
         }
         // A last row of its own for what the dashes mean.
         return rows + 1;
     }
     void legend() {
-        double x = kLeft;
+        double x = kWavesLeft;
         double y = kTop + days_ * day_height_ + 34;
         for (std::size_t m = 0; m < instants_.front().moons.size(); ++m) {
-            if (x + entry_width(m) > kWidth - kRight) x = kLeft, y += 24;
+            if (x + entry_width(m) > kWavesWidth - kRight) x = kWavesLeft, y += 24;
             svg_.circle({x, y}, 5, Style::filled(series_colour(m, theme_)));
             svg_.text({x + 10, y + 5}, instants_.front().moons[m].moon.name,
                       {.size = 14, .fill = theme_.ink});
             x += entry_width(m);
         }
-        svg_.text({kLeft - 5, y + 29}, "dashed: behind the planet or in its shadow",
+        svg_.text({kWavesLeft - 5, y + 29}, "dashed: behind the planet or in its shadow",
                   {.size = 13, .fill = theme_.faint});
     }
 

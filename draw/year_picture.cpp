@@ -11,8 +11,9 @@
 namespace solsys::draw {
 namespace {
 
-constexpr double kLeft = 92, kTop = 112, kHour = 34, kRow = 2, kRight = 92, kBottom = 96;
-constexpr double kWidth = 24 * kHour;
+constexpr double kYearLeft = 92, kYearTop = 112, kHour = 34, kRow = 2, kYearRight = 92,
+                 kYearBottom = 96;
+constexpr double kYearWidth = 24 * kHour;
 constexpr int kShades = 20;  // of moonlight
 constexpr const char* kMoonlight = "#ffe9b5";
 
@@ -57,21 +58,22 @@ std::vector<Stretch> where(const std::vector<double>& samples, double level, boo
     return found;
 }
 
-class Chart {
+class YearChart {
   public:
-    Chart(const sky::NightsOfYear& year, const sky::Site& site, const sky::Zone& zone,
-          const Theme& theme)
+    YearChart(const sky::NightsOfYear& year, const sky::Site& site, const sky::Zone& zone,
+              const Theme& theme)
         : year_(year),
           site_(site),
           zone_(zone),
           theme_(theme),
           height_(kRow * static_cast<double>(year.nights.size())),
-          svg_(kLeft + kWidth + kRight, kTop + height_ + kBottom, theme.page,
-               fmt::format("{}: the nights of {}", site.name, year.year),
+          svg_(kYearLeft + kYearWidth + kYearRight, kYearTop + height_ + kYearBottom,
+               theme.page, fmt::format("{}: the nights of {}", site.name, year.year),
                "A row for each night from noon to noon: day, twilight, darkness and Moon") {}
 
     Svg draw() {
-        svg_.rectangle({kLeft, kTop}, kWidth, height_, Style::filled(twilight_colour(0)));
+        svg_.rectangle({kYearLeft, kYearTop}, kYearWidth, height_,
+                       Style::filled(twilight_colour(0)));
         darkness();
         moonlight();
         hours();
@@ -83,7 +85,7 @@ class Chart {
 
   private:
     [[nodiscard]] static double row_y(std::size_t row) {
-        return kTop + kRow * static_cast<double>(row);
+        return kYearTop + kRow * static_cast<double>(row);
     }
     // Hours of the clock since noon: a night of a change of the clocks has 23 or 25.
     [[nodiscard]] std::string row_box(std::size_t row, Stretch part) const {
@@ -97,7 +99,7 @@ class Chart {
         const double from = hour_of(part.from);
         const double to = hour_of(part.to);
         if (to <= from) return {};
-        return fmt::format("M{:.1f} {}h{:.1f}v{}h{:.1f}z", kLeft + kHour * from, row_y(row),
+        return fmt::format("M{:.1f} {}h{:.1f}v{}h{:.1f}z", kYearLeft + kHour * from, row_y(row),
                            kHour * (to - from), kRow, -kHour * (to - from));
     }
 
@@ -138,17 +140,17 @@ class Chart {
 
     void hours() {
         for (int hour = 0; hour <= 24; ++hour) {
-            const double x = kLeft + kHour * hour;
+            const double x = kYearLeft + kHour * hour;
             const bool midnight = hour == 12;
-            svg_.line({x, kTop}, {x, kTop + height_},
+            svg_.line({x, kYearTop}, {x, kYearTop + height_},
                       Style::line("#ffffff", midnight ? 1.1 : 0.7, midnight ? 0.55 : 0.13));
             if (hour % 2 != 0) continue;
             const TextStyle style{.size = 13,
                                   .fill = midnight ? theme_.ink : theme_.faint,
                                   .anchor = Anchor::kMiddle};
             const std::string label = fmt::format("{:02}", (hour + 12) % 24);
-            svg_.text({x, kTop - 10}, label, style);
-            svg_.text({x, kTop + height_ + 20}, label, style);
+            svg_.text({x, kYearTop - 10}, label, style);
+            svg_.text({x, kYearTop + height_ + 20}, label, style);
         }
     }
 
@@ -156,22 +158,22 @@ class Chart {
         for (std::size_t row = 0; row < year_.nights.size(); ++row) {
             const sky::CivilDate& date = year_.nights[row].date;
             if (date.day == 1)
-                svg_.line({kLeft, row_y(row)}, {kLeft + kWidth, row_y(row)},
+                svg_.line({kYearLeft, row_y(row)}, {kYearLeft + kYearWidth, row_y(row)},
                           Style::line("#ffffff", 0.8, 0.22));
             if (date.day == 15)
-                svg_.text({kLeft - 34, row_y(row) + 5}, kMonths[date.month - 1],
+                svg_.text({kYearLeft - 34, row_y(row) + 5}, kMonths[date.month - 1],
                           {.size = 15, .fill = theme_.ink, .anchor = Anchor::kEnd});
         }
     }
 
     // The principal phases beside their nights: full discs, halves, rings.
     void phases() {
-        const double right = kLeft + kWidth + 18;
+        const double right = kYearLeft + kYearWidth + 18;
         for (const sky::PhaseEvent& event : year_.phases) {
             const sky::Instant& first = year_.nights.front().span.from;
             const auto row = static_cast<std::size_t>(sky::days_between(first, event.at));
             const double y = row_y(row) + kRow / 2;
-            for (const double x : {kLeft - 18, right}) disc({x, y}, event.phase);
+            for (const double x : {kYearLeft - 18, right}) disc({x, y}, event.phase);
             // By the date of the zone, which after midnight is the next one.
             svg_.text({right + 12, y + 4}, fmt::format("{}", zone_.date(event.at).day),
                       {.size = 11, .fill = theme_.faint});
@@ -192,16 +194,16 @@ class Chart {
     }
 
     void legend() {
-        svg_.text({kLeft, 46}, fmt::format("{}: {}", site_.name, year_.year),
+        svg_.text({kYearLeft, 46}, fmt::format("{}: {}", site_.name, year_.year),
                   {.size = 26, .fill = theme_.ink, .bold = true});
         svg_.text(
-            {kLeft, 72},
+            {kYearLeft, 72},
             fmt::format("Night, twilight and Moon from noon to noon.   {}, {}.   Clock: {}",
                         sky::coordinate_text(site_.latitude_deg, false),
                         sky::coordinate_text(site_.longitude_deg, true), zone_.name()),
             {.size = 14, .fill = theme_.faint});
-        const double y = kTop + height_ + 52;
-        double x = kLeft;
+        const double y = kYearTop + height_ + 52;
+        double x = kYearLeft;
         const auto entry = [&](const char* colour, const char* name, double opacity) {
             svg_.rectangle({x, y}, 22, 14, Style::filled(twilight_colour(4)), 2);
             svg_.rectangle({x, y}, 22, 14,
@@ -227,7 +229,7 @@ class Chart {
 
 Svg draw_year(const sky::NightsOfYear& year, const sky::Site& site, const sky::Zone& zone,
               bool light) {
-    return Chart(year, site, zone, theme(light)).draw();
+    return YearChart(year, site, zone, theme(light)).draw();
 }
 
 }  // namespace solsys::draw

@@ -12,17 +12,17 @@ namespace {
 
 using solsys::kDegree;
 
-constexpr std::size_t kLastElementColumn = 79;  // the shortest line that holds an orbit
+constexpr std::size_t kLastCometColumn = 79;  // the shortest line that holds an orbit
 constexpr double kLargestEccentricity = 100;
 constexpr double kMagnitudesPerSlope = 2.5;  // the slope is the power of r in the brightness
 
-struct Angle {
+struct CometAngle {
     std::size_t first, last;
     double greatest;  // degrees
     double Comet::*member;
     std::string_view message;
 };
-constexpr Angle kAngles[] = {
+constexpr CometAngle kCometAngles[] = {
     {52, 59, 360, &Comet::peri, "no argument of perihelion in columns 52-59"},
     {62, 69, 360, &Comet::node, "no longitude of the node in columns 62-69"},
     {72, 79, 180, &Comet::i, "no inclination in columns 72-79"},
@@ -72,7 +72,7 @@ std::string_view parse_orbit(std::string_view line, Comet& comet) {
     const auto e = real_in(columns(line, 42, 49));
     if (!e || *e < 0 || *e > kLargestEccentricity) return "no eccentricity in columns 42-49";
     comet.e = *e;
-    for (const Angle& angle : kAngles) {
+    for (const CometAngle& angle : kCometAngles) {
         const auto degrees = real_in(columns(line, angle.first, angle.last));
         if (!degrees || *degrees < 0 || *degrees > angle.greatest) return angle.message;
         comet.*angle.member = *degrees * kDegree;
@@ -89,7 +89,7 @@ std::string_view parse_orbit(std::string_view line, Comet& comet) {
 
 std::string_view parse(std::string_view line, Comet& comet) {
     if (is_binary(line)) return "not text";
-    if (line.size() < kLastElementColumn) return "too short for an orbit";
+    if (line.size() < kLastCometColumn) return "too short for an orbit";
     if (const auto fault = parse_name(line, comet); !fault.empty()) return fault;
     if (const auto fault = parse_orbit(line, comet); !fault.empty()) return fault;
     if (!set_magnitude(columns(line, 92, 95), 1, comet.H))

@@ -17,7 +17,7 @@ namespace {
 using solsys::kDegree;
 
 // Columns of the format, counted from 1.
-constexpr std::size_t kLastElementColumn = 103;  // the shortest line that holds an orbit
+constexpr std::size_t kLastPlanetColumn = 103;  // the shortest line that holds an orbit
 // Blank in every line: a character lost or gained shows here.
 constexpr std::size_t kGaps[] = {8, 14, 20, 26, 36, 37, 47, 48, 58, 59, 69, 70, 80, 92, 104};
 constexpr std::size_t kTypicalLine = 203;  // bytes, its end included
@@ -28,13 +28,13 @@ constexpr double kGaussDegrees = 0.01720209895 / kDegree;  // degrees per day at
 constexpr double kMotionResolution = 1e-8;  // degrees per day
 constexpr double kMotionAgreement = 1e-3;
 
-struct Angle {
+struct PlanetAngle {
     std::size_t first, last;
     double greatest;  // degrees
     double MinorPlanet::*member;
     std::string_view message;
 };
-constexpr Angle kAngles[] = {
+constexpr PlanetAngle kPlanetAngles[] = {
     {27, 35, 360, &MinorPlanet::M, "no mean anomaly in columns 27-35"},
     {38, 46, 360, &MinorPlanet::peri, "no argument of perihelion in columns 38-46"},
     {49, 57, 360, &MinorPlanet::node, "no longitude of the node in columns 49-57"},
@@ -71,7 +71,7 @@ bool set_magnitude(std::string_view text, float& value) {
 
 std::string_view parse(std::string_view line, MinorPlanet& planet) {
     if (is_binary(line)) return "not text";
-    if (line.size() < kLastElementColumn) return "too short for an orbit";
+    if (line.size() < kLastPlanetColumn) return "too short for an orbit";
     for (const std::size_t gap : kGaps)
         if (gap <= line.size() && line[gap - 1] != ' ')
             return "columns are not in their places";
@@ -85,7 +85,7 @@ std::string_view parse(std::string_view line, MinorPlanet& planet) {
     if (!epoch) return "no packed epoch in columns 21-25";
     planet.epoch = *epoch;
 
-    for (const Angle& angle : kAngles) {
+    for (const PlanetAngle& angle : kPlanetAngles) {
         const auto degrees = real_in(columns(line, angle.first, angle.last));
         if (!degrees || *degrees < 0 || *degrees > angle.greatest) return angle.message;
         planet.*angle.member = *degrees * kDegree;
@@ -94,7 +94,7 @@ std::string_view parse(std::string_view line, MinorPlanet& planet) {
     if (!e || *e < 0 || *e >= 1) return "no eccentricity below 1 in columns 71-79";
     const auto n = real_in(columns(line, 81, 91));
     if (!n || *n <= 0) return "no mean motion in columns 81-91";
-    const auto a = real_in(columns(line, 93, kLastElementColumn));
+    const auto a = real_in(columns(line, 93, kLastPlanetColumn));
     if (!a || *a <= 0) return "no semi-major axis in columns 93-103";
 
     const double n_of_a = kGaussDegrees / (*a * std::sqrt(*a));

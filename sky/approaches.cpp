@@ -11,14 +11,14 @@
 namespace solsys::sky {
 namespace {
 
-constexpr double kFarthest = 100;         // au: of `within_au`
-constexpr double kPlanetSpeed = 0.035;    // au/day: more than Mercury's at perihelion
-constexpr double kPerturbed = 1.05;       // margin of the orbit's own greatest speed
-constexpr double kPartOfFlight = 0.1;     // of distance over speed: a step close by
-constexpr double kLongestStep = 1.0;      // day, close by
-constexpr double kShortestStep = 1e-4;    // day
-constexpr double kTimeTolerance = 1e-10;  // day
-constexpr double kLongestSpan = 4e6;      // day
+constexpr double kFarthestApproach = 100;     // au: of `within_au`
+constexpr double kPlanetSpeed = 0.035;        // au/day: more than Mercury's at perihelion
+constexpr double kPerturbed = 1.05;           // margin of the orbit's own greatest speed
+constexpr double kPartOfFlight = 0.1;         // of distance over speed: a step close by
+constexpr double kLongestStep = 1.0;          // day, close by
+constexpr double kShortestStep = 1e-4;        // day
+constexpr double kTimeTolerance = 1e-10;      // day
+constexpr double kLongestApproachSpan = 4e6;  // day
 constexpr double kKmPerSecond = kAuKm / kSecondsPerDay;  // of au/day
 
 // States of the body and of a planet beside each other, at days after the start.
@@ -56,9 +56,9 @@ struct Found {
     State relative;
 };
 
-class Search {
+class ApproachSearch {
   public:
-    Search(Pair& pair, double days, double within)
+    ApproachSearch(Pair& pair, double days, double within)
         : pair_(pair), days_(days), within_(within) {}
 
     // False: there is no state somewhere in the span, or `report` has ended it.
@@ -148,8 +148,8 @@ bool is_integrated(CSWSolSys& model, const SSO_ID& id, const Span& span) {
 Result<std::vector<Approach>> find_approaches(Model& model, const Body& body, const Span& span,
                                               const ApproachOptions& options) {
     const double days = span.to.jd_tt() - span.from.jd_tt();
-    if (!(days > 0 && days < kLongestSpan)) return Failure{"the span of time is empty"};
-    if (!(options.within_au > 0 && options.within_au <= kFarthest))
+    if (!(days > 0 && days < kLongestApproachSpan)) return Failure{"the span of time is empty"};
+    if (!(options.within_au > 0 && options.within_au <= kFarthestApproach))
         return Failure{"approaches are told within a distance above 0 and up to 100 au"};
     if (body.id.type != SSO_ASTR && body.id.type != SSO_COMT)
         return Failure{body.name + " has no orbit of its own: name a minor planet or a comet"};
@@ -167,7 +167,7 @@ Result<std::vector<Approach>> find_approaches(Model& model, const Body& body, co
     const std::vector<Body> planets = planets_and_moon();
     for (std::size_t i = 0; i < planets.size(); ++i) {
         Pair pair(classic, body.id, planets[i].id, span.from.tt());
-        Search search(pair, days, options.within_au);
+        ApproachSearch search(pair, days, options.within_au);
         std::vector<Found> found;
         const auto report = [&](double done) {
             const double all = static_cast<double>(planets.size());

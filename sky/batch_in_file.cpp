@@ -17,7 +17,7 @@ namespace solsys::sky {
 
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNoPlace = std::numeric_limits<double>::quiet_NaN();
 
 // Instants of a batch from the number `first` on, up to eight: as the model would take them,
 // and as the file does.
@@ -95,7 +95,7 @@ void magnitudes_in_file(Model& model, std::span<const Body> bodies,
                 if (std::isfinite(observer.x) &&
                     magnitude_by_law(m.bodies, source, body, observer, times.now[i], magnitude))
                     out[b * instants.size() + times.first + i] =
-                        shown_magnitude(magnitude).value_or(kNone);
+                        shown_magnitude(magnitude).value_or(kNoPlace);
             }
         }
     });

@@ -13,7 +13,8 @@
 namespace solsys::sky {
 namespace {
 
-constexpr double kReach = 1;  // day: a light time expected from that far costs no digits
+constexpr double kLightTimeReach =
+    1;  // day: a light time expected from that far costs no digits
 
 Vec3 of_lane(const LaneVector& v, std::size_t lane) {
     return {v[0][lane], v[1][lane], v[2][lane]};
@@ -85,7 +86,7 @@ void PlaceGroup::places(const FileBody& body, PlaceKind kind, std::span<const In
     LightLanes light{};
     const ExpectedLightTime expected(instants, row, index_[0]);
     for (std::size_t k = 0; k < count_; ++k)
-        light.tau[k] = expected.at(instants[index_[k]], kReach);
+        light.tau[k] = expected.at(instants[index_[k]], kLightTimeReach);
     solsys::find_emission(body, lanes_, {tdb_, count_}, light);
     SeenLanes seen;
     see(body, lanes_, light, seen);

@@ -26,12 +26,6 @@ constexpr std::string_view kColours =
 #include "star_colors_text.inc"
     ;
 
-double number_in(std::string_view text) {
-    double value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
-}
-
 std::map<int, Direction> read_line_stars() {
     std::map<int, Direction> stars;
     for (const StarRow& row : bright_stars()) stars[row.hip] = {row.ra_deg, row.dec_deg};

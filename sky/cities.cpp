@@ -21,12 +21,6 @@ constexpr std::string_view kRegions =
 #include "regions_text.inc"
     ;
 
-double number_in(std::string_view text) {
-    double value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
-}
-
 struct City {
     std::string_view name, ascii, others, country, region;
     std::string_view latitude, longitude, elevation, zone;
@@ -62,7 +56,7 @@ bool is_named(const City& city, const std::string& wanted) {
     return folded(city.name) == wanted || folded(city.ascii) == wanted;
 }
 
-bool is_called(const City& city, const std::string& wanted) {
+bool is_city_called(const City& city, const std::string& wanted) {
     bool is = is_named(city, wanted);
     each_other_name(city, [&](std::string_view name) { is = is || folded(name) == wanted; });
     return is;
@@ -181,7 +175,8 @@ std::vector<Site> cities_called(std::string_view text) {
     std::vector<Site> found;
     if (wanted.empty()) return found;
     cities().each_called(wanted, [&](const City& city) {
-        if (is_called(city, wanted) && lies_in(city, where)) found.push_back(site_of(city));
+        if (is_city_called(city, wanted) && lies_in(city, where))
+            found.push_back(site_of(city));
         return true;
     });
     return found;
@@ -198,7 +193,7 @@ Result<Site> find_city(std::string_view name) {
         cities().each_called(wanted, [&](const City& city) {
             if (is_named(city, wanted)) {
                 if (lies_in(city, where)) found = site_of(city);
-            } else if (!by_other_name && is_called(city, wanted) && lies_in(city, where)) {
+            } else if (!by_other_name && is_city_called(city, wanted) && lies_in(city, where)) {
                 by_other_name = site_of(city);
             }
             return !found;

@@ -8,8 +8,8 @@
 namespace solsys::sky {
 namespace {
 
-constexpr std::int64_t kLargestYear = 5000000;    // keeps day numbers within an int
-constexpr std::int64_t kLargestDay = 1800000000;  // and years
+constexpr std::int64_t kLargestYear = 5000000;         // keeps day numbers within an int
+constexpr std::int64_t kLargestCivilDay = 1800000000;  // and years
 
 }  // namespace
 
@@ -20,15 +20,16 @@ int julian_day_number(const CivilDate& date) {
     const solsys::CivilDate first{std::clamp(years, -kLargestYear, kLargestYear),
                                   static_cast<int>(months - 12 * years) + 1, 1};
     const auto number = [&](Calendar calendar) {
-        return static_cast<int>(
-            std::clamp(day_number(first, calendar) + date.day - 1, -kLargestDay, kLargestDay));
+        return static_cast<int>(std::clamp(day_number(first, calendar) + date.day - 1,
+                                           -kLargestCivilDay, kLargestCivilDay));
     };
     const int gregorian = number(Calendar::gregorian);
     return gregorian >= kGregorianStart ? gregorian : number(Calendar::julian);
 }
 
 CivilDate date_of_julian_day(int number) {
-    const auto date = civil_date(std::clamp(std::int64_t{number}, -kLargestDay, kLargestDay));
+    const auto date =
+        civil_date(std::clamp(std::int64_t{number}, -kLargestCivilDay, kLargestCivilDay));
     return {static_cast<int>(date.year), date.month, date.day};
 }
 

@@ -16,7 +16,7 @@ using diary::GeocentricSky;
 using diary::MotionBounds;
 using diary::Target;
 
-constexpr double kPrecision = 0.1 * search::kSecond;
+constexpr double kConjunctionPrecision = 0.1 * search::kSecond;
 constexpr double kRateStep = 0.05;  // day
 
 Conjunction conjunction_at(GeocentricSky& sky, const Target& first, const Target& second,
@@ -50,7 +50,7 @@ void find_equal(SearchScope& scope, const Target& first, const Target& second, C
     crossings(
         walk, scope.control(), sine, bound, std::sqrt(3 / bound),
         [&](const search::Bracket& x) {
-            const double t = search::root(sine, x, kPrecision).t;
+            const double t = search::root(sine, x, kConjunctionPrecision).t;
             if (scope.within(t) && difference_at(sky, first, second, circle, t).cosine > 0)
                 events.push_back(conjunction_at(sky, first, second, t));
             return true;
@@ -79,7 +79,7 @@ void find_closest(SearchScope& scope, const Target& first, const Target& second,
     crossings(walk, scope.control(), cosine_rate, bound, std::sqrt(0.9 * rate1 / bound),
               [&](const search::Bracket& x) {
                   if (x.a.f < 0) return true;  // farthest
-                  const double t = search::root(cosine_rate, x, kPrecision).t;
+                  const double t = search::root(cosine_rate, x, kConjunctionPrecision).t;
                   if (!scope.within(t)) return true;
                   const Conjunction event = conjunction_at(sky, first, second, t);
                   if (event.separation_deg < limit_deg) events.push_back(event);

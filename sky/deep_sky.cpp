@@ -8,13 +8,9 @@ namespace {
 
 // id,messier,caldwell,designation,name,type,ra_deg,dec_deg,v_mag,major_arcmin,minor_arcmin,con
 constexpr std::string_view kRows =
+#include "core/constants.h"
 #include "deep_sky_text.inc"
     ;
-
-double number_in(std::string_view text, double otherwise) {
-    std::from_chars(text.data(), text.data() + text.size(), otherwise);
-    return otherwise;
-}
 
 DeepSkyRow row_in(std::string_view line) {
     DeepSkyRow row;

@@ -14,7 +14,7 @@ namespace solsys::sky {
 namespace {
 
 // Of Hipparcos: Aldebaran, Pollux, Regulus, Spica, Antares, Alcyone.
-constexpr int kStars[] = {21421, 37826, 49669, 65474, 80763, 17702};
+constexpr int kDiaryStars[] = {21421, 37826, 49669, 65474, 80763, 17702};
 constexpr int kPlanets[] = {1, 2, 4, 5, 6, 7, 8, 9};
 
 std::optional<double> some(double value, double scale = 1) {
@@ -144,7 +144,7 @@ struct Progress {
 };
 
 void search_stars(CSkyDiaryEvents& diary, Collector& collector) {
-    for (const int hip : kStars) {
+    for (const int hip : kDiaryStars) {
         const StarRow* row = bright_star(hip);
         if (row == nullptr) continue;
         const Body body = body_of(*row);

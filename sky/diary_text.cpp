@@ -7,48 +7,44 @@
 #include <cmath>
 #include <cstdio>
 
+#include "sky/text.h"
+
 namespace solsys::sky {
 namespace {
 
-constexpr std::array<std::string_view, 33> kNames{"",
-                                                  "march-equinox",
-                                                  "june-solstice",
-                                                  "september-equinox",
-                                                  "december-solstice",
-                                                  "earth-perihelion",
-                                                  "earth-aphelion",
-                                                  "new-moon",
-                                                  "first-quarter",
-                                                  "full-moon",
-                                                  "last-quarter",
-                                                  "inferior-conjunction",
-                                                  "superior-conjunction",
-                                                  "greatest-elongation-east",
-                                                  "greatest-elongation-west",
-                                                  "stationary-retrograde",
-                                                  "stationary-direct",
-                                                  "greatest-brilliancy",
-                                                  "perihelion",
-                                                  "aphelion",
-                                                  "solar-eclipse",
-                                                  "lunar-eclipse",
-                                                  "opposition",
-                                                  "conjunction",
-                                                  "quadrature-east",
-                                                  "quadrature-west",
-                                                  "closest",
-                                                  "farthest",
-                                                  "meteor-shower",
-                                                  "moon-conjunction",
-                                                  "planet-conjunction",
-                                                  "star-conjunction",
-                                                  "transit"};
-
-std::string fixed(double value, int decimals) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.*f", decimals, value);
-    return text;
-}
+constexpr std::array<std::string_view, 33> kKindNames{"",
+                                                      "march-equinox",
+                                                      "june-solstice",
+                                                      "september-equinox",
+                                                      "december-solstice",
+                                                      "earth-perihelion",
+                                                      "earth-aphelion",
+                                                      "new-moon",
+                                                      "first-quarter",
+                                                      "full-moon",
+                                                      "last-quarter",
+                                                      "inferior-conjunction",
+                                                      "superior-conjunction",
+                                                      "greatest-elongation-east",
+                                                      "greatest-elongation-west",
+                                                      "stationary-retrograde",
+                                                      "stationary-direct",
+                                                      "greatest-brilliancy",
+                                                      "perihelion",
+                                                      "aphelion",
+                                                      "solar-eclipse",
+                                                      "lunar-eclipse",
+                                                      "opposition",
+                                                      "conjunction",
+                                                      "quadrature-east",
+                                                      "quadrature-west",
+                                                      "closest",
+                                                      "farthest",
+                                                      "meteor-shower",
+                                                      "moon-conjunction",
+                                                      "planet-conjunction",
+                                                      "star-conjunction",
+                                                      "transit"};
 
 std::string degrees(double value) { return fixed(value, value < 10 ? 1 : 0) + "\u00b0"; }
 
@@ -180,7 +176,7 @@ std::string text_of(const DiaryEvent& e) {
 }
 
 std::string_view name_of_kind(int kind) {
-    return kind >= 1 && kind < static_cast<int>(kNames.size()) ? kNames[kind] : "";
+    return kind >= 1 && kind < static_cast<int>(kKindNames.size()) ? kKindNames[kind] : "";
 }
 
 int find_kind(std::string_view text) {
@@ -192,8 +188,8 @@ int find_kind(std::string_view text) {
     std::transform(folded.begin(), folded.end(), folded.begin(), [](unsigned char c) {
         return c == ' ' || c == '_' ? '-' : static_cast<char>(std::tolower(c));
     });
-    const auto* found = std::find(kNames.begin() + 1, kNames.end(), folded);
-    return found == kNames.end() ? 0 : static_cast<int>(found - kNames.begin());
+    const auto* found = std::find(kKindNames.begin() + 1, kKindNames.end(), folded);
+    return found == kKindNames.end() ? 0 : static_cast<int>(found - kKindNames.begin());
 }
 
 }  // namespace solsys::sky

@@ -34,7 +34,7 @@ std::optional<Instant> time_of(const ECLIPSE& e, double time) {
     return Instant::from_utc(JulianDate{e.day, time});
 }
 
-GroundPoint degrees(double latitude, double longitude, const Instant& at) {
+GroundPoint ground_point(double latitude, double longitude, const Instant& at) {
     return {latitude / kDegree, longitude / kDegree, at};
 }
 
@@ -50,7 +50,7 @@ Eclipse from_record(CSWEclipses& search, const ECLIPSE& e) {
     out.saros = e.saros;
     out.lunation = e.lunation;
     out.central = e.centrality == ECLIPSE_CENTRAL;
-    out.nearest = degrees(e.place[1][0], e.place[1][1], out.greatest);
+    out.nearest = ground_point(e.place[1][0], e.place[1][1], out.greatest);
     for (int i = 0; i < 8; ++i) out.contacts[i] = time_of(e, e.contact[i]);
     EclipsePathPoint point;
     if (out.central && search.GetPathPoint(&e, e.day + e.greatest, &point)) {
@@ -62,9 +62,9 @@ Eclipse from_record(CSWEclipses& search, const ECLIPSE& e) {
 }
 
 // A precise search over a model, which is left as it was found.
-class Search {
+class EclipseSearch {
   public:
-    explicit Search(Model& model) : keep_(model.classic()), eclipses_(&model.classic()) {
+    explicit EclipseSearch(Model& model) : keep_(model.classic()), eclipses_(&model.classic()) {
         eclipses_.SetPrecise(true);
     }
     CSWEclipses* operator->() { return &eclipses_; }
@@ -121,7 +121,7 @@ class MapMaker {
             map_.curves[first + i].label = names[i];
     }
     void mark(const char* name, const double place[2], const Instant& at) {
-        map_.points.push_back({name, degrees(place[0], place[1], at)});
+        map_.points.push_back({name, ground_point(place[0], place[1], at)});
     }
 
   private:
@@ -134,7 +134,7 @@ class MapMaker {
             out.label = label;
             out.at = at_utc(curve[curve.size() / 2].time);
             for (const EclipsePoint& p : curve)
-                out.points.push_back(degrees(p.latitude, p.longitude, at_utc(p.time)));
+                out.points.push_back(ground_point(p.latitude, p.longitude, at_utc(p.time)));
             if (kind == MapCurveKind::kIsochrone)
                 out.label = out.at.plus_seconds(1).iso(0).substr(11, 5);
         }
@@ -176,7 +176,7 @@ const char* to_string(MapCurveKind kind) {
 
 std::vector<Eclipse> find_eclipses(Model& model, EclipseKind kind, const Span& span,
                                    const EclipseOptions& options) {
-    Search search(model);
+    EclipseSearch search(model);
     if (options.fiftieth) search->SetShadow(ECLIPSE_SHADOW_FIFTIETH);
     Told told{options, *search};
     if (options.progress) {
@@ -197,7 +197,7 @@ std::vector<Eclipse> find_eclipses(Model& model, EclipseKind kind, const Span& s
 }
 
 std::optional<LocalEclipse> eclipse_at(Model& model, const Eclipse& eclipse, const Site& site) {
-    Search search(model);
+    EclipseSearch search(model);
     OBSERVER observer = site.observer();
     observer.location[0] = site.height_m / 1000;  // km
     ECLIPSE e;
@@ -237,7 +237,7 @@ EclipseMap eclipse_map(Model& model, const Eclipse& eclipse) {
     const MemoryWatch memory;
     EclipseMap map;
     map.eclipse = eclipse;
-    Search search(model);
+    EclipseSearch search(model);
     const ECLIPSE& e = eclipse.record;
     MapMaker maker(*search, e, map);
     if (eclipse.kind == EclipseKind::kLunar) {
@@ -269,7 +269,7 @@ EclipseMap eclipse_map(Model& model, const Eclipse& eclipse) {
 
 std::optional<MoonInShadow> moon_in_shadow(Model& model, const Eclipse& eclipse,
                                            const Instant& t) {
-    Search search(model);
+    EclipseSearch search(model);
     double v[5];
     if (!search->GetMoonInShadow(&eclipse.record, t.jd_utc(), v)) return std::nullopt;
     return MoonInShadow{v[0] / kDegree, v[1] / kDegree, v[2] / kDegree, v[3] / kDegree,
@@ -277,7 +277,7 @@ std::optional<MoonInShadow> moon_in_shadow(Model& model, const Eclipse& eclipse,
 }
 
 std::optional<EclipsedSun> eclipsed_sun(Model& model, const Site& site, const Instant& t) {
-    Search search(model);
+    EclipseSearch search(model);
     OBSERVER observer = site.observer();
     observer.location[0] = site.height_m / 1000;  // km
     double v[3];

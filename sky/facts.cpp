@@ -4,15 +4,14 @@
 #include <vector>
 
 #include "core/answer_or.h"
+#include "core/constants.h"
 #include "sky/text.h"
 #include "sky/units.h"
 
 namespace solsys::sky {
 namespace {
 
-constexpr double kSunMassKg = 1.98841e30;          // GM of the Sun over G (CODATA 2018)
-constexpr double kSunGm = 0.00029591220828411956;  // au^3/day^2
-constexpr double kPi = 3.141592653589793;
+constexpr double kSunMassKg = 1.98841e30;  // GM of the Sun over G (CODATA 2018)
 
 // Physical values that are not known are -1, or 0 where 0 has no meaning.
 std::optional<double> known(double value) {

@@ -13,15 +13,15 @@
 namespace solsys::sky {
 namespace {
 
-constexpr double kPrecision = 0.1 * search::kSecond;
+constexpr double kGatheringPrecision = 0.1 * search::kSecond;
 constexpr double kRounding = 1e-12;  // rad: a point on the circle is inside
 
-struct Circle {
+struct SmallestCircle {
     Vec3 centre{};
     double radius = kPi;  // rad
 };
 
-bool holds(const Circle& circle, const std::vector<Vec3>& points) {
+bool holds(const SmallestCircle& circle, const std::vector<Vec3>& points) {
     return std::all_of(points.begin(), points.end(), [&circle](Vec3 p) {
         return separation(circle.centre, p) <= circle.radius + kRounding;
     });
@@ -29,10 +29,10 @@ bool holds(const Circle& circle, const std::vector<Vec3>& points) {
 
 // The smallest circle on the sphere around points within a hemisphere: that of two of them, or
 // through three of them.
-Circle smallest_circle(const std::vector<Vec3>& points) {
-    Circle best;
+SmallestCircle smallest_circle(const std::vector<Vec3>& points) {
+    SmallestCircle best;
     const auto consider = [&](Vec3 centre, Vec3 on) {
-        const Circle circle{centre, separation(centre, on)};
+        const SmallestCircle circle{centre, separation(centre, on)};
         if (circle.radius < best.radius && holds(circle, points)) best = circle;
     };
     for (std::size_t i = 0; i < points.size(); ++i) {
@@ -73,7 +73,7 @@ class Gatherings {
             walk.cursor = t;
             if ((now.f < 0) != inside) {
                 const double edge = search::root([this](double at) { return excess(at); },
-                                                 {before, now}, kPrecision)
+                                                 {before, now}, kGatheringPrecision)
                                         .t;
                 if (inside) add(start, edge);
                 start = edge;
@@ -89,14 +89,14 @@ class Gatherings {
     // Two stretches closer together than this, or shorter, are not told apart [day].
     static constexpr double kShortest = 10.0 / 1440;
 
-    Circle circle(double t) {
+    SmallestCircle circle(double t) {
         scope_.sky.at_in_same_frames(t);
         for (std::size_t i = 0; i < targets_.size(); ++i)
             points_[i] = scope_.sky.apparent(targets_[i]).direction;
         return smallest_circle(points_);
     }
     double excess(double t) {
-        const Circle c = circle(t);
+        const SmallestCircle c = circle(t);
         return std::isfinite(points_[0].x + points_.back().x) ? c.radius - limit_
                                                               : std::nan("");
     }
@@ -111,12 +111,12 @@ class Gatherings {
             const double f = excess(from + i * step);
             if (f < least) least = f, best = from + i * step;
         }
-        const double t =
-            search::maximum([this](double at) { return -excess(at); },
-                            std::max(from, best - step), std::min(to, best + step), kPrecision)
-                .t;
+        const double t = search::maximum([this](double at) { return -excess(at); },
+                                         std::max(from, best - step), std::min(to, best + step),
+                                         kGatheringPrecision)
+                             .t;
         scope_.sky.at(t);
-        const Circle c = circle(t);
+        const SmallestCircle c = circle(t);
         const Vec3 centre = scope_.sky.equator() * c.centre;
         const Vec3 sun = scope_.sky.sun().direction;
         Gathering gathering;

@@ -5,13 +5,13 @@
 
 #include "core/constants.h"
 #include "sky/text.h"
+#include "sky/units.h"
 #include "solsys/sky/zone.h"
 #include "solsys/time_scales.h"
 
 namespace solsys::sky {
 namespace {
 
-constexpr double kUnixEpochJd = 2440587.5;
 constexpr double kLargestDay = 2e9;
 
 JulianDate normalised(double day, double fraction) {

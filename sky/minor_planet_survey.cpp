@@ -20,15 +20,13 @@ namespace solsys::sky {
 namespace {
 
 constexpr float kNoMagnitude = 99;
-constexpr double kLongestSpan = 366;  // days
-constexpr std::size_t kChunk = 256;   // blocks that stay in the nearest caches
+constexpr double kLongestSurveySpan = 366;  // days
+constexpr std::size_t kChunk = 256;         // blocks that stay in the nearest caches
 // What separates the place on the orbit from that in which a body is seen, as an angle: the
 // light's way, v/c at 0.1 au from the Sun; and as a length, the observer from the Earth's
 // centre.
 constexpr double kLightAngle = 5e-4;  // rad
 constexpr double kParallaxAu = 5e-5;
-using solsys::kPi;
-using solsys::kSunGm;
 
 struct Orbit {
     AsteroidRecord record;
@@ -342,7 +340,7 @@ std::vector<SurveyApproach> MinorPlanetSurvey::near_earth(Model& model, const Sp
                                                           double within_au,
                                                           const SurveyOptions& options) const {
     if (!(span.days() > 0) || !(within_au > 0)) return {};
-    const Span asked{span.from, span.from.plus_days(std::min(span.days(), kLongestSpan))};
+    const Span asked{span.from, span.from.plus_days(std::min(span.days(), kLongestSurveySpan))};
     const EarthPath earth(model.classic(), asked);
     const double limit = within_au + options.drift_au, jd_start = asked.from.jd_tt();
     constexpr double kNearest = 0.983, kFarthest = 1.017;  // the Earth from the Sun

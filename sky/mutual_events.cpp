@@ -8,10 +8,10 @@
 namespace solsys::sky {
 namespace {
 
-using Kind = SatellitePhenomenon::Kind;
+using MutualKind = SatellitePhenomenon::Kind;
 
-constexpr double kPrecision = 0.5 * search::kSecond;
-constexpr double kMargin = 1.3;
+constexpr double kMutualPrecision = 0.5 * search::kSecond;
+constexpr double kMutualMargin = 1.3;
 constexpr double kSunRadius = kSunRadiusKm / kAuKm;
 
 // The geometry of a satellite (far) on the line from the Earth or the Sun through another one.
@@ -31,8 +31,8 @@ class MutualEvents {
         bound_ = motion_bound(model);
     }
 
-    void add(Kind kind, std::vector<SatellitePhenomenon>& found) {
-        const bool sun = kind == Kind::kMutualEclipse;
+    void add(MutualKind kind, std::vector<SatellitePhenomenon>& found) {
+        const bool sun = kind == MutualKind::kMutualEclipse;
         const auto clearance = [this, sun](double t) {
             const Line line = line_at(t, sun);
             double reach = near_radius_ + far_radius_;
@@ -42,7 +42,7 @@ class MutualEvents {
         search::Span walk = scope_.span();
         crossings(walk, scope_.control(), clearance, bound_,
                   std::sqrt(3 * orbits_ * orbits_ / 4 / bound_), [&](const search::Bracket& x) {
-                      const double t = search::root(clearance, x, kPrecision).t;
+                      const double t = search::root(clearance, x, kMutualPrecision).t;
                       if (!scope_.within(t) || line_at(t, sun).behind < 0) return true;
                       SatellitePhenomenon event;
                       event.at = Instant::from_tt(t);
@@ -69,7 +69,7 @@ class MutualEvents {
             speed += a * n;
             acceleration += a * n * n;
         }
-        return kMargin * 2 * (speed * speed + orbits_ * acceleration);
+        return kMutualMargin * 2 * (speed * speed + orbits_ * acceleration);
     }
 
     Line line_at(double t, bool sun) {
@@ -105,8 +105,8 @@ void add_mutual_events(SearchScope& scope, const std::vector<Body>& moons,
         for (const Body& far : moons) {
             if (near.id == far.id) continue;
             MutualEvents events(scope, near, far);
-            events.add(Kind::kMutualOccultation, found);
-            events.add(Kind::kMutualEclipse, found);
+            events.add(MutualKind::kMutualOccultation, found);
+            events.add(MutualKind::kMutualEclipse, found);
         }
     }
 }

@@ -21,11 +21,11 @@ using diary::Apparent;
 using diary::Target;
 
 constexpr double kMoonRadius = 1737.4 / kAuKm;  // mean limb
-constexpr double kPrecision = 0.05 * search::kSecond;
+constexpr double kContactPrecision = 0.05 * search::kSecond;
 constexpr double kWindow = 0.25;  // day: candidates are chosen anew
 // The Moon's centre stays this near to its place in the middle of a window (0.30 rad/day), and
 // a site sees it displaced by at most its parallax; the widest Moon, and rounding up.
-constexpr double kReach = 0.30 * kWindow / 2 + 0.0180 + 0.0050 + 0.002;  // rad
+constexpr double kOccultationReach = 0.30 * kWindow / 2 + 0.0180 + 0.0050 + 0.002;  // rad
 // Of half the square of the topocentric angle: the Moon's rate (0.30 rad/day) and the site's
 // (parallax times the Earth's turn, 0.113) squared; accelerations times the angle within reach.
 constexpr double kBound = 0.42 * 0.42 + 0.06 * 0.75;
@@ -65,7 +65,8 @@ class Occultations {
                 for (const Candidate& c : candidates_) {
                     const Vec3 there =
                         c.radius_au > 0 ? sky_.apparent(c.target).direction : c.direction;
-                    if (dot(moon, there) > std::cos(kReach)) look_at(c, walk.cursor, end);
+                    if (dot(moon, there) > std::cos(kOccultationReach))
+                        look_at(c, walk.cursor, end);
                 }
             }
             walk.cursor = end;
@@ -143,7 +144,7 @@ class Occultations {
             search::Span walk{from, to, from};
             crossings(walk, scope_.control(), f, kBound, std::sqrt(3 * kAmplitude / kBound),
                       [&](const search::Bracket& x) {
-                          const double t = search::root(f, x, kPrecision).t;
+                          const double t = search::root(f, x, kContactPrecision).t;
                           if (scope_.within(t)) add(c, contact_of(edge > 0, x.a.f > 0), t);
                           return true;
                       });

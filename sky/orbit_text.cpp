@@ -18,7 +18,7 @@ struct Refused {
 };
 
 constexpr double kGauss = 0.01720209895;  // rad/day at 1 au
-constexpr double kFarthest = 1e6;         // au
+constexpr double kFarthestOrbit = 1e6;    // au
 constexpr double kLargestEccentricity = 100;
 
 // key=value, key=value ...
@@ -54,7 +54,7 @@ class Assignments {
         return value;
     }
     [[nodiscard]] double length(const std::string& key) const {
-        const double value = number(key, 0, kFarthest);
+        const double value = number(key, 0, kFarthestOrbit);
         if (value == 0) throw Refused{key + "=0: no orbit"};
         return value;
     }

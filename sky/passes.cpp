@@ -13,7 +13,7 @@ namespace solsys::sky {
 namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kLongestSpan = 100'000;                            // days
+constexpr double kLongestPassSpan = 100'000;                        // days
 constexpr double kGm = 398600.8 * kSecondsPerDay * kSecondsPerDay;  // km^3/day^2
 constexpr double kEarthTurn = 6.300388;                             // rad/day
 constexpr double kCivilDusk = -6;                                   // degrees
@@ -239,7 +239,7 @@ class PassDetails {
 std::vector<Pass> passes(Model& model, const Site& site, const Satellite& satellite,
                          const Span& span, const PassLimits& limits, SearchControl* control) {
     const auto elements = prepared(satellite.elements);
-    const double days = std::min(span.days(), kLongestSpan);
+    const double days = std::min(span.days(), kLongestPassSpan);
     if (!elements || !(days > 0) || !(limits.horizon_deg >= -10 && limits.horizon_deg <= 89))
         return {};
     SatelliteTrack track(model, site, *elements, span.from);

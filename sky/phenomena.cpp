@@ -12,13 +12,13 @@
 namespace solsys::sky {
 namespace {
 
-using Kind = SatellitePhenomenon::Kind;
+using PhenomenonKind = SatellitePhenomenon::Kind;
 
-constexpr double kPrecision = 0.5 * search::kSecond;
+constexpr double kPhenomenonPrecision = 0.5 * search::kSecond;
 // The pole of a planet precesses by less than 0.001 degree in this time [day].
 constexpr double kSamePole = 400;
 // Eccentricity and perturbations, over uniform motion in a circle.
-constexpr double kMargin = 1.3;
+constexpr double kPhenomenonMargin = 1.3;
 
 enum class From { kEarth, kSun };
 
@@ -32,12 +32,12 @@ class Phenomena {
     void add(const Body& moon, From from, std::vector<SatellitePhenomenon>& found) {
         const double n = kTwoPi / scope_.sky.model().GetOrbitalPeriod(moon.id);
         const double a = orbit_radius(moon.id);
-        const double bound = kMargin * 2 * a * a * n * n;
+        const double bound = kPhenomenonMargin * 2 * a * a * n * n;
         const auto clearance = [&](double t) { return sight(moon.id, from, t).clearance(); };
         search::Span walk = scope_.span();
         crossings(walk, scope_.control(), clearance, bound, std::sqrt(1.5 * a * a / bound),
                   [&](const search::Bracket& x) {
-                      const double t = search::root(clearance, x, kPrecision).t;
+                      const double t = search::root(clearance, x, kPhenomenonPrecision).t;
                       if (scope_.within(t)) found.push_back(event(moon, from, t, x.a.f > 0));
                       return true;
                   });
@@ -67,10 +67,12 @@ class Phenomena {
         event.moon = moon;
         event.begins = begins;
         if (front) {
-            event.kind = from == From::kEarth ? Kind::kTransit : Kind::kShadowTransit;
+            event.kind = from == From::kEarth ? PhenomenonKind::kTransit
+                                              : PhenomenonKind::kShadowTransit;
             return event;
         }
-        event.kind = from == From::kEarth ? Kind::kOccultation : Kind::kEclipse;
+        event.kind =
+            from == From::kEarth ? PhenomenonKind::kOccultation : PhenomenonKind::kEclipse;
         const Sight other = sight(moon.id, from == From::kEarth ? From::kSun : From::kEarth, t);
         event.hidden = !other.in_front() && other.clearance() < 0;
         return event;
@@ -94,19 +96,19 @@ std::vector<Body> great_moons(int planet) {
 
 }  // namespace
 
-const char* to_string(Kind kind) {
+const char* to_string(PhenomenonKind kind) {
     switch (kind) {
-        case Kind::kTransit:
+        case PhenomenonKind::kTransit:
             return "transit";
-        case Kind::kShadowTransit:
+        case PhenomenonKind::kShadowTransit:
             return "shadow transit";
-        case Kind::kOccultation:
+        case PhenomenonKind::kOccultation:
             return "occultation";
-        case Kind::kEclipse:
+        case PhenomenonKind::kEclipse:
             return "eclipse";
-        case Kind::kMutualOccultation:
+        case PhenomenonKind::kMutualOccultation:
             return "mutual occultation";
-        case Kind::kMutualEclipse:
+        case PhenomenonKind::kMutualEclipse:
             return "mutual eclipse";
     }
     return "";

@@ -6,7 +6,7 @@
 namespace solsys::sky {
 namespace {
 
-constexpr std::size_t kTwilights = 3;
+constexpr std::size_t kTwilightCount = 3;
 
 // Walks through the passings of the horizon and tells on which side the body is.
 class Side {
@@ -66,7 +66,7 @@ std::vector<RiseSetDay> rise_set_days(Model& model, const Site& site, const Body
     if (!(whole.days() > 0)) return days;
     const Altitude levels[] = {horizon, kCivilTwilight, kNauticalTwilight,
                                kAstronomicalTwilight};
-    const std::size_t count = body.id == sun().id ? 1 + kTwilights : 1;
+    const std::size_t count = body.id == sun().id ? 1 + kTwilightCount : 1;
     const auto found = passings(model, site, body, {levels, count}, whole);
     if (found.at_start.empty()) return days;
     const std::vector<Culmination> transits = culminations(model, site, body, whole);

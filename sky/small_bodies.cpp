@@ -78,10 +78,6 @@ Comet comet_of(const CometRow& row) {
     return comet;
 }
 
-bool all_digits(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 // "(4)vesta" and "4vesta" without the number in front; the number alone stays.
 std::string_view without_number(std::string_view wanted, unsigned number) {
     for (const std::string& front :

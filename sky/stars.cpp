@@ -10,11 +10,12 @@
 namespace solsys::sky {
 namespace {
 
-constexpr StarRow kStars[] = {
+constexpr StarRow kBrightStars[] = {
 #include "bright_stars.inc"
 };
 // hip,name,name_ascii,bayer,flamsteed,con,...
-constexpr std::string_view kNames =
+constexpr std::string_view kStarNames =
+#include "core/constants.h"
 #include "star_names_text.inc"
     ;
 
@@ -33,7 +34,7 @@ std::optional<int> number_after(std::string_view text, std::string_view prefix) 
 
 template <class Accepts>
 const StarRow* first(Accepts accepts) {
-    for (const StarRow& row : kStars)
+    for (const StarRow& row : kBrightStars)
         if (accepts(row)) return &row;
     return nullptr;
 }
@@ -68,7 +69,7 @@ std::string without_digits(std::string text) {
 
 }  // namespace
 
-std::span<const StarRow> bright_stars() { return kStars; }
+std::span<const StarRow> bright_stars() { return kBrightStars; }
 
 StarObject star_object(const StarRow& row) {
     StarObject star;
@@ -83,7 +84,7 @@ StarObject star_object(const StarRow& row) {
 }
 
 std::string_view proper_name(const StarRow& row) {
-    std::string_view rows = kNames;
+    std::string_view rows = kStarNames;
     while (!rows.empty()) {
         std::string_view line = take_field(rows, '\n');
         int hip = 0;
@@ -112,7 +113,7 @@ const StarRow* by_hip(int hip) {
 }
 
 const StarRow* by_proper_name(const std::string& wanted) {
-    std::string_view rows = kNames;
+    std::string_view rows = kStarNames;
     while (!rows.empty()) {
         std::string_view line = take_field(rows, '\n');
         const std::string_view number = take_field(line, ',');
@@ -133,7 +134,7 @@ const StarRow* by_designation(const std::string& name) {
         return row;
     // "alpha cen" without the figure that tells alpha1 and alpha2: the brightest.
     const StarRow* brightest = nullptr;
-    for (const StarRow& star : kStars)
+    for (const StarRow& star : kBrightStars)
         if (without_digits(folded(star.bayer)) == designation &&
             (brightest == nullptr || star.magnitude < brightest->magnitude))
             brightest = &star;
@@ -157,7 +158,7 @@ const StarRow* find_star(std::string_view text) {
 }
 
 void suggest_stars(Suggestions& suggestions) {
-    std::string_view rows = kNames;
+    std::string_view rows = kStarNames;
     while (!rows.empty()) {
         std::string_view line = take_field(rows, '\n');
         take_field(line, ',');

@@ -185,6 +185,15 @@ std::string_view take_field(std::string_view& text, char separator) {
     return field;
 }
 
+bool all_digits(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+double number_in(std::string_view text, double otherwise) {
+    std::from_chars(text.data(), text.data() + text.size(), otherwise);
+    return otherwise;
+}
+
 std::string_view trimmed_text(std::string_view text) {
     while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
         text.remove_prefix(1);

@@ -43,6 +43,11 @@ class Suggestions {
 // The front of `text` up to the separator, which is taken off with it.
 std::string_view take_field(std::string_view& text, char separator);
 
+// True of digits alone, one at least.
+bool all_digits(std::string_view text);
+// The number a field of a table begins with; `otherwise` where there is none.
+double number_in(std::string_view text, double otherwise = 0);
+
 std::string_view trimmed_text(std::string_view text);
 
 }  // namespace solsys::sky

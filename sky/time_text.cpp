@@ -28,10 +28,6 @@ std::optional<double> real_number(std::string_view text) {
     return value;
 }
 
-bool all_digits(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 // A Julian date of the text behind a mark, or standing alone with seven digits.
 std::optional<Instant> julian(std::string_view text) {
     const std::string mark = folded(text.substr(0, text.find(':') + 1));

@@ -10,7 +10,7 @@
 namespace solsys::sky {
 namespace {
 
-constexpr std::size_t kTwilights = 3;
+constexpr std::size_t kNightTwilights = 3;
 constexpr Altitude kTwilight[] = {kCivilTwilight, kNauticalTwilight, kAstronomicalTwilight};
 
 Span noon_to_noon(const Zone& zone, const CivilDate& evening) {
@@ -80,8 +80,9 @@ NightHours night_around(Model& model, const Site& site, const Zone& zone, const 
         take(night, passage);
     night.dark = below(model, site, sun(), kTwilight[0], night.span);
     if (night.dark.empty()) night.dark = below(model, site, sun(), horizon, night.span);
-    night.moonless = common(below(model, site, sun(), kTwilight[kTwilights - 1], night.span),
-                            below(model, site, moon(), horizon_of(site, moon()), night.span));
+    night.moonless =
+        common(below(model, site, sun(), kTwilight[kNightTwilights - 1], night.span),
+               below(model, site, moon(), horizon_of(site, moon()), night.span));
     return night;
 }
 

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "sky/text.h"
+#include "sky/units.h"
 #include "sky/zone_rules.h"
 
 namespace solsys::sky {
@@ -13,7 +14,6 @@ namespace {
 
 constexpr const char* kSystemZones = "/usr/share/zoneinfo/";
 constexpr int kLargestUtOffset = 15 * 3600;
-constexpr double kUnixEpochJd = 2440587.5;
 
 long long unix_seconds(const Instant& t) {
     return std::llround(((t.utc().day - kUnixEpochJd) + t.utc().fraction) * 86400.0);

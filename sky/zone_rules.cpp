@@ -10,7 +10,8 @@ namespace {
 
 constexpr int kUnixEpochDay = 2440588;  // Julian day number of 1970 January 1
 
-constexpr long long kFarthest = 86400LL * 1000000000;  // s: no calendar is meant beyond
+constexpr long long kFarthestTransition =
+    86400LL * 1000000000;  // s: no calendar is meant beyond
 
 long long days_since_1970(int year, int month, int day) {
     return julian_day_number({year, month, day}) - kUnixEpochDay;
@@ -143,7 +144,7 @@ int Zone::Rules::offset_at(long long now) const {
 // After the last transition its offset holds until the rule makes one of its own.
 int Zone::Rules::offset_by_rule(long long now) const {
     if (!daylight_begin || !daylight_end) return standard_offset;
-    now = std::clamp(now, -kFarthest, kFarthest);
+    now = std::clamp(now, -kFarthestTransition, kFarthestTransition);
     const long long local_day = (now + standard_offset) / 86400 - (now + standard_offset < 0);
     const int this_year = date_of_julian_day(static_cast<int>(local_day) + kUnixEpochDay).year;
     struct Change {

@@ -23,7 +23,7 @@ struct Row {
     int rule = 0;
 };
 
-int number_in(std::string_view text, int base = 10) {
+int integer_in(std::string_view text, int base = 10) {
     int value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value, base);
     return value;
@@ -41,7 +41,7 @@ std::optional<Row> row_of(std::string_view name) {
     while (!rows.empty()) {
         std::string_view line = take_field(rows, '\n');
         const std::string_view zone = take_field(line, ',');
-        if (same_letters(zone, name)) return Row{zone, number_in(take_field(line, ','))};
+        if (same_letters(zone, name)) return Row{zone, integer_in(take_field(line, ','))};
     }
     return std::nullopt;
 }
@@ -54,7 +54,7 @@ std::map<char, int> states_in(std::string_view types) {
         const char letter = state.empty() ? '?' : state.front();
         take_field(state, ':');
         take_field(state, ':');
-        states[letter] = number_in(take_field(state, ':'));
+        states[letter] = integer_in(take_field(state, ':'));
     }
     return states;
 }
@@ -69,7 +69,7 @@ Zone::Rules rules_in(std::string_view posix, std::string_view types,
     while (!transitions.empty()) {
         const std::size_t end = transitions.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
         if (end == std::string_view::npos) break;
-        at += number_in(transitions.substr(0, end), 36);
+        at += integer_in(transitions.substr(0, end), 36);
         rules.transitions.push_back({at, states[transitions[end]]});
         transitions.remove_prefix(end + 1);
     }
@@ -89,7 +89,7 @@ std::optional<Zone::Rules> zone_rules_in_table(std::string_view name) {
     std::string_view rows = kRules;
     while (!rows.empty()) {
         std::string_view line = take_field(rows, '\n');
-        if (number_in(take_field(line, ',')) != row->rule) continue;
+        if (integer_in(take_field(line, ',')) != row->rule) continue;
         // POSIX strings hold commas of their own, and stand in quotes then.
         std::string_view posix;
         if (line.starts_with('"')) {

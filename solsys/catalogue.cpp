@@ -12,15 +12,15 @@ namespace {
 
 // A line of data/catalogue/bodies.csv. The flattening follows from the polar radius where there
 // is one.
-struct Line {
+struct BodyLine {
     int number;
     double radius_km, orbital_period, rotation_period, polar_radius_km, flattening, gm;
     const char* source;
 };
-constexpr Line kLines[] = {
+constexpr BodyLine kBodyLines[] = {
 #include "bodies.inc"
 };
-static_assert(std::size(kLines) == kBodyCount);
+static_assert(std::size(kBodyLines) == kBodyCount);
 
 struct Family {
     int first, last;  // body numbers without a gap
@@ -52,12 +52,12 @@ constexpr Family kFamilies[] = {
     {1401, 1402, StarMagHaumeaSat, no_rotation},
 };
 
-constexpr auto kRows = [] {
+constexpr auto kBodyRows = [] {
     std::array<BodyRow, kBodyCount> rows{};
     std::size_t i = 0;
     for (const Family& family : kFamilies) {
         for (int number = family.first; number <= family.last; ++number, ++i) {
-            const Line& line = kLines[i];
+            const BodyLine& line = kBodyLines[i];
             const bool is_moon = number > 100;
             rows[i] = {number,
                        is_moon ? SSO_MOON : SSO_PLNT,
@@ -77,20 +77,20 @@ constexpr auto kRows = [] {
 
 // Every line stands where the families put its number.
 static_assert([] {
-    for (std::size_t i = 0; i < kRows.size(); ++i) {
-        if (kRows[i].number != kLines[i].number) return false;
+    for (std::size_t i = 0; i < kBodyRows.size(); ++i) {
+        if (kBodyRows[i].number != kBodyLines[i].number) return false;
     }
     return true;
 }());
 
-// Index of each number into kRows, 255 where there is none.
+// Index of each number into kBodyRows, 255 where there is none.
 constexpr std::uint8_t kNoRow = 255;
 static_assert(kBodyCount <= kNoRow);
 constexpr auto kIndex = [] {
-    std::array<std::uint8_t, kRows.back().number + 1> index{};
+    std::array<std::uint8_t, kBodyRows.back().number + 1> index{};
     index.fill(kNoRow);
-    for (std::size_t i = 0; i < kRows.size(); ++i) {
-        index[static_cast<std::size_t>(kRows[i].number)] = static_cast<std::uint8_t>(i);
+    for (std::size_t i = 0; i < kBodyRows.size(); ++i) {
+        index[static_cast<std::size_t>(kBodyRows[i].number)] = static_cast<std::uint8_t>(i);
     }
     return index;
 }();
@@ -100,13 +100,13 @@ constexpr auto kIndex = [] {
 const BodyRow* catalogue_row(int number) {
     if (number < 0 || number >= static_cast<int>(kIndex.size())) return nullptr;
     const std::uint8_t i = kIndex[static_cast<std::size_t>(number)];
-    return i == kNoRow ? nullptr : &kRows[i];
+    return i == kNoRow ? nullptr : &kBodyRows[i];
 }
 
 int next_catalogue_number(int number) {
     const BodyRow* row = catalogue_row(number);
     if (!row) return 0;
-    return row == &kRows.back() ? -1 : row[1].number;
+    return row == &kBodyRows.back() ? -1 : row[1].number;
 }
 
 }  // namespace solsys

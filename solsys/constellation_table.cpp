@@ -12,12 +12,12 @@
 namespace solsys {
 namespace {
 
-struct Line {
+struct BoundaryLine {
     double ra_low_h, ra_up_h, dec_low_deg;
     int con_index;
     const char* con;
 };
-constexpr Line kLines[] = {
+constexpr BoundaryLine kBoundaryLines[] = {
 #include "constellation_boundaries.inc"
 };
 
@@ -29,14 +29,15 @@ struct Zone {
 };
 
 constexpr std::size_t kZoneCount = 357;
-static_assert(std::size(kLines) == kZoneCount);
+static_assert(std::size(kBoundaryLines) == kZoneCount);
 
 constexpr auto kZones = [] {
     std::array<Zone, kZoneCount> zones{};
     for (std::size_t i = 0; i < kZoneCount; ++i) {
-        zones[i] = {kLines[i].ra_low_h * (kPi / 12.0), kLines[i].ra_up_h * (kPi / 12.0),
-                    kLines[i].dec_low_deg * kDegree,
-                    static_cast<std::uint8_t>(kLines[i].con_index)};
+        zones[i] = {kBoundaryLines[i].ra_low_h * (kPi / 12.0),
+                    kBoundaryLines[i].ra_up_h * (kPi / 12.0),
+                    kBoundaryLines[i].dec_low_deg * kDegree,
+                    static_cast<std::uint8_t>(kBoundaryLines[i].con_index)};
     }
     return zones;
 }();

@@ -11,12 +11,12 @@ namespace {
 constexpr Mat3 kEclipticFromEquator =
     rotation_x(kCosObliquityOfElements, kSinObliquityOfElements);
 
-struct Line {
+struct DwarfLine {
     int number;
     int epoch_day;
     double epoch_fraction, a, e, i_deg, node_deg, peri_deg, m_deg, n;
 };
-constexpr Line kLines[] = {
+constexpr DwarfLine kDwarfLines[] = {
 #include "dwarf_planets.inc"
 };
 
@@ -42,7 +42,7 @@ Elements on_ecliptic(const Elements& equatorial) {
 }  // namespace
 
 bool dwarf_planet_elements(int number, Elements* out) {
-    for (const Line& line : kLines) {
+    for (const DwarfLine& line : kDwarfLines) {
         if (line.number != number) continue;
         const Elements elements{line.a,
                                 line.e,

@@ -10,7 +10,7 @@ namespace solsys {
 namespace {
 
 constexpr BodyKey kMoonKey{SSO_MOON, kMoonNumber};
-constexpr int kSaturnNumber =
+constexpr int kLastNearPlanet =
     6;  // farther planets are cheap, and their light is long under way
 
 // The light of Saturn is under way for 0.065 day. The Earth is shaken by the Moon, which an
@@ -29,7 +29,7 @@ Vec3 carried(const State& s, double gm, double days) {
 
 bool is_carried(BodyKey body) {
     return body == kMoonKey || (body.type == SSO_PLNT && body.number >= 1 &&
-                                body.number <= kSaturnNumber && body.number != kEarthNumber);
+                                body.number <= kLastNearPlanet && body.number != kEarthNumber);
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ namespace {
 constexpr signed char kSuccess = 0;
 constexpr signed char kUnknownBody = 111;
 constexpr float kAtTheBody = -25.0F;
-constexpr int kSun = 10;
-constexpr int kSaturn = 6;
+constexpr int kSunBody = 10;
+constexpr int kSaturnBody = 6;
 constexpr double kSunAt1Au = 26.0;  // -mag, rounded
 
 // The Galilean phase curves were measured below this phase angle [deg].
@@ -189,7 +189,7 @@ double PhaseAngle(const double* observer, const double* position) {
 signed char StarMagPlanet(const double* observer, int body, const double* position,
                           float* out) {
     const Distances d = distances(observer, position);
-    if (body == kSun) {
+    if (body == kSunBody) {
         *out = static_cast<float>(5.0 * std::log10(d.delta) - kSunAt1Au);
         return kSuccess;
     }
@@ -206,7 +206,7 @@ signed char StarMagPlanet(const double* observer, int body, const double* positi
     const PlanetLaw* law = planet_law(body, i);
     if (law == nullptr) return kUnknownBody;
     double v = law->at(distance_term(d), i);
-    if (body == kSaturn) {
+    if (body == kSaturnBody) {
         // The rings, by the body's heliocentric latitude as it is passed.
         const double s = -d.body.z / std::hypot(d.body.x, d.body.y);
         v = v - 2.6 * std::fabs(s) + 1.25 * s * s;
@@ -247,7 +247,7 @@ signed char StarMagPlutoSat(const double* observer, int body, const double* posi
 
 signed char StarMagErisSat(const double* observer, int body, const double* position,
                            float* out) {
-    if (body == kSun) return kUnknownBody;
+    if (body == kSunBody) return kUnknownBody;
     const Distances d = distances(observer, position);
     if (d.r * d.delta == 0.0) {
         *out = kAtTheBody;

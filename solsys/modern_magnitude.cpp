@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "ephemeris/planet_states.h"
 #include "solsys/body_frames.h"
 #include "solsys/light_time.h"
 #include "solsys/planet_magnitude_2018.h"
@@ -10,8 +11,7 @@
 namespace solsys {
 namespace {
 
-constexpr int kMarsNumber = 4, kSaturnNumber = 6, kUranusNumber = 7, kNeptuneNumber = 8,
-              kSunNumber = 10;
+constexpr int kMarsNumber = 4, kSaturnNumber = 6, kUranusNumber = 7, kNeptuneNumber = 8;
 constexpr double kMarsSpringLongitude = 85;  // deg, J2000 ecliptic: where Ls is 0
 
 double degrees(double rad) { return rad * kDegreesPerRadian; }

@@ -5,10 +5,7 @@
 namespace solsys {
 namespace {
 
-constexpr double kUnknown = 999998.0;           // a value above is unknown
-constexpr double kAuPerYearPerKmS = 0.2109495;  // 1 km/s in au per Julian year
-
-double or_zero(double value) { return value > kUnknown ? 0.0 : value; }
+double or_zero(double value) { return value > kUnknownOfStar ? 0.0 : value; }
 
 }  // namespace
 
@@ -21,7 +18,7 @@ StarPlace modern_star_place(const StarObject& star, Instant tdb,
     const Vec3 north{-sin_dec * cos_ra, -sin_dec * sin_ra, cos_dec};
 
     const double parallax =
-        star.parallax > 0 && !(star.parallax > kUnknown) ? double{star.parallax} : 0.0;
+        star.parallax > 0 && !(star.parallax > kUnknownOfStar) ? double{star.parallax} : 0.0;
     const double radial = kAuPerYearPerKmS * or_zero(star.radial_velocity) * parallax;
     const Vec3 motion =
         or_zero(star.pm_ra) * cos_dec * east + or_zero(star.pm_dec) * north + radial * u;

@@ -11,7 +11,7 @@
 namespace solsys {
 namespace {
 
-constexpr double kOneSecond = 1.1574074074074073e-5;  // day
+constexpr double kPhasePrecision = 1.1574074074074073e-5;  // day
 
 class LunarLongitude {
   public:
@@ -41,7 +41,7 @@ class LunarLongitude {
         if (!(past_sun(from) < 0.0 && past_sun(to) > 0.0))
             return std::numeric_limits<double>::quiet_NaN();
         return zeroin(
-            from, to, [this](double jd) { return past_sun(jd); }, kOneSecond);
+            from, to, [this](double jd) { return past_sun(jd); }, kPhasePrecision);
     }
 
   private:

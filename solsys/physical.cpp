@@ -9,7 +9,6 @@
 namespace solsys {
 namespace {
 
-constexpr double kUnknown = -1.0;
 constexpr double kMinutesPerDay = 1440;
 
 constexpr BodyKey kMeasuredComet{SSO_COMT, 611674338};  // its nucleus has been measured
@@ -19,7 +18,8 @@ constexpr double kMeasuredCometKm = 2.94;
 constexpr double kLargestPeriodicE = 0.999999;
 
 double period(double a, double e, double mu) {
-    if (!(e < kLargestPeriodicE && a > 0.0 && std::isfinite(a) && mu > 0.0)) return kUnknown;
+    if (!(e < kLargestPeriodicE && a > 0.0 && std::isfinite(a) && mu > 0.0))
+        return kUnknownQuantity;
     return kTwoPi * std::sqrt(a * a * a / mu);
 }
 
@@ -49,7 +49,7 @@ double equatorial_radius_km(const Bodies& bodies, BodyKey body) {
     const Kind& kind = kind_of(body.type);
     if (kind.table == Table::asteroids) {
         const AsteroidRecord* record = bodies.elements.asteroids.find(key_of(body));
-        return record != nullptr ? record->radius_km : kUnknown;
+        return record != nullptr ? record->radius_km : kUnknownQuantity;
     }
     return body == kMeasuredComet ? kMeasuredCometKm : kind.radius_km;
 }
@@ -67,7 +67,7 @@ double orbital_period(const Bodies& bodies, BodyKey body, Instant t) {
     const double mu = gravity_of(bodies, centre_of(bodies, body, t));
     if (source.track != nullptr) {
         const TrackPlace place = locate(*source.track, t);
-        if (place.record == nullptr) return kUnknown;
+        if (place.record == nullptr) return kUnknownQuantity;
         const Elements elements = elements_at(place, t);
         return period(elements.q, elements.e, mu);
     }
@@ -78,7 +78,7 @@ double orbital_period(const Bodies& bodies, BodyKey body, Instant t) {
     }
     if (source.satellite != nullptr)
         return source.satellite->set.period_minutes() / kMinutesPerDay;
-    return kUnknown;
+    return kUnknownQuantity;
 }
 
 double mean_solar_day(const Bodies& bodies, BodyKey body, Instant t,
@@ -89,7 +89,7 @@ double mean_solar_day(const Bodies& bodies, BodyKey body, Instant t,
     const Instant later{t.day, t.fraction + minute};
     if (object == nullptr || !surface_frame(bodies, body, t, cur_from_j2000, before) ||
         !surface_frame(bodies, body, later, cur_from_j2000, after))
-        return kUnknown;
+        return kUnknownQuantity;
 
     double rotation = object->RotationPeriod();
     double orbit = object->OrbitalPeriod();

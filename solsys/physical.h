@@ -6,6 +6,8 @@
 
 namespace solsys {
 
+inline constexpr double kUnknownQuantity = -1.0;
+
 // Equatorial radius [km]: the catalogue's, the record's, or what stands for the type; -1.0
 // unknown.
 double equatorial_radius_km(const Bodies& bodies, BodyKey body);

@@ -13,7 +13,7 @@ namespace solsys {
 namespace {
 
 // As in apparent_modern: what is left may be applied along a straight line.
-constexpr double kStraightLine = 2e-5;  // day
+constexpr double kStraightLineOfLanes = 2e-5;  // day
 
 template <class Function>
 Function* of_processor(Function* baseline, Function* avx2, Function* avx512) {
@@ -94,7 +94,7 @@ void find_emission(const FileBody& body, const ObserverLanes& observers,
         settled = step > 0 || std::all_of(out.tau, out.tau + tdb.size(),
                                           [](double tau) { return tau > 0; });
         for (std::size_t i = 0; i < tdb.size(); ++i)
-            settled = settled && !(std::fabs(step_by[i]) > kStraightLine);
+            settled = settled && !(std::fabs(step_by[i]) > kStraightLineOfLanes);
         if (settled) break;
         for (std::size_t i = 0; i < tdb.size(); ++i) out.tau[i] += step_by[i];
     }

@@ -18,16 +18,16 @@ double polynomial(const double (&c)[N], double x) {
     for (std::size_t i = N; i-- > 0;) sum = sum * x + c[i];
     return sum;
 }
-constexpr double kMercury[] = {-0.613,      6.3280e-02, -1.6336e-03, 3.3644e-05,
-                               -3.4265e-07, 1.6893e-09, -3.0334e-12};                // 2
-constexpr double kVenus[] = {-4.384, -1.044e-03, 3.687e-04, -2.814e-06, 8.938e-09};  // 3
-constexpr double kVenusCrescent[] = {236.05828, -2.81914, 8.39034e-03};              // 4
-constexpr double kEarth[] = {-3.99, -1.060e-03, 2.054e-04};                          // 5
-constexpr double kMars[] = {-1.601, 2.267e-02, -1.302e-04};                          // 6
-constexpr double kMarsBeyond50[] = {-0.367, -0.02573, 3.445e-04};                    // 7
-constexpr double kJupiter[] = {-9.395, -3.7e-04, 6.16e-04};                          // 8
-constexpr double kJupiterBeyond12[] = {1, -1.507, -0.363, -0.062, 2.809, -1.876};    // 9
-constexpr double kSaturnGlobe[] = {-8.95, -3.7e-04, 6.16e-04};                       // 11
+constexpr double kMercuryCurve[] = {-0.613,      6.3280e-02, -1.6336e-03, 3.3644e-05,
+                                    -3.4265e-07, 1.6893e-09, -3.0334e-12};                // 2
+constexpr double kVenusCurve[] = {-4.384, -1.044e-03, 3.687e-04, -2.814e-06, 8.938e-09};  // 3
+constexpr double kVenusCrescent[] = {236.05828, -2.81914, 8.39034e-03};                   // 4
+constexpr double kEarthCurve[] = {-3.99, -1.060e-03, 2.054e-04};                          // 5
+constexpr double kMarsCurve[] = {-1.601, 2.267e-02, -1.302e-04};                          // 6
+constexpr double kMarsBeyond50[] = {-0.367, -0.02573, 3.445e-04};                         // 7
+constexpr double kJupiterCurve[] = {-9.395, -3.7e-04, 6.16e-04};                          // 8
+constexpr double kJupiterBeyond12[] = {1, -1.507, -0.363, -0.062, 2.809, -1.876};         // 9
+constexpr double kSaturnGlobe[] = {-8.95, -3.7e-04, 6.16e-04};                            // 11
 constexpr double kSaturnGlobeBeyond6[] = {-8.94, 2.446e-04, 2.672e-04, -1.506e-06,
                                           4.767e-09};         // 12
 constexpr double kUranus[] = {-7.110, 6.587e-03, 1.045e-04};  // 14, 15
@@ -62,14 +62,14 @@ double correction(double MarsRow::*column, double angle_deg) {
 }
 
 double mars(const PlanetAspect& a) {
-    const double law = a.phase_deg <= kMarsLawTo ? polynomial(kMars, a.phase_deg)
+    const double law = a.phase_deg <= kMarsLawTo ? polynomial(kMarsCurve, a.phase_deg)
                                                  : polynomial(kMarsBeyond50, a.phase_deg);
     return law + correction(&MarsRow::rotation_mag, a.meridian_deg) +
            correction(&MarsRow::season_mag, a.season_deg);
 }
 
 double jupiter(double phase) {
-    if (phase <= kJupiterLawTo) return polynomial(kJupiter, phase);
+    if (phase <= kJupiterLawTo) return polynomial(kJupiterCurve, phase);
     return -9.428 - 2.5 * std::log10(polynomial(kJupiterBeyond12, phase / 180));
 }
 
@@ -101,7 +101,7 @@ double neptune(const PlanetAspect& a) {
 }
 
 double venus(double phase) {
-    return phase < kVenusCrescentFrom ? polynomial(kVenus, phase)
+    return phase < kVenusCrescentFrom ? polynomial(kVenusCurve, phase)
                                       : polynomial(kVenusCrescent, phase);
 }
 
@@ -112,11 +112,11 @@ double distance_term(const PlanetAspect& a) { return 5 * std::log10(a.r * a.delt
 double planet_magnitude_2018(int planet, const PlanetAspect& a) {
     switch (planet) {
         case 1:
-            return distance_term(a) + polynomial(kMercury, a.phase_deg);
+            return distance_term(a) + polynomial(kMercuryCurve, a.phase_deg);
         case 2:
             return distance_term(a) + venus(a.phase_deg);
         case 3:
-            return distance_term(a) + polynomial(kEarth, a.phase_deg);
+            return distance_term(a) + polynomial(kEarthCurve, a.phase_deg);
         case 4:
             return distance_term(a) + mars(a);
         case 5:

@@ -6,11 +6,7 @@
 
 using solsys::body_key;
 
-namespace {
-
-constexpr double kUnknown = -1.0;
-
-}  // namespace
+namespace {}  // namespace
 
 double CSWSolSys::GetRadiEq(const SSO_ID& id, double* flattening) {
     const SS_Object* object = GetSS_Object(id);
@@ -28,7 +24,7 @@ double CSWSolSys::GetParentGravity(const SSO_ID& id) {
             return solsys::kSunGm;
         case solsys::Centre::planet_by_number: {
             const SS_Object* object = GetSS_Object(id);
-            return object != nullptr ? object->GetParentGM() : kUnknown;
+            return object != nullptr ? object->GetParentGM() : solsys::kUnknownQuantity;
         }
         default:
             return GetGravity(GetCentralBodyID(id));
@@ -37,12 +33,13 @@ double CSWSolSys::GetParentGravity(const SSO_ID& id) {
 
 double CSWSolSys::GetPeriodRotation(const SSO_ID& id) {
     const SS_Object* object = GetSS_Object(id);
-    return object != nullptr ? object->RotationPeriod() : kUnknown;
+    return object != nullptr ? object->RotationPeriod() : solsys::kUnknownQuantity;
 }
 
 double CSWSolSys::GetAngVelocity(const SSO_ID& id) {
     const SS_Object* object = GetSS_Object(id);
-    return object != nullptr ? solsys::kTwoPi / object->RotationPeriod() : kUnknown;
+    return object != nullptr ? solsys::kTwoPi / object->RotationPeriod()
+                             : solsys::kUnknownQuantity;
 }
 
 bool CSWSolSys::GetPolarAxes(const SSO_ID& id, double* out) {

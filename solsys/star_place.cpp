@@ -7,14 +7,12 @@
 namespace solsys {
 namespace {
 
-constexpr double kUnknown = 999998.0;           // a value above is unknown
-constexpr double kAuPerYearPerKmS = 0.2109495;  // 1 km/s in au per Julian year
 constexpr double kSunCentre = 1e-10;            // au: nearer, there is no deflection
 constexpr double kTwiceSolarRadius = 1.974e-8;  // 2 GM/c^2 of the Sun [au]
 constexpr double kBehindSun = 1e-13;            // least 1 + cosine to the Sun's far side
 constexpr double kBehindSunCosine = -0.9999999999999;
 
-bool known(double value) { return !(value > kUnknown); }
+bool known(double value) { return !(value > kUnknownOfStar); }
 
 }  // namespace
 
@@ -29,7 +27,7 @@ StarMotion moved_star(const StarCoordinates& star, double years, Vec3 observer_p
                               pm_ra * cos_dec * cos_ra - pm_dec * sin_dec * sin_ra,
                               pm_dec * cos_dec};
 
-    if (!(star.parallax > 0 && star.parallax < kUnknown)) return {p, 0.0};
+    if (!(star.parallax > 0 && star.parallax < kUnknownOfStar)) return {p, 0.0};
     if (known(star.radial_velocity))
         p += kAuPerYearPerKmS * star.radial_velocity * star.parallax * years * u;
     return {p - star.parallax * observer_position, star.parallax};

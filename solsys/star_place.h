@@ -20,6 +20,9 @@ struct StarPlace {
     double distance;  // [au]; -1: no parallax
 };
 
+inline constexpr double kUnknownOfStar = 999998.0;     // a value above is unknown
+inline constexpr double kAuPerYearPerKmS = 0.2109495;  // 1 km/s in au per Julian year
+
 // Place and motion of a star at J2000.0, as in StarObject; above 999998: unknown.
 struct StarCoordinates {
     double ra, dec;          // [rad]

@@ -6,22 +6,22 @@
 #include "apps/solsys/commands.h"
 #include "apps/solsys/long_search.h"
 #include "apps/solsys/small_body_options.h"
+#include "apps/solsys/units.h"
 #include "solsys/sky/approaches.h"
 
 namespace app {
 namespace {
 
-constexpr double kAuKm = 149597870.7;
-constexpr double kDefaultSpan = 36525;  // day
+constexpr double kDefaultApproachSpan = 36525;  // day
 
-struct Request {
+struct ApproachesRequest {
     Options options;
     SmallBodyOptions body;
     double within_au = 0.1;
     bool two_body = false;
 };
 
-std::vector<Column<sky::Approach>> columns_for(const Setting& setting) {
+std::vector<Column<sky::Approach>> approach_columns(const Setting& setting) {
     using Row = sky::Approach;
     std::vector<Column<Row>> columns{
         {"id", "", nullptr, [](const Row& r) { return Cell(sky::code_of(r.planet.id)); }},
@@ -38,16 +38,17 @@ std::vector<Column<sky::Approach>> columns_for(const Setting& setting) {
     return columns;
 }
 
-void run(const Request& request) {
+void run(const ApproachesRequest& request) {
     const Setting setting = setting_of(request.options);
-    const sky::Span span = span_of(request.options, setting, kDefaultSpan);
+    const sky::Span span = span_of(request.options, setting, kDefaultApproachSpan);
     const std::vector<sky::Body> bodies = small_bodies_of(request.body, span.from);
     if (bodies.size() != 1) throw BadInput("name: one body at a time");
     sky::Model model = model_of(request.options, setting);
     LongSearch search;
     const auto found = need(sky::find_approaches(
         model, bodies.front(), span, {request.within_au, request.two_body, search.progress()}));
-    Table<sky::Approach> table(setting.format, columns_for(setting), setting.context(model));
+    Table<sky::Approach> table(setting.format, approach_columns(setting),
+                               setting.context(model));
     for (const sky::Approach& a : found) table.add(a);
     table.finish(fmt::format("{} comes to no planet within {} au in that time",
                              bodies.front().name, request.within_au));
@@ -56,7 +57,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_approaches(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<ApproachesRequest>();
     Command command = main.add(
         "approaches", "When a minor planet or comet comes close to the planets and the Moon");
     add_small_body_options(command, request->body);

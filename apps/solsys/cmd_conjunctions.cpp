@@ -12,14 +12,14 @@
 namespace app {
 namespace {
 
-struct Request {
+struct ConjunctionsRequest {
     Options options;
     std::vector<std::string> bodies;
     bool ecliptic = false, closest = false;
     double within = 10;
 };
 
-sky::ConjunctionWay way_of(const Request& request) {
+sky::ConjunctionWay way_of(const ConjunctionsRequest& request) {
     if (request.ecliptic && request.closest)
         throw BadInput("--ecliptic and --closest exclude each other");
     return request.ecliptic  ? sky::ConjunctionWay::kLongitude
@@ -33,18 +33,19 @@ Column<Row> number(const char* name, const char* title, Shown format, double Row
     return {name, title, std::move(format), [member](const Row& row) { return row.*member; }};
 }
 template <class Row>
-Column<Row> delta_t() {
+Column<Row> delta_t_column() {
     return {"delta_t_s", "", nullptr, [](const Row& row) { return row.at.delta_t_seconds(); }};
 }
 
-void list_pairs(sky::Model& model, const Request& request, const std::vector<sky::Body>& bodies,
-                const sky::Span& span, const Setting& setting) {
+void list_pairs(sky::Model& model, const ConjunctionsRequest& request,
+                const std::vector<sky::Body>& bodies, const sky::Span& span,
+                const Setting& setting) {
     using Row = sky::Conjunction;
     std::vector<Column<Row>> columns{
         {"first", "First", nullptr, [&](const Row&) { return Cell(bodies[0].name); }},
         {"second", "Second", nullptr, [&](const Row&) { return Cell(bodies[1].name); }}};
     add_time_columns(columns, setting, fmt::format("Time ({})", setting.zone.name()));
-    columns.push_back(delta_t<Row>());
+    columns.push_back(delta_t_column<Row>());
     columns.push_back(number("separation_deg", "Separation", fixed(4), &Row::separation_deg));
     columns.push_back(
         number("position_angle_deg", "Pos. angle", fixed_round(1), &Row::position_angle_deg));
@@ -58,13 +59,13 @@ void list_pairs(sky::Model& model, const Request& request, const std::vector<sky
     table.finish("no conjunction in that span");
 }
 
-void list_gatherings(sky::Model& model, const Request& request,
+void list_gatherings(sky::Model& model, const ConjunctionsRequest& request,
                      const std::vector<sky::Body>& bodies, const sky::Span& span,
                      const Setting& setting) {
     using Row = sky::Gathering;
     std::vector<Column<Row>> columns;
     add_time_columns(columns, setting, fmt::format("Closest ({})", setting.zone.name()));
-    columns.push_back(delta_t<Row>());
+    columns.push_back(delta_t_column<Row>());
     columns.push_back(number("radius_deg", "Radius", fixed(3), &Row::radius_deg));
     columns.push_back(number("ra_deg", "RA", shown_hours, &Row::ra_deg));
     columns.push_back(number("dec_deg", "Dec", shown_degrees, &Row::dec_deg));
@@ -85,7 +86,7 @@ void list_gatherings(sky::Model& model, const Request& request,
                              request.within));
 }
 
-void run(const Request& request) {
+void run(const ConjunctionsRequest& request) {
     const Setting setting = setting_of(request.options);
     const sky::Span span = span_of(request.options, setting, 366);
     const std::vector<sky::Body> bodies = bodies_called(request.bodies, span.from);
@@ -102,7 +103,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_conjunctions(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<ConjunctionsRequest>();
     Command command =
         main.add("conjunctions", "When two bodies meet in the sky, or several gather");
     command.words("bodies", request->bodies, "Two bodies or stars, or more", 2, 10);

@@ -13,21 +13,21 @@
 namespace app {
 namespace {
 
-struct Request {
+struct ConstellationRequest {
     Options options;
     std::string first;
     std::optional<std::string> second;
 };
 
-struct Row {
+struct ConstellationRow {
     sky::Place place;  // as given, or of date for a body
     std::string equinox;
     sky::Constellation found;
 };
 
 // Two angles are a direction, one word is a body.
-Row row_of(sky::Model& model, const Request& request) {
-    Row row;
+ConstellationRow row_of(sky::Model& model, const ConstellationRequest& request) {
+    ConstellationRow row;
     const bool of_date = request.options.time.has_value() || !request.second;
     row.equinox = of_date ? "of date" : "J2000";
     sky::Place place;
@@ -47,22 +47,25 @@ Row row_of(sky::Model& model, const Request& request) {
     return row;
 }
 
-void run(const Request& request) {
+void run(const ConstellationRequest& request) {
     const Setting setting = setting_of(request.options);
     sky::Model model = model_of(request.options, setting);
     // A direction without a date is on the equator of J2000, and asked for then.
     const bool at_j2000 = request.second && !request.options.time;
     move_to(model,
             at_j2000 ? sky::Instant::from_tt(2451545.0) : instant_of(request.options, setting));
-    Table<Row> table(
+    Table<ConstellationRow> table(
         setting.format,
-        {{"ra_deg", "RA", shown_hours, [](const Row& r) { return r.place.ra_deg; }},
-         {"dec_deg", "Dec", shown_degrees, [](const Row& r) { return r.place.dec_deg; }},
-         {"equinox", "Equinox", nullptr, [](const Row& r) { return Cell(r.equinox); }},
+        {{"ra_deg", "RA", shown_hours,
+          [](const ConstellationRow& r) { return r.place.ra_deg; }},
+         {"dec_deg", "Dec", shown_degrees,
+          [](const ConstellationRow& r) { return r.place.dec_deg; }},
+         {"equinox", "Equinox", nullptr,
+          [](const ConstellationRow& r) { return Cell(r.equinox); }},
          {"constellation", "Con", nullptr,
-          [](const Row& r) { return text_cell(r.found.abbreviation); }},
+          [](const ConstellationRow& r) { return text_cell(r.found.abbreviation); }},
          {"constellation_name", "Constellation", nullptr,
-          [](const Row& r) { return text_cell(r.found.name); }}});
+          [](const ConstellationRow& r) { return text_cell(r.found.name); }}});
     table.add(row_of(model, request));
     table.finish();
 }
@@ -70,7 +73,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_constellation(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<ConstellationRequest>();
     Command command =
         main.add("constellation", "Which constellation holds a direction, or a body");
     command.word("ra", request->first,

@@ -18,7 +18,7 @@
 namespace app {
 namespace {
 
-struct Request {
+struct DiaryRequest {
     Options options;
     PictureOptions picture;
     std::optional<std::string> kinds, ics;
@@ -45,49 +45,49 @@ std::vector<int> chosen_kinds(const std::string& text) {
     return kinds;
 }
 
-using Row = sky::DiaryEvent;
+using DiaryRow = sky::DiaryEvent;
 
-std::string objects_of(const Row& event) {
+std::string objects_of(const DiaryRow& event) {
     std::string objects;
     for (const auto* body : {&event.first, &event.second})
         if (body->has_value()) objects += (objects.empty() ? "" : ", ") + (*body)->name;
     return objects;
 }
 
-Column<Row> number(const char* name, std::optional<double> Row::*member) {
-    return {name, "", nullptr, [member](const Row& row) { return cell(row.*member); }};
+Column<DiaryRow> number(const char* name, std::optional<double> DiaryRow::*member) {
+    return {name, "", nullptr, [member](const DiaryRow& row) { return cell(row.*member); }};
 }
 
-std::vector<Column<Row>> columns_for(const Setting& setting) {
-    std::vector<Column<Row>> columns{
+std::vector<Column<DiaryRow>> diary_columns(const Setting& setting) {
+    std::vector<Column<DiaryRow>> columns{
         {"kind", "", nullptr,
-         [](const Row& r) { return Cell(static_cast<long long>(r.kind)); }},
+         [](const DiaryRow& r) { return Cell(static_cast<long long>(r.kind)); }},
         {"kind_name", "", nullptr,
-         [](const Row& r) { return Cell(std::string(sky::name_of_kind(r.kind))); }}};
+         [](const DiaryRow& r) { return Cell(std::string(sky::name_of_kind(r.kind))); }}};
     add_time_columns(columns, setting, "");
-    const std::vector<Column<Row>> more{
-        {"delta_t_s", "", nullptr, [](const Row& r) { return r.at.delta_t_seconds(); }},
-        {"event", "", nullptr, [](const Row& r) { return Cell(r.text); }},
-        {"objects", "", nullptr, [](const Row& r) { return Cell(objects_of(r)); }},
-        number("separation_deg", &Row::separation_deg),
-        number("position_angle_deg", &Row::position_angle_deg),
-        number("elongation_deg", &Row::elongation_deg),
-        number("magnitude", &Row::magnitude),
-        number("second_magnitude", &Row::second_magnitude),
-        number("distance_au", &Row::distance_au),
-        number("longitude_deg", &Row::longitude_deg),
-        number("latitude_deg", &Row::latitude_deg),
-        number("hours_to_perigee", &Row::hours_to_perigee),
-        number("hours_to_apogee", &Row::hours_to_apogee),
-        number("zhr_per_hour", &Row::zhr),
-        number("moon_illuminated", &Row::moon_illuminated),
-        {"in_longitude", "", nullptr, [](const Row& r) { return r.in_longitude; }},
-        number("azimuth_deg", &Row::azimuth_deg),
-        number("altitude_deg", &Row::altitude_deg)};
+    const std::vector<Column<DiaryRow>> more{
+        {"delta_t_s", "", nullptr, [](const DiaryRow& r) { return r.at.delta_t_seconds(); }},
+        {"event", "", nullptr, [](const DiaryRow& r) { return Cell(r.text); }},
+        {"objects", "", nullptr, [](const DiaryRow& r) { return Cell(objects_of(r)); }},
+        number("separation_deg", &DiaryRow::separation_deg),
+        number("position_angle_deg", &DiaryRow::position_angle_deg),
+        number("elongation_deg", &DiaryRow::elongation_deg),
+        number("magnitude", &DiaryRow::magnitude),
+        number("second_magnitude", &DiaryRow::second_magnitude),
+        number("distance_au", &DiaryRow::distance_au),
+        number("longitude_deg", &DiaryRow::longitude_deg),
+        number("latitude_deg", &DiaryRow::latitude_deg),
+        number("hours_to_perigee", &DiaryRow::hours_to_perigee),
+        number("hours_to_apogee", &DiaryRow::hours_to_apogee),
+        number("zhr_per_hour", &DiaryRow::zhr),
+        number("moon_illuminated", &DiaryRow::moon_illuminated),
+        {"in_longitude", "", nullptr, [](const DiaryRow& r) { return r.in_longitude; }},
+        number("azimuth_deg", &DiaryRow::azimuth_deg),
+        number("altitude_deg", &DiaryRow::altitude_deg)};
     columns.insert(columns.end(), more.begin(), more.end());
     for (std::size_t i = 0; i < 4; ++i)
         add_instant_columns(columns, setting, fmt::format("contact{}", i + 1), "",
-                            [i](const Row& r) { return r.contacts[i]; });
+                            [i](const DiaryRow& r) { return r.contacts[i]; });
     return columns;
 }
 
@@ -104,7 +104,7 @@ void draw(sky::Model& model, const std::vector<sky::DiaryEvent>& events, const s
                   options);
 }
 
-void run(const Request& request) {
+void run(const DiaryRequest& request) {
     check_picture_options(request.picture);
     const Setting setting = setting_of(request.options);
     const sky::Span span =
@@ -131,15 +131,15 @@ void run(const Request& request) {
         print_diary_pages(model, events, setting, search);
         return;
     }
-    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
-    for (const Row& event : events) table.add(event);
+    Table<DiaryRow> table(setting.format, diary_columns(setting), setting.context(model));
+    for (const DiaryRow& event : events) table.add(event);
     table.finish("no event in that span");
 }
 
 }  // namespace
 
 void add_diary(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<DiaryRequest>();
     Command command =
         main.add("diary", "The calendar of the sky: Moon, planets, conjunctions, meteors");
     command.text("--kinds", request->kinds,

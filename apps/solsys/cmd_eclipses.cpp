@@ -16,7 +16,7 @@
 namespace app {
 namespace {
 
-struct Request {
+struct EclipsesRequest {
     Options options;
     PictureOptions picture;
     std::optional<std::string> map;
@@ -28,13 +28,13 @@ struct Request {
     }
 };
 
-struct Row {
+struct EclipseRow {
     sky::Eclipse eclipse;
     std::optional<sky::LocalEclipse> local;
 
     [[nodiscard]] bool solar() const { return eclipse.kind == sky::EclipseKind::kSolar; }
 };
-using Columns = std::vector<Column<Row>>;
+using EclipseColumns = std::vector<Column<EclipseRow>>;
 using Moment = std::optional<sky::EclipseMoment>;
 
 void write_map(const sky::EclipseMap& map, const std::filesystem::path& path, bool light) {
@@ -50,7 +50,8 @@ void write_map(const sky::EclipseMap& map, const std::filesystem::path& path, bo
         "--map: use a file ending in .svg, .png, .geojson or .kml, or a folder ending in /");
 }
 
-void write_maps(sky::Model& model, const Request& request, const std::vector<Row>& rows) {
+void write_maps(sky::Model& model, const EclipsesRequest& request,
+                const std::vector<EclipseRow>& rows) {
     const std::filesystem::path path = path_of(*request.map);
     const bool light = request.picture.light;
     if (request.map->back() != '/' && !std::filesystem::is_directory(path)) {
@@ -80,67 +81,67 @@ void write_maps(sky::Model& model, const Request& request, const std::vector<Row
     tell(fmt::format("wrote the maps of {} eclipses into {}", i, *request.map));
 }
 
-void add_circumstances(Columns& columns, const Setting& setting) {
+void add_circumstances(EclipseColumns& columns, const Setting& setting) {
     using sky::Eclipse;
     const bool wide = !setting.site;  // what is seen there needs the room
     const auto number = [](const char* name, const char* title, int decimals, auto get) {
-        return Column<Row>{name, title, fixed(decimals),
-                           [get](const Row& r) { return Cell(get(r.eclipse)); }};
+        return Column<EclipseRow>{name, title, fixed(decimals),
+                                  [get](const EclipseRow& r) { return Cell(get(r.eclipse)); }};
     };
-    columns.push_back({"kind", "Kind", nullptr, [](const Row& r) {
+    columns.push_back({"kind", "Kind", nullptr, [](const EclipseRow& r) {
                            return Cell(std::string(to_string(r.eclipse.kind)));
                        }});
-    columns.push_back(
-        {"type", wide ? "Type" : "", nullptr, [](const Row& r) { return r.eclipse.type; }});
+    columns.push_back({"type", wide ? "Type" : "", nullptr,
+                       [](const EclipseRow& r) { return r.eclipse.type; }});
     const auto time = [&](const char* name, const std::string& title,
                           sky::Instant Eclipse::*member) {
         add_instant_columns(
             columns, setting, name, title,
-            [member](const Row& r) { return std::optional(r.eclipse.*member); },
+            [member](const EclipseRow& r) { return std::optional(r.eclipse.*member); },
             wide ? shown_seconds : shown_date);
     };
     time("greatest", wide ? fmt::format("Greatest ({})", setting.zone.name()) : "Date",
          &Eclipse::greatest);
     time("begin", "", &Eclipse::begin);
     time("end", "", &Eclipse::end);
-    const Columns more{
+    const EclipseColumns more{
         {"delta_t_s", "", nullptr,
-         [](const Row& r) { return r.eclipse.greatest.delta_t_seconds(); }},
+         [](const EclipseRow& r) { return r.eclipse.greatest.delta_t_seconds(); }},
         number("magnitude", wide ? "Mag" : "", 4, [](const Eclipse& e) { return e.magnitude; }),
         number("gamma", wide ? "Gamma" : "", 4, [](const Eclipse& e) { return e.gamma; }),
         {"saros", wide ? "Saros" : "", nullptr,
-         [](const Row& r) { return Cell(static_cast<long long>(r.eclipse.saros)); }},
+         [](const EclipseRow& r) { return Cell(static_cast<long long>(r.eclipse.saros)); }},
         {"lunation", "", nullptr,
-         [](const Row& r) { return Cell(static_cast<long long>(r.eclipse.lunation)); }}};
+         [](const EclipseRow& r) { return Cell(static_cast<long long>(r.eclipse.lunation)); }}};
     columns.insert(columns.end(), more.begin(), more.end());
 }
 
-void add_ground(Columns& columns, bool in_table) {
+void add_ground(EclipseColumns& columns, bool in_table) {
     const auto number = [&](const char* name, const char* title, int decimals, auto get) {
         columns.push_back({name, in_table ? title : "", fixed(decimals), get});
     };
     number("latitude_deg", "Lat", 1,
-           [](const Row& r) { return r.eclipse.nearest.latitude_deg; });
+           [](const EclipseRow& r) { return r.eclipse.nearest.latitude_deg; });
     number("longitude_deg", "Lon", 1,
-           [](const Row& r) { return r.eclipse.nearest.longitude_deg; });
+           [](const EclipseRow& r) { return r.eclipse.nearest.longitude_deg; });
     number("path_width_km", "Width km", 0,
-           [](const Row& r) { return cell(r.eclipse.path_width_km); });
+           [](const EclipseRow& r) { return cell(r.eclipse.path_width_km); });
     number("central_duration_s", "Duration s", 0,
-           [](const Row& r) { return cell(r.eclipse.duration_s); });
+           [](const EclipseRow& r) { return cell(r.eclipse.duration_s); });
 }
 
-void add_contact(Columns& columns, const Setting& setting, const std::string& name,
+void add_contact(EclipseColumns& columns, const Setting& setting, const std::string& name,
                  const char* title, Moment sky::LocalEclipse::*member) {
     add_instant_columns(
         columns, setting, name, title,
-        [member](const Row& r) {
+        [member](const EclipseRow& r) {
             const Moment& m = (*r.local).*member;
             return m ? std::optional(m->at) : std::nullopt;
         },
         shown_clock_seconds);
     const auto angle = [&](const char* suffix, const char* heading,
                            double sky::EclipseMoment::*value, bool lunar_too) {
-        columns.push_back({name + suffix, heading, fixed(0), [=](const Row& r) {
+        columns.push_back({name + suffix, heading, fixed(0), [=](const EclipseRow& r) {
                                const Moment& m = (*r.local).*member;
                                return m && (lunar_too || r.solar()) ? Cell((*m).*value)
                                                                     : Cell();
@@ -152,27 +153,28 @@ void add_contact(Columns& columns, const Setting& setting, const std::string& na
     angle("_position_angle_deg", "", &sky::EclipseMoment::position_angle_deg, false);
 }
 
-void add_local(Columns& columns, const Setting& setting) {
+void add_local(EclipseColumns& columns, const Setting& setting) {
     using Local = sky::LocalEclipse;
     columns.push_back(
-        {"local_type", "Seen as", nullptr, [](const Row& r) { return r.local->type; }});
+        {"local_type", "Seen as", nullptr, [](const EclipseRow& r) { return r.local->type; }});
     add_contact(columns, setting, "first_contact", "First", &Local::first);
     add_contact(columns, setting, "second_contact", "Second", &Local::second);
     add_contact(columns, setting, "maximum", "Maximum", &Local::maximum);
     add_contact(columns, setting, "third_contact", "Third", &Local::third);
     add_contact(columns, setting, "fourth_contact", "Fourth", &Local::fourth);
     columns.push_back({"local_magnitude", "There", fixed(3),
-                       [](const Row& r) { return r.local->magnitude; }});
-    columns.push_back({"obscuration", "", fixed(3), [](const Row& r) {
+                       [](const EclipseRow& r) { return r.local->magnitude; }});
+    columns.push_back({"obscuration", "", fixed(3), [](const EclipseRow& r) {
                            return r.solar() ? Cell(r.local->obscuration) : Cell();
                        }});
     add_instant_columns(columns, setting, "rise", "",
-                        [](const Row& r) { return r.local->rise; });
-    add_instant_columns(columns, setting, "set", "", [](const Row& r) { return r.local->set; });
+                        [](const EclipseRow& r) { return r.local->rise; });
+    add_instant_columns(columns, setting, "set", "",
+                        [](const EclipseRow& r) { return r.local->set; });
 }
 
-Columns columns_for(const Setting& setting) {
-    Columns columns;
+EclipseColumns eclipse_columns(const Setting& setting) {
+    EclipseColumns columns;
     add_circumstances(columns, setting);
     add_ground(columns, !setting.site);
     if (setting.site) add_local(columns, setting);
@@ -180,17 +182,17 @@ Columns columns_for(const Setting& setting) {
 }
 
 // Those of a piece of the span, in order; as far as it goes when it is stopped.
-std::vector<Row> rows_of_piece(sky::Model& model, const Request& request,
-                               const Setting& setting, const sky::Span& piece,
-                               const std::function<bool()>& go_on) {
+std::vector<EclipseRow> rows_of_piece(sky::Model& model, const EclipsesRequest& request,
+                                      const Setting& setting, const sky::Span& piece,
+                                      const std::function<bool()>& go_on) {
     sky::EclipseOptions options;
     options.fiftieth = request.fiftieth;
     options.progress = [&](double) { return go_on(); };
-    std::vector<Row> rows;
+    std::vector<EclipseRow> rows;
     for (const auto kind : {sky::EclipseKind::kSolar, sky::EclipseKind::kLunar}) {
         if (!request.wants(kind)) continue;
         for (const sky::Eclipse& e : sky::find_eclipses(model, kind, piece, options)) {
-            Row row{e, {}};
+            EclipseRow row{e, {}};
             if (setting.site) {
                 if (!go_on()) break;
                 row.local = sky::eclipse_at(model, e, *setting.site);
@@ -199,37 +201,37 @@ std::vector<Row> rows_of_piece(sky::Model& model, const Request& request,
             rows.push_back(std::move(row));
         }
     }
-    std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+    std::sort(rows.begin(), rows.end(), [](const EclipseRow& a, const EclipseRow& b) {
         return a.eclipse.greatest < b.eclipse.greatest;
     });
     return rows;
 }
 
 // In pieces, so that a search stopped early has all of the years that it came to.
-std::vector<Row> rows_of(sky::Model& model, const Request& request, const Setting& setting,
-                         const sky::Span& span) {
+std::vector<EclipseRow> rows_of(sky::Model& model, const EclipsesRequest& request,
+                                const Setting& setting, const sky::Span& span) {
     constexpr double kPiece = 20 * 365.25;
     LongSearch search;
-    std::vector<Row> rows;
+    std::vector<EclipseRow> rows;
     for (double begins = 0; begins < span.days(); begins += kPiece) {
         const sky::Span piece{
             span.from.plus_days(begins),
             begins + kPiece < span.days() ? span.from.plus_days(begins + kPiece) : span.to};
         const auto go_on = [&] { return search.go_on(begins / span.days()); };
         if (!go_on()) break;
-        for (Row& row : rows_of_piece(model, request, setting, piece, go_on))
+        for (EclipseRow& row : rows_of_piece(model, request, setting, piece, go_on))
             rows.push_back(std::move(row));
     }
     return rows;
 }
 
 // The Moon in the shadow, or the Sun's disk at a site.
-void draw(sky::Model& model, const Request& request, const Setting& setting,
-          const std::vector<Row>& rows) {
+void draw(sky::Model& model, const EclipsesRequest& request, const Setting& setting,
+          const std::vector<EclipseRow>& rows) {
     if (rows.size() != 1)
         throw BadInput(fmt::format("--svg: {} eclipses in that span, and a picture is of one",
                                    rows.size()));
-    const Row& row = rows.front();
+    const EclipseRow& row = rows.front();
     const bool light = request.picture.light;
     if (row.solar() && !setting.site)
         throw BadInput("--svg: the Sun's disk is that of a place: --city or --site (or --map)");
@@ -240,19 +242,19 @@ void draw(sky::Model& model, const Request& request, const Setting& setting,
         request.picture);
 }
 
-void run(const Request& request) {
+void run(const EclipsesRequest& request) {
     if (!request.map) check_picture_options(request.picture);
     const Setting setting = setting_of(request.options);
     const sky::Span span = span_of(request.options, setting, 550);
     sky::Model model = model_of(request.options, setting);
-    const std::vector<Row> rows = rows_of(model, request, setting, span);
+    const std::vector<EclipseRow> rows = rows_of(model, request, setting, span);
     if (!rows.empty() && request.map) write_maps(model, request, rows);
     if (!rows.empty() && request.picture.wanted()) draw(model, request, setting, rows);
     if (!rows.empty() && request.picture.to_output()) return;
     if (setting.format == Format::kTable && setting.site && !rows.empty())
         fmt::print("Eclipses at {} (times: {})\n\n", setting.site->name, setting.zone.name());
-    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
-    for (const Row& row : rows) table.add(row);
+    Table<EclipseRow> table(setting.format, eclipse_columns(setting), setting.context(model));
+    for (const EclipseRow& row : rows) table.add(row);
     table.finish(setting.site ? "no eclipse in that span can be seen there"
                               : "no eclipse in that span");
 }
@@ -260,7 +262,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_eclipses(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<EclipsesRequest>();
     Command command = main.add("eclipses", "Solar and lunar eclipses");
     command.flag("--solar", request->solar, "Solar eclipses (default: both)");
     command.flag("--lunar", request->lunar, "Lunar eclipses");

@@ -13,7 +13,7 @@
 namespace app {
 namespace {
 
-struct Row {
+struct SourceRow {
     std::string path;
     const DEHeader* header;
 };
@@ -30,25 +30,29 @@ void run(const std::string& path, const Options& options) {
     const auto header = DE_Ephemeris::readHeader(path.c_str());
     if (!header) throw BadInput(fmt::format("'{}' is no DE ephemeris file", path));
     const auto whole = [](std::int32_t value) { return Cell(static_cast<long long>(value)); };
-    Table<Row> table(
+    Table<SourceRow> table(
         options.format(),
-        {{"path", "", nullptr, [](const Row& r) { return Cell(r.path); }},
+        {{"path", "", nullptr, [](const SourceRow& r) { return Cell(r.path); }},
          {"", "File", nullptr,
-          [](const Row& r) { return Cell(r.path.substr(r.path.find_last_of("/\\") + 1)); }},
-         {"de_number", "DE", nullptr, [&](const Row& r) { return whole(r.header->de_number); }},
-         {"start_jd", "", nullptr, [](const Row& r) { return r.header->start_jd; }},
+          [](const SourceRow& r) {
+              return Cell(r.path.substr(r.path.find_last_of("/\\") + 1));
+          }},
+         {"de_number", "DE", nullptr,
+          [&](const SourceRow& r) { return whole(r.header->de_number); }},
+         {"start_jd", "", nullptr, [](const SourceRow& r) { return r.header->start_jd; }},
          {"start_date", "From", nullptr,
-          [](const Row& r) { return Cell(date(r.header->start_jd)); }},
-         {"end_jd", "", nullptr, [](const Row& r) { return r.header->end_jd; }},
-         {"end_date", "To", nullptr, [](const Row& r) { return Cell(date(r.header->end_jd)); }},
-         {"record_days", "Days", fixed(0), [](const Row& r) { return r.header->span; }},
+          [](const SourceRow& r) { return Cell(date(r.header->start_jd)); }},
+         {"end_jd", "", nullptr, [](const SourceRow& r) { return r.header->end_jd; }},
+         {"end_date", "To", nullptr,
+          [](const SourceRow& r) { return Cell(date(r.header->end_jd)); }},
+         {"record_days", "Days", fixed(0), [](const SourceRow& r) { return r.header->span; }},
          {"doubles_per_record", "Doubles", nullptr,
-          [&](const Row& r) { return whole(r.header->ncoeff); }},
-         {"au_km", "au km", fixed(4), [](const Row& r) { return r.header->au_km; }},
+          [&](const SourceRow& r) { return whole(r.header->ncoeff); }},
+         {"au_km", "au km", fixed(4), [](const SourceRow& r) { return r.header->au_km; }},
          {"earth_moon_mass_ratio", "Earth/Moon", fixed(6),
-          [](const Row& r) { return r.header->emrat; }},
+          [](const SourceRow& r) { return r.header->emrat; }},
          {"constants", "Constants", nullptr,
-          [&](const Row& r) { return whole(r.header->ncon); }}});
+          [&](const SourceRow& r) { return whole(r.header->ncon); }}});
     table.add({path, header.get()});
     table.finish();
 }

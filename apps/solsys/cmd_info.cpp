@@ -12,12 +12,12 @@
 namespace app {
 namespace {
 
-struct Request {
+struct InfoRequest {
     Options options;
     std::vector<std::string> names;
 };
 
-struct Row {
+struct InfoRow {
     sky::BodyFacts facts;
     sky::Instant at;
 };
@@ -35,22 +35,25 @@ std::string shown_days(double days) {
     return fmt::format("{:.6g} d ({:.4g} years)", days, days / 365.25);
 }
 
-std::vector<Column<Row>> columns_for(const Setting& setting) {
+std::vector<Column<InfoRow>> info_columns(const Setting& setting) {
     using Facts = sky::BodyFacts;
     const auto number = [](const char* name, const char* title, Shown shown,
                            std::optional<double> Facts::*member) {
-        return Column<Row>{name, title, std::move(shown),
-                           [member](const Row& row) { return cell(row.facts.*member); }};
+        return Column<InfoRow>{name, title, std::move(shown), [member](const InfoRow& row) {
+                                   return cell(row.facts.*member);
+                               }};
     };
-    std::vector<Column<Row>> columns{
-        {"id", "", nullptr, [](const Row& r) { return Cell(sky::code_of(r.facts.body.id)); }},
-        {"name", "Body", nullptr, [](const Row& r) { return Cell(r.facts.body.name); }},
+    std::vector<Column<InfoRow>> columns{
+        {"id", "", nullptr,
+         [](const InfoRow& r) { return Cell(sky::code_of(r.facts.body.id)); }},
+        {"name", "Body", nullptr, [](const InfoRow& r) { return Cell(r.facts.body.name); }},
         {"parent", "Moves about", nullptr,
-         [](const Row& r) { return r.facts.parent ? Cell(r.facts.parent->name) : Cell(); }},
+         [](const InfoRow& r) { return r.facts.parent ? Cell(r.facts.parent->name) : Cell(); }},
         {"moons", "Moons", nullptr,
-         [](const Row& r) { return Cell(static_cast<long long>(r.facts.moons)); }},
+         [](const InfoRow& r) { return Cell(static_cast<long long>(r.facts.moons)); }},
         number("radius_km", "Equatorial radius", general(6, "km"), &Facts::radius_km),
-        {"flattening", "Flattening", fixed(5), [](const Row& r) { return r.facts.flattening; }},
+        {"flattening", "Flattening", fixed(5),
+         [](const InfoRow& r) { return r.facts.flattening; }},
         number("gm_km3_s2", "GM", general(6, "km\u00b3/s\u00b2"), &Facts::gm_km3_s2),
         number("mass_kg", "Mass", general(4, "kg"), &Facts::mass_kg),
         number("density_kg_m3", "Mean density", general(4, "kg/m\u00b3"),
@@ -74,38 +77,38 @@ std::vector<Column<Row>> columns_for(const Setting& setting) {
 }
 
 // One fact a line.
-void print_page(const Row& row, const Setting& setting) {
-    for (const Column<Row>& column : columns_for(setting)) {
+void print_page(const InfoRow& row, const Setting& setting) {
+    for (const Column<InfoRow>& column : info_columns(setting)) {
         const std::string text = text_of(column.extract(row), column.format);
         if (!column.title.empty() && !text.empty())
             fmt::print("{:<22} {}\n", column.title, text);
     }
 }
 
-void run(const Request& request) {
+void run(const InfoRequest& request) {
     const Setting setting = setting_of(request.options);
     const sky::Instant t = instant_of(request.options, setting);
     sky::Model model = model_of(request.options, setting);
     move_to(model, t);
-    std::vector<Row> rows;
+    std::vector<InfoRow> rows;
     for (const sky::Body& body : bodies_called(request.names, t))
         rows.push_back({need(sky::facts_of(model, body)), t});
     if (setting.format == Format::kTable) {
-        for (const Row& row : rows) {
+        for (const InfoRow& row : rows) {
             if (&row != &rows.front()) fmt::print("\n");
             print_page(row, setting);
         }
         return;
     }
-    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
-    for (const Row& row : rows) table.add(row);
+    Table<InfoRow> table(setting.format, info_columns(setting), setting.context(model));
+    for (const InfoRow& row : rows) table.add(row);
     table.finish();
 }
 
 }  // namespace
 
 void add_info(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<InfoRequest>();
     Command command = main.add("info", "What is known of a body");
     command.words("body", request->names, "Names (jupiter, io) or codes (plnt:5, moon:501)", 1);
     add_instant_option(command, request->options);

@@ -18,7 +18,7 @@ namespace {
 
 using solsys::draw::Configuration;
 
-struct Request {
+struct MoonsRequest {
     Options options;
     PictureOptions picture;
     std::string planet;
@@ -27,7 +27,7 @@ struct Request {
     bool events = false, mutual = false;
 };
 
-struct Row {
+struct MoonRow {
     sky::SatelliteView moon;
     sky::Instant at;
 };
@@ -50,24 +50,24 @@ Configuration configuration_at(sky::Model& model, const sky::Body& planet,
     return configuration;
 }
 
-std::vector<Column<Row>> columns_for(const Setting& setting) {
+std::vector<Column<MoonRow>> moon_columns(const Setting& setting) {
     const auto number = [](const char* name, const char* title, int decimals,
                            double sky::SatelliteView::*member) {
-        return Column<Row>{name, title, title[0] ? fixed(decimals) : Shown(),
-                           [member](const Row& row) { return Cell(row.moon.*member); }};
+        return Column<MoonRow>{name, title, title[0] ? fixed(decimals) : Shown(),
+                               [member](const MoonRow& row) { return Cell(row.moon.*member); }};
     };
     const auto flag = [](const char* name, bool sky::SatelliteView::*member) {
-        return Column<Row>{name, "", nullptr,
-                           [member](const Row& row) { return Cell(row.moon.*member); }};
+        return Column<MoonRow>{name, "", nullptr,
+                               [member](const MoonRow& row) { return Cell(row.moon.*member); }};
     };
-    std::vector<Column<Row>> columns{
+    std::vector<Column<MoonRow>> columns{
         {"id", "", nullptr,
-         [](const Row& row) { return Cell(sky::code_of(row.moon.moon.id)); }},
+         [](const MoonRow& row) { return Cell(sky::code_of(row.moon.moon.id)); }},
         {"name", "Satellite", nullptr,
-         [](const Row& row) { return Cell(row.moon.moon.name); }}};
+         [](const MoonRow& row) { return Cell(row.moon.moon.name); }}};
     add_time_columns(columns, setting, "");
     using View = sky::SatelliteView;
-    const std::vector<Column<Row>> more{
+    const std::vector<Column<MoonRow>> more{
         number("east_arcsec", "East \"", 2, &View::east_arcsec),
         number("north_arcsec", "North \"", 2, &View::north_arcsec),
         number("x_radii", "x radii", 3, &View::x_radii),
@@ -75,7 +75,9 @@ std::vector<Column<Row>> columns_for(const Setting& setting) {
         number("separation_radii", "Separation", 3, &View::separation_radii),
         number("distance_au", "", 6, &View::distance_au),
         {"", "Side", nullptr,
-         [](const Row& row) { return Cell(std::string(row.moon.in_front ? "near" : "far")); }},
+         [](const MoonRow& row) {
+             return Cell(std::string(row.moon.in_front ? "near" : "far"));
+         }},
         flag("in_front", &View::in_front),
         flag("on_disk", &View::on_disk),
         flag("behind_disk", &View::behind_disk),
@@ -83,7 +85,7 @@ std::vector<Column<Row>> columns_for(const Setting& setting) {
         flag("in_penumbra", &View::in_penumbra),
         flag("shadow_on_disk", &View::shadow_on_disk),
         {"", "Phenomenon", nullptr,
-         [](const Row& row) { return text_cell(row.moon.phenomenon()); }}};
+         [](const MoonRow& row) { return text_cell(row.moon.phenomenon()); }}};
     columns.insert(columns.end(), more.begin(), more.end());
     return columns;
 }
@@ -96,7 +98,7 @@ double fitting_days(sky::Model& model, const std::vector<sky::Body>& moons) {
     return std::clamp(std::ceil(longest), 2.0, 40.0);
 }
 
-solsys::draw::Svg waves(sky::Model& model, const Request& request, const Setting& setting,
+solsys::draw::Svg waves(sky::Model& model, const MoonsRequest& request, const Setting& setting,
                         const sky::Body& planet, const std::vector<sky::Body>& moons,
                         const sky::Instant& t) {
     const double days = *request.days > 0 ? *request.days : fitting_days(model, moons);
@@ -117,7 +119,7 @@ solsys::draw::Svg waves(sky::Model& model, const Request& request, const Setting
     return solsys::draw::draw_waves(instants, setting.zone, title, request.picture.light);
 }
 
-void draw(sky::Model& model, const Request& request, const Setting& setting,
+void draw(sky::Model& model, const MoonsRequest& request, const Setting& setting,
           const sky::Body& planet, const std::vector<sky::Body>& moons,
           const Configuration& now) {
     if (request.days) {
@@ -131,7 +133,7 @@ void draw(sky::Model& model, const Request& request, const Setting& setting,
                   request.picture);
 }
 
-sky::Body planet_of(const Request& request) {
+sky::Body planet_of(const MoonsRequest& request) {
     const sky::Body planet = need(sky::find_body(request.planet));
     if (planet.id.type != SSO_PLNT)
         throw BadInput(fmt::format("'{}' is no planet", request.planet));
@@ -140,7 +142,7 @@ sky::Body planet_of(const Request& request) {
     return planet;
 }
 
-void check(const Request& request) {
+void check(const MoonsRequest& request) {
     check_picture_options(request.picture);
     const Options& options = request.options;
     if (request.days && !request.picture.wanted())
@@ -152,7 +154,7 @@ void check(const Request& request) {
         throw BadInput("--events is a list from --from to --to: no --time, --all or picture");
 }
 
-void run(const Request& request) {
+void run(const MoonsRequest& request) {
     check(request);
     const sky::Body planet = planet_of(request);
     const Setting setting = setting_of(request.options);
@@ -165,7 +167,7 @@ void run(const Request& request) {
 
     const Configuration now = configuration_at(model, planet, moons, t);
     if (!request.picture.to_output()) {
-        Table<Row> table(setting.format, columns_for(setting), setting.context(model));
+        Table<MoonRow> table(setting.format, moon_columns(setting), setting.context(model));
         for (const sky::SatelliteView& moon : now.moons) table.add({moon, t});
         if (setting.format == Format::kTable)
             fmt::print(
@@ -181,7 +183,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_moons(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<MoonsRequest>();
     Command command =
         main.add("moons", "A planet's satellites beside it, and pictures of them");
     command.word("planet", request->planet, "A planet, such as jupiter");

@@ -12,51 +12,57 @@
 namespace app {
 namespace {
 
-struct Request {
+struct OccultationsRequest {
     Options options;
     double faintest = 5;
     bool all = false;
 };
 
-using Row = sky::LunarOccultation;
+using OccultationRow = sky::LunarOccultation;
 
-std::vector<Column<Row>> columns_for(const Setting& setting) {
+std::vector<Column<OccultationRow>> occultation_columns(const Setting& setting) {
     const auto number = [](const char* name, const char* title, int decimals,
-                           double Row::*member) {
-        return Column<Row>{name, title, fixed(decimals),
-                           [member](const Row& row) { return row.*member; }};
+                           double OccultationRow::*member) {
+        return Column<OccultationRow>{
+            name, title, fixed(decimals),
+            [member](const OccultationRow& row) { return row.*member; }};
     };
-    std::vector<Column<Row>> columns{
-        {"id", "", nullptr, [](const Row& r) { return Cell(sky::code_of(r.body.id)); }},
-        {"name", "Body", nullptr, [](const Row& r) { return Cell(r.body.name); }},
+    std::vector<Column<OccultationRow>> columns{
+        {"id", "", nullptr,
+         [](const OccultationRow& r) { return Cell(sky::code_of(r.body.id)); }},
+        {"name", "Body", nullptr, [](const OccultationRow& r) { return Cell(r.body.name); }},
         {"magnitude", "Mag", fixed(1),
-         [](const Row& r) { return r.magnitude < 90 ? Cell(r.magnitude) : Cell(); }},
+         [](const OccultationRow& r) { return r.magnitude < 90 ? Cell(r.magnitude) : Cell(); }},
         {"contact", "Contact", nullptr,
-         [](const Row& r) { return Cell(std::string(sky::to_string(r.contact))); }}};
+         [](const OccultationRow& r) { return Cell(std::string(sky::to_string(r.contact))); }}};
     add_time_columns(columns, setting, fmt::format("Time ({})", setting.zone.name()));
-    const std::vector<Column<Row>> more{
-        {"delta_t_s", "", nullptr, [](const Row& r) { return r.at.delta_t_seconds(); }},
-        number("position_angle_deg", "PA", 0, &Row::position_angle_deg),
+    const std::vector<Column<OccultationRow>> more{
+        {"delta_t_s", "", nullptr,
+         [](const OccultationRow& r) { return r.at.delta_t_seconds(); }},
+        number("position_angle_deg", "PA", 0, &OccultationRow::position_angle_deg),
         {"", "Cusp", nullptr,
-         [](const Row& r) {
+         [](const OccultationRow& r) {
              return Cell(fmt::format("{:.0f} {}", r.cusp_angle_deg, r.north_cusp ? 'N' : 'S'));
          }},
-        number("cusp_angle_deg", "", 0, &Row::cusp_angle_deg),
+        number("cusp_angle_deg", "", 0, &OccultationRow::cusp_angle_deg),
         {"cusp", "", nullptr,
-         [](const Row& r) { return Cell(std::string(r.north_cusp ? "N" : "S")); }},
+         [](const OccultationRow& r) { return Cell(std::string(r.north_cusp ? "N" : "S")); }},
         {"limb", "Limb", nullptr,
-         [](const Row& r) { return Cell(std::string(r.dark_limb ? "dark" : "bright")); }},
-        {"", "Graze", nullptr, [](const Row& r) { return text_cell(r.graze ? "yes" : ""); }},
-        {"graze", "", nullptr, [](const Row& r) { return r.graze; }},
-        number("moon_altitude_deg", "Moon alt", 1, &Row::moon_altitude_deg),
-        number("moon_azimuth_deg", "", 0, &Row::moon_azimuth_deg),
-        number("sun_altitude_deg", "Sun alt", 0, &Row::sun_altitude_deg),
-        number("moon_illuminated", "Lit", 2, &Row::moon_illuminated)};
+         [](const OccultationRow& r) {
+             return Cell(std::string(r.dark_limb ? "dark" : "bright"));
+         }},
+        {"", "Graze", nullptr,
+         [](const OccultationRow& r) { return text_cell(r.graze ? "yes" : ""); }},
+        {"graze", "", nullptr, [](const OccultationRow& r) { return r.graze; }},
+        number("moon_altitude_deg", "Moon alt", 1, &OccultationRow::moon_altitude_deg),
+        number("moon_azimuth_deg", "", 0, &OccultationRow::moon_azimuth_deg),
+        number("sun_altitude_deg", "Sun alt", 0, &OccultationRow::sun_altitude_deg),
+        number("moon_illuminated", "Lit", 2, &OccultationRow::moon_illuminated)};
     columns.insert(columns.end(), more.begin(), more.end());
     return columns;
 }
 
-void run(const Request& request) {
+void run(const OccultationsRequest& request) {
     const Setting setting = setting_with_site(request.options);
     const sky::Span span = span_of(request.options, setting, 31);
     sky::Model model = model_of(request.options, setting);
@@ -66,8 +72,9 @@ void run(const Request& request) {
 
     LongSearch search;
     const auto found = sky::lunar_occultations(model, span, options, search.control());
-    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
-    for (const Row& row : found) table.add(row);
+    Table<OccultationRow> table(setting.format, occultation_columns(setting),
+                                setting.context(model));
+    for (const OccultationRow& row : found) table.add(row);
     if (setting.format == Format::kTable && !found.empty())
         fmt::print("Occultations by the Moon at {}\n\n", setting.site->name);
     table.finish("no occultation in that span" +
@@ -77,7 +84,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_occultations(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<OccultationsRequest>();
     Command command =
         main.add("occultations", "Stars and planets that the Moon covers for a site");
     command.number("--faintest", request->faintest, {-2.0, 5.0},

@@ -9,13 +9,13 @@
 namespace app {
 namespace {
 
-struct Request {
+struct OrbitRequest {
     EphemerisRequest ephemeris;
     SmallBodyOptions body;
     bool integrate = false;
 };
 
-void run(const Request& request) {
+void run(const OrbitRequest& request) {
     const Setting setting = setting_of(request.ephemeris.options);
     const sky::Instant first = instants_of(request.ephemeris.options, setting).front();
     const bool named = !request.body.names.empty();
@@ -29,7 +29,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_orbit(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<OrbitRequest>();
     Command command =
         main.add("orbit", "Where minor planets and comets are, by their elements");
     add_small_body_options(command, request->body);

@@ -8,12 +8,12 @@
 namespace app {
 namespace {
 
-struct Request {
+struct PositionRequest {
     EphemerisRequest ephemeris;
     std::vector<std::string> bodies;
 };
 
-void run(const Request& request) {
+void run(const PositionRequest& request) {
     const Setting setting = setting_of(request.ephemeris.options);
     const sky::Instant first = instants_of(request.ephemeris.options, setting).front();
     print_ephemeris(request.ephemeris, setting, bodies_called(request.bodies, first),
@@ -23,7 +23,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_position(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<PositionRequest>();
     Command command = main.add(
         "position", "Where bodies and stars are: apparent place, distance, other frames");
     command.words("body", request->bodies,

@@ -19,7 +19,7 @@
 namespace app {
 namespace {
 
-struct Request {
+struct RiseSetRequest {
     Options options;
     PictureOptions picture;
     std::vector<std::string> bodies;
@@ -30,10 +30,8 @@ struct Request {
     bool best = false;
 };
 
-constexpr const char* kTwilights[] = {"civil", "nautical", "astronomical"};
-
 // A body's day; on a day with two risings or settings a second row has the second ones.
-struct Row {
+struct DayRow {
     const sky::Body* body;
     const sky::RiseSetDay* day;
     const std::optional<sky::BestView>* best;
@@ -48,61 +46,61 @@ struct Row {
     [[nodiscard]] const sky::Transit* transit() const { return pick(day->transits); }
 };
 
-using Columns = std::vector<Column<Row>>;
+using DayColumns = std::vector<Column<DayRow>>;
 
 template <class Event>
-void add_event(Columns& columns, const Setting& setting, const std::string& name,
+void add_event(DayColumns& columns, const Setting& setting, const std::string& name,
                const char* title, const std::string& angle, const char* angle_title,
-               const Event* (Row::*get)() const, double Event::*member) {
-    add_instant_columns(columns, setting, name, title, [get](const Row& row) {
+               const Event* (DayRow::*get)() const, double Event::*member) {
+    add_instant_columns(columns, setting, name, title, [get](const DayRow& row) {
         const Event* const event = (row.*get)();
         return event ? std::optional(event->at) : std::nullopt;
     });
-    columns.push_back({angle, angle_title, fixed(1), [get, member](const Row& row) {
+    columns.push_back({angle, angle_title, fixed(1), [get, member](const DayRow& row) {
                            const Event* const event = (row.*get)();
                            return event ? Cell(event->*member) : Cell();
                        }});
 }
 
-void add_best(Columns& columns, const Setting& setting) {
-    const auto best = [](const Row& row) {
+void add_best(DayColumns& columns, const Setting& setting) {
+    const auto best = [](const DayRow& row) {
         return row.turn == 0 ? *row.best : std::optional<sky::BestView>();
     };
-    add_instant_columns(columns, setting, "best", "Best", [best](const Row& row) {
+    add_instant_columns(columns, setting, "best", "Best", [best](const DayRow& row) {
         const auto view = best(row);
         return view ? std::optional(view->at) : std::nullopt;
     });
-    columns.push_back({"best_altitude_deg", "Alt", fixed(1), [best](const Row& row) {
+    columns.push_back({"best_altitude_deg", "Alt", fixed(1), [best](const DayRow& row) {
                            const auto view = best(row);
                            return view ? Cell(view->altitude_deg) : Cell();
                        }});
 }
 
-Columns columns_for(const Setting& setting, const Request& request) {
+DayColumns day_columns(const Setting& setting, const RiseSetRequest& request) {
     const std::string& twilight = request.twilight;
-    Columns columns{
-        {"id", "", nullptr, [](const Row& row) { return Cell(sky::code_of(row.body->id)); }},
-        {"name", "Body", nullptr, [](const Row& row) { return Cell(row.body->name); }},
+    DayColumns columns{
+        {"id", "", nullptr, [](const DayRow& row) { return Cell(sky::code_of(row.body->id)); }},
+        {"name", "Body", nullptr, [](const DayRow& row) { return Cell(row.body->name); }},
         {"date", "Date", nullptr,
-         [](const Row& row) { return Cell(sky::to_string(row.day->date)); }}};
+         [](const DayRow& row) { return Cell(sky::to_string(row.day->date)); }}};
     for (std::size_t i : {2, 1, 0})
-        add_instant_columns(columns, setting, std::string(kTwilights[i]) + "_dawn",
-                            twilight == kTwilights[i] ? "Dawn" : "", [i](const Row& row) {
-                                return row.turn == 0 ? row.day->dawn[i] : std::nullopt;
-                            });
-    add_event(columns, setting, "rise", "Rise", "rise_azimuth_deg", "Azim", &Row::rise,
+        add_instant_columns(
+            columns, setting, std::string(kTwilightNames[i]) + "_dawn",
+            twilight == kTwilightNames[i] ? "Dawn" : "",
+            [i](const DayRow& row) { return row.turn == 0 ? row.day->dawn[i] : std::nullopt; });
+    add_event(columns, setting, "rise", "Rise", "rise_azimuth_deg", "Azim", &DayRow::rise,
               &sky::HorizonEvent::azimuth_deg);
     add_event(columns, setting, "transit", "Transit", "transit_altitude_deg", "Alt",
-              &Row::transit, &sky::Transit::altitude_deg);
-    add_event(columns, setting, "set", "Set", "set_azimuth_deg", "Azim", &Row::set,
+              &DayRow::transit, &sky::Transit::altitude_deg);
+    add_event(columns, setting, "set", "Set", "set_azimuth_deg", "Azim", &DayRow::set,
               &sky::HorizonEvent::azimuth_deg);
     for (std::size_t i : {0, 1, 2})
-        add_instant_columns(columns, setting, std::string(kTwilights[i]) + "_dusk",
-                            twilight == kTwilights[i] ? "Dusk" : "", [i](const Row& row) {
-                                return row.turn == 0 ? row.day->dusk[i] : std::nullopt;
-                            });
+        add_instant_columns(
+            columns, setting, std::string(kTwilightNames[i]) + "_dusk",
+            twilight == kTwilightNames[i] ? "Dusk" : "",
+            [i](const DayRow& row) { return row.turn == 0 ? row.day->dusk[i] : std::nullopt; });
     if (request.best) add_best(columns, setting);
-    columns.push_back({"state", "State", nullptr, [](const Row& row) {
+    columns.push_back({"state", "State", nullptr, [](const DayRow& row) {
                            return text_cell(sky::to_string(row.day->state));
                        }});
     return columns;
@@ -148,9 +146,9 @@ void find_best(sky::Model& model, const Setting& setting, std::vector<BodyDays>&
     }
 }
 
-void list_days(const std::vector<BodyDays>& found, const Request& request,
+void list_days(const std::vector<BodyDays>& found, const RiseSetRequest& request,
                const Setting& setting, const sky::Model& model) {
-    Table<Row> table(setting.format, columns_for(setting, request), setting.context(model));
+    Table<DayRow> table(setting.format, day_columns(setting, request), setting.context(model));
     for (const BodyDays& body : found)
         for (std::size_t i = 0; i < body.days.size(); ++i) {
             const sky::RiseSetDay& day = body.days[i];
@@ -184,7 +182,7 @@ std::vector<EventRow> events_of(const std::vector<BodyDays>& found) {
             for (const auto& e : day.sets)
                 rows.push_back({&body.body, e.at, "set", e.azimuth_deg, {}});
             for (std::size_t i = 0; i < 3; ++i) {
-                const std::string name(kTwilights[i]);
+                const std::string name(kTwilightNames[i]);
                 if (day.dawn[i])
                     rows.push_back({&body.body, *day.dawn[i], name + " dawn", {}, {}});
                 if (day.dusk[i])
@@ -215,7 +213,7 @@ void list_by_time(const std::vector<BodyDays>& found, const Setting& setting,
     table.finish();
 }
 
-void list(sky::Model& model, const Request& request, const Setting& setting) {
+void list(sky::Model& model, const RiseSetRequest& request, const Setting& setting) {
     const sky::Span span = span_of(request.options, setting, 1);
     const Dates dates = dates_of(span, request.options, setting);
     if (span.days() > 36600) throw BadInput("--to: at most a hundred years in one go");
@@ -249,7 +247,7 @@ void list(sky::Model& model, const Request& request, const Setting& setting) {
                     : list_days(found, request, setting, model);
 }
 
-void draw(sky::Model& model, const Request& request, const Setting& setting) {
+void draw(sky::Model& model, const RiseSetRequest& request, const Setting& setting) {
     const sky::Span span = span_of(request.options, setting, 1);
     const int year = setting.zone.date(span.from).year;
     const sky::NightsOfYear nights = sky::nights_of_year(model, setting.zone, year);
@@ -262,10 +260,10 @@ void draw(sky::Model& model, const Request& request, const Setting& setting) {
         request.picture);
 }
 
-void run(const Request& request) {
+void run(const RiseSetRequest& request) {
     check_picture_options(request.picture);
-    if (std::find(std::begin(kTwilights), std::end(kTwilights), request.twilight) ==
-        std::end(kTwilights))
+    if (std::find(std::begin(kTwilightNames), std::end(kTwilightNames), request.twilight) ==
+        std::end(kTwilightNames))
         throw BadInput("--twilight: use civil, nautical or astronomical");
     const bool picture = request.picture.wanted();
     const bool bodies = !request.bodies.empty() || request.orbit.file || request.orbit.elements;
@@ -285,7 +283,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_rise_set(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<RiseSetRequest>();
     Command command = main.add(
         "rise-set", "Risings, culminations and settings; a month's calendar; a year's chart");
     command.words("bodies", request->bodies,

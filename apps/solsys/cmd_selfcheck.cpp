@@ -14,12 +14,12 @@
 namespace app {
 namespace {
 
-struct Request {
+struct SelfcheckRequest {
     Options options;
     bool markdown = false;
 };
 
-struct Row {
+struct CheckRow {
     const CheckGroup* group;
     const Check* check;
 };
@@ -33,18 +33,19 @@ std::string shown(double value) {
 
 bool has_bound(const Check& check) { return std::isfinite(check.bound); }
 
-std::vector<Column<Row>> columns() {
-    return {{"group", "", nullptr, [](const Row& r) { return Cell(r.group->title); }},
-            {"quantity", "Quantity", nullptr, [](const Row& r) { return r.check->quantity; }},
-            {"against", "", nullptr, [](const Row& r) { return r.check->against; }},
-            {"cases", "Cases", nullptr,
-             [](const Row& r) { return static_cast<long long>(r.check->cases); }},
-            {"worst", "Worst", shown, [](const Row& r) { return r.check->worst; }},
-            {"rms", "rms", shown, [](const Row& r) { return r.check->rms(); }},
-            {"bound", "Bound", shown,
-             [](const Row& r) { return has_bound(*r.check) ? Cell(r.check->bound) : Cell(); }},
-            {"unit", "Unit", nullptr, [](const Row& r) { return r.check->unit; }},
-            {"passed", "", nullptr, [](const Row& r) { return r.check->passed(); }}};
+std::vector<Column<CheckRow>> columns() {
+    return {
+        {"group", "", nullptr, [](const CheckRow& r) { return Cell(r.group->title); }},
+        {"quantity", "Quantity", nullptr, [](const CheckRow& r) { return r.check->quantity; }},
+        {"against", "", nullptr, [](const CheckRow& r) { return r.check->against; }},
+        {"cases", "Cases", nullptr,
+         [](const CheckRow& r) { return static_cast<long long>(r.check->cases); }},
+        {"worst", "Worst", shown, [](const CheckRow& r) { return r.check->worst; }},
+        {"rms", "rms", shown, [](const CheckRow& r) { return r.check->rms(); }},
+        {"bound", "Bound", shown,
+         [](const CheckRow& r) { return has_bound(*r.check) ? Cell(r.check->bound) : Cell(); }},
+        {"unit", "Unit", nullptr, [](const CheckRow& r) { return r.check->unit; }},
+        {"passed", "", nullptr, [](const CheckRow& r) { return r.check->passed(); }}};
 }
 
 void print_markdown(const std::vector<CheckGroup>& groups) {
@@ -61,7 +62,7 @@ void print_markdown(const std::vector<CheckGroup>& groups) {
 }
 
 void print_report(const std::vector<CheckGroup>& groups, Format format) {
-    Table<Row> table(format, columns());
+    Table<CheckRow> table(format, columns());
     for (const CheckGroup& group : groups)
         for (const Check& check : group.checks) table.add({&group, &check});
     table.finish();
@@ -100,7 +101,7 @@ std::vector<CheckGroup> all_checks(const Options& options) {
     return groups;
 }
 
-void run(const Request& request) {
+void run(const SelfcheckRequest& request) {
     const Format format = request.options.format();
     if (request.markdown && format != Format::kTable)
         throw BadInput("--markdown is a form of its own: leave --json and --csv away");
@@ -116,7 +117,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_selfcheck(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<SelfcheckRequest>();
     Command command =
         main.add("selfcheck", "Recompute the check values that come with the project");
     command.text("--ephemeris", request->options.ephemeris,

@@ -14,13 +14,13 @@
 namespace app {
 namespace {
 
-struct Request {
+struct SkyRequest {
     Options options;
     PictureOptions picture;
     std::optional<double> limit;
 };
 
-struct Row {
+struct SkyRow {
     sky::Body body;
     sky::Instant at;
     sky::Place place;
@@ -29,43 +29,43 @@ struct Row {
 };
 
 // Up by the rule of rise-set.
-bool is_up(const Row& row, const Setting& setting) {
+bool is_up(const SkyRow& row, const Setting& setting) {
     const sky::Altitude horizon = setting.refraction.horizon(*setting.site, row.body);
     const double radius = row.looks.angular_diameter_arcsec.value_or(0) / 7200;
     return row.over.altitude_deg > horizon.degrees - (horizon.upper_limb ? radius : 0);
 }
 
-std::vector<Column<Row>> columns_for(const Setting& setting) {
-    std::vector<Column<Row>> columns{
-        {"id", "", nullptr, [](const Row& row) { return Cell(sky::code_of(row.body.id)); }},
-        {"name", "Body", nullptr, [](const Row& row) { return Cell(row.body.name); }}};
+std::vector<Column<SkyRow>> sky_columns(const Setting& setting) {
+    std::vector<Column<SkyRow>> columns{
+        {"id", "", nullptr, [](const SkyRow& row) { return Cell(sky::code_of(row.body.id)); }},
+        {"name", "Body", nullptr, [](const SkyRow& row) { return Cell(row.body.name); }}};
     add_time_columns(columns, setting, "");
-    const std::vector<Column<Row>> over{
-        {"jd_tt", "", nullptr, [](const Row& row) { return row.at.jd_tt(); }},
+    const std::vector<Column<SkyRow>> over{
+        {"jd_tt", "", nullptr, [](const SkyRow& row) { return row.at.jd_tt(); }},
         {"azimuth_deg", "Azimuth", fixed_round(1),
-         [](const Row& row) { return row.over.azimuth_deg; }},
+         [](const SkyRow& row) { return row.over.azimuth_deg; }},
         {"", " ", nullptr,
-         [](const Row& row) { return Cell(compass_point(row.over.azimuth_deg)); }},
-        {"altitude_deg", "", nullptr, [](const Row& row) { return row.over.altitude_deg; }}};
+         [](const SkyRow& row) { return Cell(compass_point(row.over.azimuth_deg)); }},
+        {"altitude_deg", "", nullptr, [](const SkyRow& row) { return row.over.altitude_deg; }}};
     columns.insert(columns.end(), over.begin(), over.end());
     add_apparent_altitude(
-        columns, setting, [](const Row& row) { return row.over.altitude_deg; }, 1);
-    const std::vector<Column<Row>> more{
+        columns, setting, [](const SkyRow& row) { return row.over.altitude_deg; }, 1);
+    const std::vector<Column<SkyRow>> more{
         {"above_horizon", "Up", nullptr,
-         [&setting](const Row& row) { return is_up(row, setting); }},
-        {"ra_deg", "RA", shown_hours, [](const Row& row) { return row.place.ra_deg; }},
-        {"dec_deg", "Dec", shown_degrees, [](const Row& row) { return row.place.dec_deg; }},
-        {"distance_au", "", nullptr, [](const Row& row) { return row.place.distance_au; }},
+         [&setting](const SkyRow& row) { return is_up(row, setting); }},
+        {"ra_deg", "RA", shown_hours, [](const SkyRow& row) { return row.place.ra_deg; }},
+        {"dec_deg", "Dec", shown_degrees, [](const SkyRow& row) { return row.place.dec_deg; }},
+        {"distance_au", "", nullptr, [](const SkyRow& row) { return row.place.distance_au; }},
         {"light_time_days", "", nullptr,
-         [](const Row& row) { return row.place.light_time_days; }}};
+         [](const SkyRow& row) { return row.place.light_time_days; }}};
     columns.insert(columns.end(), more.begin(), more.end());
     add_appearance_columns(
-        columns, [](const Row& row) -> const sky::Appearance& { return row.looks; },
+        columns, [](const SkyRow& row) -> const sky::Appearance& { return row.looks; },
         Shows::kAll);
     return columns;
 }
 
-Row row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t) {
+SkyRow row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t) {
     const auto place = sky::apparent_place(model, body);
     if (!place)
         throw BadInput(fmt::format("{} cannot be computed on {}: {}", body.name, t.iso(0),
@@ -74,7 +74,7 @@ Row row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t) {
             sky::appearance_of(model, body, *place)};
 }
 
-void draw_picture(sky::Model& model, const Setting& setting, const Request& request,
+void draw_picture(sky::Model& model, const Setting& setting, const SkyRequest& request,
                   const sky::Instant& t) {
     solsys::draw::SkyPicture picture;
     picture.title = setting.site->name;
@@ -88,7 +88,7 @@ void draw_picture(sky::Model& model, const Setting& setting, const Request& requ
                   request.picture);
 }
 
-void run(const Request& request) {
+void run(const SkyRequest& request) {
     check_picture_options(request.picture);
     if (request.limit && !request.picture.wanted())
         throw BadInput("--limit needs --svg or --png");
@@ -100,7 +100,7 @@ void run(const Request& request) {
     move_to(model, t);
 
     if (!request.picture.to_output()) {
-        Table<Row> table(setting.format, columns_for(setting), setting.context(model));
+        Table<SkyRow> table(setting.format, sky_columns(setting), setting.context(model));
         for (const sky::Body& body : need(sky::find_bodies("all")))
             table.add(row_of(model, body, t));
         if (setting.format == Format::kTable)
@@ -114,7 +114,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_sky(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<SkyRequest>();
     Command command = main.add("sky", "What is where now: Sun, Moon and planets over a site");
     add_instant_option(command, request->options);
     add_site_options(command, request->options);

@@ -17,11 +17,11 @@
 namespace app {
 namespace {
 
-constexpr double kDefaultSpan = 10;  // days
-constexpr double kOldElements = 30;  // days
+constexpr double kDefaultPassSpan = 10;  // days
+constexpr double kOldElements = 30;      // days
 constexpr std::size_t kMostSets = 2000;
 
-struct Request {
+struct TleRequest {
     Options options;
     PictureOptions picture;
     std::string file;
@@ -32,7 +32,7 @@ struct Request {
     bool visible = false;
 };
 
-struct Row {
+struct PassRow {
     const sky::Satellite* satellite;
     sky::Pass pass;
 };
@@ -61,80 +61,80 @@ using Place = std::optional<sky::SatellitePlace>;
 
 // Time, azimuth and compass point of a moment of the pass.
 template <class Get>
-void add_moment(std::vector<Column<Row>>& columns, const Setting& setting,
+void add_moment(std::vector<Column<PassRow>>& columns, const Setting& setting,
                 const std::string& name, const std::string& title, Get get, ShownTime shown) {
     add_instant_columns(
         columns, setting, name, title,
-        [get](const Row& row) {
+        [get](const PassRow& row) {
             const Place place = get(row);
             return place ? std::optional(place->at) : std::nullopt;
         },
         shown);
-    columns.push_back({name + "_azimuth_deg", "", nullptr, [get](const Row& row) {
+    columns.push_back({name + "_azimuth_deg", "", nullptr, [get](const PassRow& row) {
                            const Place place = get(row);
                            return place ? Cell(place->azimuth_deg) : Cell();
                        }});
-    columns.push_back({"", " ", nullptr, [get](const Row& row) {
+    columns.push_back({"", " ", nullptr, [get](const PassRow& row) {
                            const Place place = get(row);
                            return place ? Cell(compass_point(place->azimuth_deg)) : Cell();
                        }});
 }
 
 // A value of the place where the satellite is highest.
-Column<Row> column_at_top(const char* name, const char* title, Shown format,
-                          double sky::SatellitePlace::*member) {
+Column<PassRow> column_at_top(const char* name, const char* title, Shown format,
+                              double sky::SatellitePlace::*member) {
     return {name, title, std::move(format),
-            [member](const Row& row) { return row.pass.culmination.*member; }};
+            [member](const PassRow& row) { return row.pass.culmination.*member; }};
 }
 
-std::vector<Column<Row>> satellite_columns(bool several) {
+std::vector<Column<PassRow>> satellite_columns(bool several) {
     return {{"id", "", nullptr,
-             [](const Row& row) {
+             [](const PassRow& row) {
                  return Cell(sky::code_of({SSO_TLE, row.satellite->elements.number}));
              }},
             {"name", several ? "Satellite" : "", nullptr,
-             [](const Row& row) { return Cell(row.satellite->name); }},
+             [](const PassRow& row) { return Cell(row.satellite->name); }},
             {"elements_epoch", "", nullptr,
-             [](const Row& row) { return Cell(row.satellite->epoch().iso(0)); }}};
+             [](const PassRow& row) { return Cell(row.satellite->epoch().iso(0)); }}};
 }
 
-std::vector<Column<Row>> columns_for(const Setting& setting, bool several, bool bright) {
-    std::vector<Column<Row>> columns = satellite_columns(several);
+std::vector<Column<PassRow>> pass_columns(const Setting& setting, bool several, bool bright) {
+    std::vector<Column<PassRow>> columns = satellite_columns(several);
     add_moment(
         columns, setting, "rise", fmt::format("Rises ({})", setting.zone.name()),
-        [](const Row& row) { return row.pass.rise; }, shown_seconds);
+        [](const PassRow& row) { return row.pass.rise; }, shown_seconds);
     add_moment(
         columns, setting, "culmination", "Highest",
-        [](const Row& row) { return Place(row.pass.culmination); }, shown_clock_seconds);
+        [](const PassRow& row) { return Place(row.pass.culmination); }, shown_clock_seconds);
     columns.push_back(column_at_top("culmination_altitude_deg", "Alt", fixed(1),
                                     &sky::SatellitePlace::altitude_deg));
     columns.push_back(
         column_at_top("range_km", "km", fixed(0), &sky::SatellitePlace::range_km));
     add_moment(
-        columns, setting, "set", "Sets", [](const Row& row) { return row.pass.set; },
+        columns, setting, "set", "Sets", [](const PassRow& row) { return row.pass.set; },
         shown_clock_seconds);
-    columns.push_back(
-        {"sunlit", "Lit", nullptr, [](const Row& row) { return Cell(lit_part(row.pass)); }});
+    columns.push_back({"sunlit", "Lit", nullptr,
+                       [](const PassRow& row) { return Cell(lit_part(row.pass)); }});
     add_instant_columns(
-        columns, setting, "umbra", "Umbra", [](const Row& row) { return umbra_edge(row.pass); },
-        shown_clock_seconds);
+        columns, setting, "umbra", "Umbra",
+        [](const PassRow& row) { return umbra_edge(row.pass); }, shown_clock_seconds);
     columns.push_back(column_at_top("sun_altitude_deg", "Sun", fixed(0),
                                     &sky::SatellitePlace::sun_altitude_deg));
     columns.push_back({"visible", "Seen", nullptr,
-                       [](const Row& row) { return Cell(row.pass.best.has_value()); }});
+                       [](const PassRow& row) { return Cell(row.pass.best.has_value()); }});
     add_instant_columns(
         columns, setting, "best", "",
-        [](const Row& row) {
+        [](const PassRow& row) {
             return row.pass.best ? std::optional(row.pass.best->at) : std::nullopt;
         },
         shown_clock_seconds);
-    columns.push_back({"magnitude", bright ? "Mag" : "", fixed(1), [](const Row& row) {
+    columns.push_back({"magnitude", bright ? "Mag" : "", fixed(1), [](const PassRow& row) {
                            return row.pass.best ? cell(row.pass.best->magnitude) : Cell();
                        }});
     return columns;
 }
 
-std::vector<sky::Satellite> satellites_of(const Request& request, const sky::Span& span) {
+std::vector<sky::Satellite> satellites_of(const TleRequest& request, const sky::Span& span) {
     sky::SatelliteList list = need(sky::read_satellites(request.file));
     for (const std::string& problem : list.problems)
         fmt::print(stderr, "solsys: {}: {}\n", request.file, problem);
@@ -162,8 +162,8 @@ std::string mark_ending(double days) {
     return days < 4.0 / 24 ? "0" : ":00";
 }
 
-void draw_picture(sky::Model& model, const Setting& setting, const Request& request,
-                  const Row& row) {
+void draw_picture(sky::Model& model, const Setting& setting, const TleRequest& request,
+                  const PassRow& row) {
     constexpr double kStep = 10;  // seconds
     const sky::Pass& pass = row.pass;
     const sky::Instant middle = pass.best ? pass.best->at : pass.culmination.at;
@@ -195,28 +195,28 @@ void draw_picture(sky::Model& model, const Setting& setting, const Request& requ
                   request.picture);
 }
 
-void run(const Request& request) {
+void run(const TleRequest& request) {
     check_picture_options(request.picture);
     const Setting setting = setting_with_site(request.options);
-    const sky::Span span = span_of(request.options, setting, kDefaultSpan);
+    const sky::Span span = span_of(request.options, setting, kDefaultPassSpan);
     const auto satellites = satellites_of(request, span);
     sky::Model model = model_of(request.options, setting);
     LongSearch search;
-    std::vector<Row> rows;
+    std::vector<PassRow> rows;
     for (const sky::Satellite& satellite : satellites)
         for (sky::Pass& pass : sky::passes(model, *setting.site, satellite, span,
                                            {request.horizon, request.least}, search.control()))
             if (pass.best || !request.visible) rows.push_back({&satellite, std::move(pass)});
-    std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+    std::stable_sort(rows.begin(), rows.end(), [](const PassRow& a, const PassRow& b) {
         return a.pass.culmination.at < b.pass.culmination.at;
     });
     const bool picture_alone = request.picture.to_output() && !rows.empty();
     if (!picture_alone) {
-        Table<Row> table(
-            setting.format,
-            columns_for(setting, satellites.size() > 1, request.standard_magnitude.has_value()),
-            setting.context(model));
-        for (const Row& row : rows) table.add(row);
+        Table<PassRow> table(setting.format,
+                             pass_columns(setting, satellites.size() > 1,
+                                          request.standard_magnitude.has_value()),
+                             setting.context(model));
+        for (const PassRow& row : rows) table.add(row);
         if (setting.format == Format::kTable && !rows.empty())
             fmt::print("Passes of {} over {}\n\n",
                        satellites.size() == 1 ? satellites[0].name
@@ -226,15 +226,15 @@ void run(const Request& request) {
                                  request.visible ? " that can be seen" : ""));
     }
     if (!request.picture.wanted()) return;
-    const auto seen = std::find_if(rows.begin(), rows.end(),
-                                   [](const Row& row) { return row.pass.best.has_value(); });
+    const auto seen = std::find_if(
+        rows.begin(), rows.end(), [](const PassRow& row) { return row.pass.best.has_value(); });
     draw_picture(model, setting, request, seen != rows.end() ? *seen : rows.front());
 }
 
 }  // namespace
 
 void add_tle(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<TleRequest>();
     Command command =
         main.add("tle", "Passes of Earth satellites over a site, from their element sets");
     command.word("file", request->file,

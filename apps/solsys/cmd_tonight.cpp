@@ -17,7 +17,7 @@
 namespace app {
 namespace {
 
-struct Request {
+struct TonightRequest {
     Options options;
     double faintest = 10;
 };
@@ -45,8 +45,6 @@ struct Page {
     std::vector<Event> events;  // in order
 };
 
-constexpr const char* kTwilights[] = {"civil", "nautical", "astronomical"};
-
 // From sunset to sunrise; noon to noon where the Sun does neither.
 sky::Span sun_down(const sky::NightHours& night) {
     return {night.sunset.value_or(night.span.from), night.sunrise.value_or(night.span.to)};
@@ -59,8 +57,8 @@ void add_sun(Page& page) {
     add(page.night.sunset, "set");
     add(page.night.sunrise, "rise");
     for (std::size_t i = 0; i < 3; ++i) {
-        add(page.night.dusk[i], std::string(kTwilights[i]) + " dusk");
-        add(page.night.dawn[i], std::string(kTwilights[i]) + " dawn");
+        add(page.night.dusk[i], std::string(kTwilightNames[i]) + " dusk");
+        add(page.night.dawn[i], std::string(kTwilightNames[i]) + " dawn");
     }
 }
 
@@ -101,7 +99,7 @@ std::vector<sky::Body> bright_small_bodies(sky::Model& model, const sky::Instant
     return bright;
 }
 
-Page page_of(sky::Model& model, const Setting& setting, const Request& request,
+Page page_of(sky::Model& model, const Setting& setting, const TonightRequest& request,
              const sky::Instant& t) {
     LongSearch search;
     Page page;
@@ -260,7 +258,7 @@ sky::Instant wanted_instant(const Options& options, const Setting& setting) {
                                                                               : t;
 }
 
-void run(const Request& request) {
+void run(const TonightRequest& request) {
     const Setting setting = setting_with_site(request.options);
     const sky::Instant t = wanted_instant(request.options, setting);
     sky::Model model = model_of(request.options, setting);
@@ -273,7 +271,7 @@ void run(const Request& request) {
 }  // namespace
 
 void add_tonight(CommandLine& main) {
-    auto request = std::make_shared<Request>();
+    auto request = std::make_shared<TonightRequest>();
     Command command =
         main.add("tonight", "A night on a page: darkness, Moon, what is up when, what happens");
     add_instant_option(command, request->options);

@@ -9,6 +9,9 @@
 
 namespace app {
 
+// By how far the Sun is down, least first.
+inline constexpr const char* kTwilightNames[] = {"civil", "nautical", "astronomical"};
+
 // How much of the appearance a table has room for; JSON and CSV always carry all of it.
 enum class Shows { kNothing, kMagnitude, kAll };
 

@@ -52,7 +52,7 @@ struct Layout {
     }
 };
 
-struct Row {
+struct PlaceRow {
     const sky::Body* body;
     sky::Instant at;
     sky::Place shown, apparent;
@@ -63,8 +63,8 @@ struct Row {
     bool integrated = false;
 };
 
-Row row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t, Frame frame) {
-    Row row{&body, t, {}, {}, {}, {}, {}, {}, false};
+PlaceRow row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t, Frame frame) {
+    PlaceRow row{&body, t, {}, {}, {}, {}, {}, {}, false};
     const auto refuse = [&] {
         return BadInput(fmt::format("{} cannot be computed on {}: {}", body.name, t.iso(0),
                                     span_of_source(model)));
@@ -90,82 +90,85 @@ Row row_of(sky::Model& model, const sky::Body& body, const sky::Instant& t, Fram
     return row;
 }
 
-using Columns = std::vector<Column<Row>>;
+using PlaceColumns = std::vector<Column<PlaceRow>>;
 
-void add_identity(Columns& columns, const Layout& layout, const Setting& setting) {
-    columns.push_back({"id", "", nullptr, [](const Row& row) {
+void add_identity(PlaceColumns& columns, const Layout& layout, const Setting& setting) {
+    columns.push_back({"id", "", nullptr, [](const PlaceRow& row) {
                            const bool none = row.body->id.number == 0;
                            return none ? Cell() : Cell(sky::code_of(row.body->id));
                        }});
     columns.push_back({"name", layout.one_body ? "" : "Body", nullptr,
-                       [](const Row& row) { return Cell(row.body->name); }});
+                       [](const PlaceRow& row) { return Cell(row.body->name); }});
     add_time_columns(columns, setting,
                      layout.one_instant ? "" : fmt::format("Time ({})", setting.zone.name()),
                      layout.whole_minutes ? shown_minutes : shown_seconds);
-    columns.push_back({"jd_tt", "", nullptr, [](const Row& row) { return row.at.jd_tt(); }});
+    columns.push_back(
+        {"jd_tt", "", nullptr, [](const PlaceRow& row) { return row.at.jd_tt(); }});
 }
 
-void add_places(Columns& columns, const Layout& layout) {
+void add_places(PlaceColumns& columns, const Layout& layout) {
     const bool equatorial = layout.equatorial();
     columns.push_back({"ra_deg", equatorial ? "RA" : "", shown_hours,
-                       [](const Row& row) { return row.shown.ra_deg; }});
+                       [](const PlaceRow& row) { return row.shown.ra_deg; }});
     columns.push_back({"dec_deg", equatorial ? "Dec" : "", shown_degrees,
-                       [](const Row& row) { return row.shown.dec_deg; }});
+                       [](const PlaceRow& row) { return row.shown.dec_deg; }});
     columns.push_back({"distance_au", layout.frame == Frame::kHeliocentric ? "" : "Distance",
-                       shown_distance, [](const Row& row) { return row.shown.distance_au; }});
+                       shown_distance,
+                       [](const PlaceRow& row) { return row.shown.distance_au; }});
     columns.push_back({"light_time_days", "", nullptr,
-                       [](const Row& row) { return row.shown.light_time_days; }});
+                       [](const PlaceRow& row) { return row.shown.light_time_days; }});
 }
 
-void add_horizontal(Columns& columns, const Setting& setting) {
+void add_horizontal(PlaceColumns& columns, const Setting& setting) {
     columns.push_back({"azimuth_deg", "Azimuth", fixed_round(2),
-                       [](const Row& row) { return row.horizontal->azimuth_deg; }});
+                       [](const PlaceRow& row) { return row.horizontal->azimuth_deg; }});
     columns.push_back({"altitude_deg", "", nullptr,
-                       [](const Row& row) { return row.horizontal->altitude_deg; }});
+                       [](const PlaceRow& row) { return row.horizontal->altitude_deg; }});
     add_apparent_altitude(
-        columns, setting, [](const Row& row) { return row.horizontal->altitude_deg; }, 2);
+        columns, setting, [](const PlaceRow& row) { return row.horizontal->altitude_deg; }, 2);
 }
 
-void add_frame(Columns& columns, const Layout& layout) {
+void add_frame(PlaceColumns& columns, const Layout& layout) {
     if (layout.frame == Frame::kEcliptic || layout.frame == Frame::kGalactic) {
         columns.push_back({"lon_deg", "Longitude", fixed_round(5),
-                           [](const Row& row) { return row.angles.lon_deg; }});
+                           [](const PlaceRow& row) { return row.angles.lon_deg; }});
         columns.push_back({"lat_deg", "Latitude", fixed(5),
-                           [](const Row& row) { return row.angles.lat_deg; }});
+                           [](const PlaceRow& row) { return row.angles.lat_deg; }});
     }
     if (layout.frame != Frame::kHeliocentric) return;
     const char* const axes[] = {"x", "y", "z", "vx", "vy", "vz"};
     for (std::size_t i = 0; i < 6; ++i)
         columns.push_back({fmt::format("{}_{}", axes[i], i < 3 ? "au" : "au_day"),
                            fmt::format("{} {}", axes[i], i < 3 ? "au" : "au/d"),
-                           fixed(i < 3 ? 8 : 9), [i](const Row& row) { return row.state[i]; }});
+                           fixed(i < 3 ? 8 : 9),
+                           [i](const PlaceRow& row) { return row.state[i]; }});
 }
 
-void add_elements(Columns& columns) {
-    columns.push_back({"elements_epoch", "", nullptr, [](const Row& row) {
+void add_elements(PlaceColumns& columns) {
+    columns.push_back({"elements_epoch", "", nullptr, [](const PlaceRow& row) {
                            if (!row.body->has_elements()) return Cell();
                            const auto t = sky::Instant::from_tt(row.body->elements_epoch);
                            return Cell(sky::to_string(sky::Zone().date(t)));
                        }});
-    columns.push_back({"motion", "", nullptr, [](const Row& row) {
+    columns.push_back({"motion", "", nullptr, [](const PlaceRow& row) {
                            if (!row.body->has_elements()) return Cell();
                            return Cell(std::string(row.integrated ? "integrated" : "two-body"));
                        }});
     columns.push_back(
-        {"uncertainty_arcsec", "", nullptr, [](const Row& row) {
+        {"uncertainty_arcsec", "", nullptr, [](const PlaceRow& row) {
              return cell(sky::elements_uncertainty_arcsec(*row.body, row.at, row.integrated));
          }});
 }
 
-Columns columns_for(const Layout& layout, const Setting& setting, bool elements) {
-    Columns columns;
+PlaceColumns place_columns(const Layout& layout, const Setting& setting, bool elements) {
+    PlaceColumns columns;
     add_identity(columns, layout, setting);
     add_places(columns, layout);
     if (setting.site) add_horizontal(columns, setting);
     add_frame(columns, layout);
     const bool room = layout.frame != Frame::kHeliocentric;
     add_appearance_columns(
-        columns, [](const Row& row) -> const sky::Appearance& { return row.looks; },
+        columns, [](const PlaceRow& row) -> const sky::Appearance& { return row.looks; },
         !room                                 ? Shows::kNothing
         : setting.site && layout.equatorial() ? Shows::kMagnitude
                                               : Shows::kAll);
@@ -186,7 +189,7 @@ void print_heading(const Layout& layout, const Setting& setting, const NamedFram
 // A line for each body whose elements are too old for what is printed.
 class Ages {
   public:
-    void consider(const Row& row) {
+    void consider(const PlaceRow& row) {
         const auto arcsec = sky::elements_uncertainty_arcsec(*row.body, row.at, row.integrated);
         if (!arcsec) return;
         Worst& worst = worst_[row.body];
@@ -252,8 +255,8 @@ void print_ephemeris(const EphemerisRequest& request, const Setting& setting,
         return body.has_elements();
     });
     Ages ages;
-    Table<Row> table(setting.format, columns_for(layout, setting, elements),
-                     setting.context(model));
+    Table<PlaceRow> table(setting.format, place_columns(layout, setting, elements),
+                          setting.context(model));
     LongSearch search;
     const double all = static_cast<double>(bodies.size() * instants.size());
     double done = 0;
@@ -261,7 +264,7 @@ void print_ephemeris(const EphemerisRequest& request, const Setting& setting,
         for (const sky::Instant& t : instants) {
             if (!search.go_on(done++ / all)) break;
             move_to(model, t);
-            const Row row = row_of(model, body, t, frame.frame);
+            const PlaceRow row = row_of(model, body, t, frame.frame);
             ages.consider(row);
             table.add(row);
         }

@@ -9,7 +9,7 @@
 namespace app {
 namespace {
 
-struct Row {
+struct CalendarRow {
     const sky::RiseSetDay* sun;
     const sky::RiseSetDay* moon;
     double illuminated = 0;  // at noon
@@ -17,41 +17,44 @@ struct Row {
     std::size_t turn = 0;  // a second event of the same kind in a day has a row of its own
 };
 
-using Columns = std::vector<Column<Row>>;
+using CalendarColumns = std::vector<Column<CalendarRow>>;
 
 std::optional<sky::Instant> pick(const std::vector<sky::HorizonEvent>& events,
                                  std::size_t turn) {
     return turn < events.size() ? std::optional(events[turn].at) : std::nullopt;
 }
 
-Columns columns_for(const Setting& setting, std::size_t twilight) {
-    Columns columns{{"date", "Date", nullptr,
-                     [](const Row& r) { return Cell(sky::to_string(r.sun->date)); }}};
-    add_instant_columns(columns, setting, "dawn", "Dawn", [twilight](const Row& r) {
+CalendarColumns calendar_columns(const Setting& setting, std::size_t twilight) {
+    CalendarColumns columns{{"date", "Date", nullptr, [](const CalendarRow& r) {
+                                 return Cell(sky::to_string(r.sun->date));
+                             }}};
+    add_instant_columns(columns, setting, "dawn", "Dawn", [twilight](const CalendarRow& r) {
         return r.turn == 0 ? r.sun->dawn[twilight] : std::nullopt;
     });
     add_instant_columns(columns, setting, "sunrise", "Sunrise",
-                        [](const Row& r) { return pick(r.sun->rises, r.turn); });
+                        [](const CalendarRow& r) { return pick(r.sun->rises, r.turn); });
     add_instant_columns(columns, setting, "sunset", "Sunset",
-                        [](const Row& r) { return pick(r.sun->sets, r.turn); });
-    add_instant_columns(columns, setting, "dusk", "Dusk", [twilight](const Row& r) {
+                        [](const CalendarRow& r) { return pick(r.sun->sets, r.turn); });
+    add_instant_columns(columns, setting, "dusk", "Dusk", [twilight](const CalendarRow& r) {
         return r.turn == 0 ? r.sun->dusk[twilight] : std::nullopt;
     });
-    columns.push_back({"sun_state", "Sun", nullptr,
-                       [](const Row& r) { return text_cell(sky::to_string(r.sun->state)); }});
+    columns.push_back({"sun_state", "Sun", nullptr, [](const CalendarRow& r) {
+                           return text_cell(sky::to_string(r.sun->state));
+                       }});
     add_instant_columns(columns, setting, "moonrise", "Moonrise",
-                        [](const Row& r) { return pick(r.moon->rises, r.turn); });
+                        [](const CalendarRow& r) { return pick(r.moon->rises, r.turn); });
     add_instant_columns(columns, setting, "moonset", "Moonset",
-                        [](const Row& r) { return pick(r.moon->sets, r.turn); });
-    columns.push_back({"moon_state", "Moon", nullptr,
-                       [](const Row& r) { return text_cell(sky::to_string(r.moon->state)); }});
+                        [](const CalendarRow& r) { return pick(r.moon->sets, r.turn); });
+    columns.push_back({"moon_state", "Moon", nullptr, [](const CalendarRow& r) {
+                           return text_cell(sky::to_string(r.moon->state));
+                       }});
     columns.push_back({"moon_illuminated", "Lit", fixed(2),
-                       [](const Row& r) { return Cell(r.illuminated); }});
-    columns.push_back({"moon_phase", "Phase", nullptr, [](const Row& r) {
+                       [](const CalendarRow& r) { return Cell(r.illuminated); }});
+    columns.push_back({"moon_phase", "Phase", nullptr, [](const CalendarRow& r) {
                            return r.phase ? Cell(std::string(sky::to_string(r.phase->phase)))
                                           : Cell();
                        }});
-    add_instant_columns(columns, setting, "moon_phase", "", [](const Row& r) {
+    add_instant_columns(columns, setting, "moon_phase", "", [](const CalendarRow& r) {
         return r.phase ? std::optional(r.phase->at) : std::nullopt;
     });
     return columns;
@@ -89,11 +92,11 @@ void print_calendar(sky::Model& model, const std::string& month, const std::stri
     if (setting.format == Format::kTable)
         fmt::print("Sun and Moon at {}, {} (times: {}; dawn and dusk: {})\n\n",
                    setting.site->name, month, setting.zone.name(), twilight);
-    Table<Row> table(setting.format, columns_for(setting, index_of(twilight)),
-                     setting.context(model));
+    Table<CalendarRow> table(setting.format, calendar_columns(setting, index_of(twilight)),
+                             setting.context(model));
     for (std::size_t i = 0; i < sun.size(); ++i) {
         const sky::Span day = setting.zone.day(sun[i].date);
-        Row row{&sun[i], &moon[i], 0, {}, 0};
+        CalendarRow row{&sun[i], &moon[i], 0, {}, 0};
         row.illuminated =
             sky::moon_phase(model, day.from.plus_days(day.days() / 2)).illuminated;
         for (const sky::PhaseEvent& phase : phases)

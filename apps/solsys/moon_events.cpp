@@ -8,23 +8,25 @@
 namespace app {
 namespace {
 
-using Row = sky::SatellitePhenomenon;
+using MoonEventRow = sky::SatellitePhenomenon;
 
-std::vector<Column<Row>> columns_for(const Setting& setting) {
-    std::vector<Column<Row>> columns{
-        {"id", "", nullptr, [](const Row& r) { return Cell(sky::code_of(r.moon.id)); }},
-        {"name", "Satellite", nullptr, [](const Row& r) { return Cell(r.moon.name); }},
+std::vector<Column<MoonEventRow>> moon_event_columns(const Setting& setting) {
+    std::vector<Column<MoonEventRow>> columns{
+        {"id", "", nullptr,
+         [](const MoonEventRow& r) { return Cell(sky::code_of(r.moon.id)); }},
+        {"name", "Satellite", nullptr, [](const MoonEventRow& r) { return Cell(r.moon.name); }},
         {"phenomenon", "Phenomenon", nullptr,
-         [](const Row& r) { return Cell(std::string(sky::to_string(r.kind))); }},
+         [](const MoonEventRow& r) { return Cell(std::string(sky::to_string(r.kind))); }},
         {"phase", "Phase", nullptr,
-         [](const Row& r) { return Cell(std::string(r.begins ? "begins" : "ends")); }},
-        {"by", "By", nullptr, [](const Row& r) { return text_cell(r.other.name); }}};
+         [](const MoonEventRow& r) { return Cell(std::string(r.begins ? "begins" : "ends")); }},
+        {"by", "By", nullptr, [](const MoonEventRow& r) { return text_cell(r.other.name); }}};
     add_time_columns(columns, setting, fmt::format("Time ({})", setting.zone.name()));
-    columns.push_back(
-        {"delta_t_s", "", nullptr, [](const Row& r) { return r.at.delta_t_seconds(); }});
-    columns.push_back({"hidden", "", nullptr, [](const Row& r) { return r.hidden; }});
-    columns.push_back({"", "Seen", nullptr,
-                       [](const Row& r) { return text_cell(r.hidden ? "hidden" : ""); }});
+    columns.push_back({"delta_t_s", "", nullptr,
+                       [](const MoonEventRow& r) { return r.at.delta_t_seconds(); }});
+    columns.push_back({"hidden", "", nullptr, [](const MoonEventRow& r) { return r.hidden; }});
+    columns.push_back({"", "Seen", nullptr, [](const MoonEventRow& r) {
+                           return text_cell(r.hidden ? "hidden" : "");
+                       }});
     return columns;
 }
 
@@ -37,8 +39,9 @@ void list_moon_events(const Options& options, const Setting& setting, const sky:
     const sky::Span span = span_of(options, setting, 7);
     sky::Model model = model_of(options, setting);
     LongSearch search;
-    Table<Row> table(setting.format, columns_for(setting), setting.context(model));
-    for (const Row& row :
+    Table<MoonEventRow> table(setting.format, moon_event_columns(setting),
+                              setting.context(model));
+    for (const MoonEventRow& row :
          sky::satellite_phenomena(model, planet, span, mutual, search.control()))
         table.add(row);
     table.finish("no phenomenon in that span");

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "apps/solsys/selfcheck.h"
+#include "apps/solsys/units.h"
 #include "solsys/diary.h"
 #include "solsys/eclipses.h"
 #include "solsys/sky/phenomena.h"
@@ -26,7 +27,6 @@ constexpr std::string_view kLunarEclipses =
 constexpr std::string_view kPhenomena =
 #include "satellite_phenomena_text.inc"
     ;
-constexpr double kSecondsPerDay = 86400;
 
 // Recorded instants of some kinds of a body within a span, each beside the nearest event found.
 void compare(const std::vector<SkyEvent>& found, int first_kind, int last_kind, int body,

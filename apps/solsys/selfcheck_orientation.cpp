@@ -3,6 +3,7 @@
 #include <string>
 
 #include "apps/solsys/selfcheck.h"
+#include "apps/solsys/units.h"
 #include "solsys/calendar.h"
 #include "solsys/earth_orientation.h"
 #include "solsys/time_scales.h"
@@ -25,7 +26,6 @@ constexpr std::string_view kDeltaT =
 constexpr std::string_view kJulianDates =
 #include "julian_dates_text.inc"
     ;
-constexpr double kSecondsPerDay = 86400;
 
 // Columns stem11 .. stem33 of a row less a matrix, or its transpose.
 double largest(const CheckTable::Row& row, const std::string& stem, const double* m,

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "apps/solsys/selfcheck.h"
+#include "apps/solsys/units.h"
 #include "solsys/stars.h"
 #include "solsys/toolkit.h"
 
@@ -27,9 +28,7 @@ constexpr std::string_view kModernChain =
 constexpr std::string_view kModernStarChain =
 #include "modern_star_places_text.inc"
     ;
-constexpr double kDegree = 0.017453292519943295;
 constexpr double kMas = 4.84813681109536e-9;  // rad
-constexpr double kAuKm = 149597870.7;
 
 struct Vector {
     double x[3];

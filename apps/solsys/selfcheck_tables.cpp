@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "apps/solsys/selfcheck.h"
+#include "apps/solsys/units.h"
 #include "solsys/magnitudes.h"
 #include "solsys/sky/refraction.h"
 #include "solsys/toolkit.h"
@@ -18,7 +19,6 @@ constexpr std::string_view kMagnitudes =
 constexpr std::string_view kRefraction =
 #include "modern_refraction_text.inc"
     ;
-constexpr double kDegree = 0.017453292519943295;
 
 Check constellations(CSWSolSys& model) {
     Check check{"constellations (1: another one)", "astropy's lookup", "1", 0};

@@ -12,15 +12,15 @@ using solsys::Vec3;
 
 namespace {
 
-constexpr double kStep = 10;                     // day
+constexpr double kGroupStep = 10;                // day
 constexpr double kHalfTurn = 1.570796326794897;  // rad: no gathering beyond
 
-struct Place {
+struct SkyPoint {
     double ra, dec;
 };
 
 // The angle in single precision, from its cosine in single precision.
-float distance(Place centre, Place body) {
+float distance(SkyPoint centre, SkyPoint body) {
     const auto cosine = static_cast<float>(std::cos(centre.dec) * std::cos(body.dec) *
                                                std::cos(body.ra - centre.ra) +
                                            std::sin(centre.dec) * std::sin(body.dec));
@@ -29,9 +29,9 @@ float distance(Place centre, Place body) {
     return std::acos(cosine);
 }
 
-Place middle(const std::vector<Place>& bodies) {
+SkyPoint middle(const std::vector<SkyPoint>& bodies) {
     Vec3 sum{};
-    for (const Place& p : bodies) {
+    for (const SkyPoint& p : bodies) {
         sum += Vec3{std::cos(p.dec) * std::cos(p.ra), std::cos(p.dec) * std::sin(p.ra),
                     std::sin(p.dec)};
     }
@@ -44,23 +44,23 @@ Place middle(const std::vector<Place>& bodies) {
 
 // The largest distance from the middle; false when a body cannot be computed.
 bool radius_at(CSWSolSys& model, const std::vector<SSO_ID>& ids, double jd_tt,
-               std::vector<Place>& places, float& radius) {
+               std::vector<SkyPoint>& places, float& radius) {
     model.UpdateSys(0, jd_tt);
     for (std::size_t i = 0; i < ids.size(); ++i) {
         double v[3];
         if (!model.GetRADecVis(ids[i], v, 0)) return false;
         places[i] = {v[1], v[2]};
     }
-    const Place centre = middle(places);
+    const SkyPoint centre = middle(places);
     radius = 0;
-    for (const Place& p : places) radius = std::max(radius, distance(centre, p));
+    for (const SkyPoint& p : places) radius = std::max(radius, distance(centre, p));
     return std::isfinite(radius);
 }
 
 }  // namespace
 
 bool CSWConjunc::State::next_of_group(CONJUN& event) {
-    std::vector<Place> places(request->size());
+    std::vector<SkyPoint> places(request->size());
     bool first = true;
     double previous = solsys::kTwoPi;
     while (!span.over() && control.go_on(span)) {
@@ -69,7 +69,7 @@ bool CSWConjunc::State::next_of_group(CONJUN& event) {
         if (!radius_at(*model, *request, now, places, radius)) return false;
         PrintDebugString("%f <=> %f\n", now, static_cast<double>(radius));
         const double r = radius;
-        span.cursor += kStep;
+        span.cursor += kGroupStep;
         if (r >= previous || r > kHalfTurn || first) {
             first = false;
         } else if (r < limit) {

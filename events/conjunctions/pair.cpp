@@ -30,9 +30,9 @@ bool apparent(CSWSolSys& model, const SSO_ID& id, Vec3& direction) {
 
 }  // namespace
 
-bool Pair::has_moon() const { return first == kMoon || second == kMoon; }
+bool BodyPair::has_moon() const { return first == kMoon || second == kMoon; }
 
-Pair ordered(const SSO_ID& a, const SSO_ID& b) {
+BodyPair ordered(const SSO_ID& a, const SSO_ID& b) {
     if (b == kMoon) return {b, a};
     if (a.type == SSO_PLNT && b.type == SSO_PLNT &&
         (b == kSun || (!(a == kSun) && b.number < a.number))) {
@@ -48,7 +48,7 @@ double angle_about_pole(Vec3 first, Vec3 second) {
     return b.x * a.y - a.x * b.y < 0 ? -angle : angle;
 }
 
-double difference(CSWSolSys& model, const Pair& pair, bool ecliptic, double jd_tt) {
+double difference(CSWSolSys& model, const BodyPair& pair, bool ecliptic, double jd_tt) {
     model.UpdateSys(0, jd_tt);
     Vec3 first{};
     Vec3 second{};
@@ -60,7 +60,7 @@ double difference(CSWSolSys& model, const Pair& pair, bool ecliptic, double jd_t
     return angle_about_pole(of_date * first, of_date * second);
 }
 
-double separation(CSWSolSys& model, const Pair& pair) {
+double separation(CSWSolSys& model, const BodyPair& pair) {
     Vec3 first{};
     Vec3 second{};
     if (!apparent(model, pair.first, first) || !apparent(model, pair.second, second)) {

@@ -6,16 +6,16 @@
 #include "events/conjunctions/state.h"
 #include "events/search/scan.h"
 
-using solsys::conjunctions::Pair;
+using solsys::conjunctions::BodyPair;
 using solsys::search::Bracket;
 using solsys::search::Sample;
 
 namespace {
 
-constexpr double kStep = 10;     // day
-constexpr double kMoonStep = 5;  // day
-constexpr double kNear = 0.1;    // rad: from here on in steps of a tenth
-constexpr double kTolerance = solsys::kArcsec;
+constexpr double kPairStep = 10;  // day
+constexpr double kMoonStep = 5;   // day
+constexpr double kNear = 0.1;     // rad: from here on in steps of a tenth
+constexpr double kPairTolerance = solsys::kArcsec;
 constexpr double kMoonTolerance = 10 * solsys::kArcsec;
 constexpr double kShortest = 1.1574074074074074e-06;  // day: 0.1 s
 constexpr double kAfterEvent = 0.1;                   // day
@@ -25,9 +25,9 @@ constexpr double kAfterEvent = 0.1;                   // day
 bool CSWConjunc::State::next_of_pair(CONJUN& event) {
     const SSO_ID& asked1 = (*request)[0];
     const SSO_ID& asked2 = (*request)[1];
-    const Pair pair = solsys::conjunctions::ordered(asked1, asked2);
-    const double step = pair.has_moon() ? kMoonStep : kStep;
-    const double tolerance = pair.has_moon() ? kMoonTolerance : kTolerance;
+    const BodyPair pair = solsys::conjunctions::ordered(asked1, asked2);
+    const double step = pair.has_moon() ? kMoonStep : kPairStep;
+    const double tolerance = pair.has_moon() ? kMoonTolerance : kPairTolerance;
     const auto f = [&](double t) { return difference(*model, pair, ecliptic, t); };
     if (span.over()) return false;
 

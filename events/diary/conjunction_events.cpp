@@ -18,7 +18,7 @@ namespace {
 
 // Beyond this angle at conjunction no site sees the Moon cover the other one: the closest
 // approach is at least 0.86 of it, parallax and disk are at most 1.3 degrees.
-constexpr double kReach = 0.03;  // rad
+constexpr double kConjunctionReach = 0.03;  // rad
 
 // Whether the model knows the object: it computes the place of the Sun for asteroids and comets
 // that it does not hold.
@@ -54,7 +54,8 @@ bool Diary::find_conjunctions(const Target& first, const Target& second, std::in
         if (d.cosine < 0) return true;  // half a turn apart
         SKYEVENT_BODY detail = body_detail(sky, t, first, &second);
         const bool moon_first = first.id == kMoon;
-        const bool near = detail.separation < kReach && (moon_first || second.id == kMoon);
+        const bool near =
+            detail.separation < kConjunctionReach && (moon_first || second.id == kMoon);
         if (near && local && has_site) {
             const auto contacts = solsys::diary::occultation_near(
                 *model, site_in_au(), moon_first ? second : first, t);

@@ -11,11 +11,11 @@ namespace {
 
 constexpr double kMoonRadius = 1737.4 / kAuKm;  // mean limb
 constexpr double kWindow = 0.25;                // day: from the conjunction to the contacts
-constexpr double kPrecision = 0.1 * search::kSecond;
+constexpr double kContactPrecision = 0.1 * search::kSecond;
 // Of the cosine of the topocentric angle: squares of the rates of Moon and site (0.42 rad/day),
 // accelerations times the angle.
 constexpr double kBound = 0.42 * 0.42 + 0.06 * 0.75;
-constexpr double kStep = 0.02;  // day
+constexpr double kOccultationStep = 0.02;  // day
 
 }  // namespace
 
@@ -41,12 +41,13 @@ std::array<double, 4> occultation_near(CSWSolSys& model, const OBSERVER& site,
             return std::cos(reach) - dot(load(moon), unit(load(body)));
         };
         search::Span walk{conjunction - kWindow, conjunction + kWindow, conjunction - kWindow};
-        crossings(walk, control, clearance, kBound, kStep, [&](const search::Bracket& x) {
-            const double t = search::root(clearance, x, kPrecision).t;
-            const bool begins = x.a.f > 0;
-            contacts[begins ? (edge > 0 ? 0 : 1) : (edge > 0 ? 3 : 2)] = t;
-            return true;
-        });
+        crossings(walk, control, clearance, kBound, kOccultationStep,
+                  [&](const search::Bracket& x) {
+                      const double t = search::root(clearance, x, kContactPrecision).t;
+                      const bool begins = x.a.f > 0;
+                      contacts[begins ? (edge > 0 ? 0 : 1) : (edge > 0 ? 3 : 2)] = t;
+                      return true;
+                  });
         if (contacts[0] == 0) break;
     }
     return contacts;

@@ -12,7 +12,7 @@ namespace solsys::diary {
 namespace {
 
 // From an apsis to the next one of its kind it is at most 28.6 days.
-constexpr double kReach = 29;  // day
+constexpr double kApsisReach = 29;  // day
 
 }  // namespace
 
@@ -26,11 +26,11 @@ double MoonDistance::rate(double t) {
 }
 
 ApsisWalk::ApsisWalk(CSWSolSys& model, double start)
-    : distance_(model), known_to_(start - kReach) {}
+    : distance_(model), known_to_(start - kApsisReach) {}
 
 ApsisWalk::Nearest ApsisWalk::nearest(double t) {
-    if (known_to_ < t + kReach) {
-        search::Span walk{known_to_, t + kReach, known_to_};
+    if (known_to_ < t + kApsisReach) {
+        search::Span walk{known_to_, t + kApsisReach, known_to_};
         const auto f = [this](double at) { return distance_.rate(at); };
         crossings(walk, control_, f, kMoonDistance3,
                   std::sqrt(3 * kMoonDistanceRate / kMoonDistance3),
@@ -40,7 +40,7 @@ ApsisWalk::Nearest ApsisWalk::nearest(double t) {
                   });
         known_to_ = walk.end;
     }
-    while (!apsides_.empty() && apsides_.front().t < t - kReach) apsides_.pop_front();
+    while (!apsides_.empty() && apsides_.front().t < t - kApsisReach) apsides_.pop_front();
     Nearest found;
     for (const Apsis& apsis : apsides_) {
         double& days = apsis.perigee ? found.perigee : found.apogee;

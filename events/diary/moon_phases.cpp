@@ -17,9 +17,9 @@ using solsys::diary::GeocentricSky;
 
 namespace {
 
-constexpr double kRate = 0.21277;  // rad/day: mean motion of the Moon from the Sun
-constexpr double kSettled = 1e-6;  // day: the step after is below a millisecond
-constexpr int kMostSteps = 20;
+constexpr double kRate = 0.21277;       // rad/day: mean motion of the Moon from the Sun
+constexpr double kPhaseSettled = 1e-6;  // day: the step after is below a millisecond
+constexpr int kMostPhaseSteps = 20;
 // No eclipse comes with a greater latitude of the Moon (1.72 degrees; the limits are near 1.6).
 constexpr double kEclipseLatitude = 0.030;  // rad
 
@@ -27,7 +27,7 @@ constexpr double kEclipseLatitude = 0.030;  // rad
 // day, so that there is one such instant in a month, and the secant through the last two
 // instants closes in. The frames are those of t: between the two longitudes nutation does not
 // count, and precession is common to both.
-double instant_of(GeocentricSky& sky, double ahead, double t) {
+double instant_of_phase(GeocentricSky& sky, double ahead, double t) {
     const auto behind = [&](double at) {
         sky.at_in_same_frames(at);
         const Difference d = solsys::diary::difference(
@@ -38,7 +38,7 @@ double instant_of(GeocentricSky& sky, double ahead, double t) {
     sky.at(t);
     double f = behind(t);
     double step = f / kRate;
-    for (int i = 0; i < kMostSteps && std::fabs(step) > kSettled; ++i) {
+    for (int i = 0; i < kMostPhaseSteps && std::fabs(step) > kPhaseSettled; ++i) {
         t += step;
         const double last = f;
         f = behind(t);
@@ -75,7 +75,8 @@ bool Diary::find_phases() {
     for (double quarter = quarter_after(span.start, -solsys::kLargestPhaseInequality);
          quarter <= last && control.go_on(walk); ++quarter) {
         const auto phase = static_cast<int>(quarter - 4 * std::floor(quarter / 4));
-        const double t = instant_of(sky, phase * kHalfPi, solsys::mean_phase(quarter / 4));
+        const double t =
+            instant_of_phase(sky, phase * kHalfPi, solsys::mean_phase(quarter / 4));
         if (!within(t)) continue;
         walk.cursor = t;
         SKYEVENT_PHASE detail = detail_of(sky, t, apsides.nearest(t));

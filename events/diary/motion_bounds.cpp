@@ -9,11 +9,11 @@ namespace {
 
 // Largest values met: planets and Sun sampled twice a day from 1600 to 2200, the Moon twenty
 // times a day over 27 years.
-struct Row {
+struct MotionRow {
     std::int32_t type, number;
     MotionBounds largest;
 };
-constexpr Row kRows[] = {
+constexpr MotionRow kRows[] = {
     {SSO_PLNT, 1, {.0421, .0037, 8.74e-4, .0384, .00346, 8.26e-4, 3.42e-4, 3.71e-4, 1.35e-5}},
     {SSO_PLNT, 2, {.0241, 8.05e-4, 8.21e-5, .022, 7.41e-4, 7.75e-5, 9.85e-6, 6.05e-5, 8.04e-8}},
     {SSO_PLNT,
@@ -54,7 +54,7 @@ MotionBounds of_star(const StarObject& star) {
 
 MotionBounds bounds_of(const Target& target) {
     if (target.star != nullptr) return of_star(*target.star);
-    for (const Row& row : kRows) {
+    for (const MotionRow& row : kRows) {
         if (row.type != target.id.type || row.number != target.id.number) continue;
         const MotionBounds& b = row.largest;
         return {kMargin * b.ra1,       kMargin * b.ra2,     kMargin * b.ra3,

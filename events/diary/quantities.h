@@ -10,6 +10,8 @@ namespace solsys::diary {
 
 enum class Circle { kEquator, kEcliptic };
 
+inline constexpr double kSunRate = 0.017202;  // rad/day: mean motion
+
 inline const Mat3& frame(const GeocentricSky& sky, Circle circle) {
     return circle == Circle::kEquator ? sky.equator() : sky.ecliptic();
 }

@@ -8,12 +8,12 @@
 using solsys::kHalfPi;
 using solsys::diary::Diary;
 using solsys::diary::GeocentricSky;
+using solsys::diary::kSunRate;
 
 namespace {
 
-constexpr double kSunRate = 0.017202;  // rad/day: mean motion
-constexpr double kSettled = 1e-7;      // day
-constexpr int kMostSteps = 20;
+constexpr double kSeasonSettled = 1e-7;  // day
+constexpr int kMostSeasonSteps = 20;
 
 double solar_longitude(GeocentricSky& sky, double t) {
     return longitude_at(sky, {solsys::diary::kSun}, solsys::diary::Circle::kEcliptic, t);
@@ -21,11 +21,11 @@ double solar_longitude(GeocentricSky& sky, double t) {
 
 // The instant near t at which the Sun, which moves by 0.0166 to 0.0178 rad a day, has a
 // longitude: each step leaves at most a thirtieth of the error. NaN when it cannot be computed.
-double instant_of(GeocentricSky& sky, double longitude, double t) {
-    for (int step = 0; step < kMostSteps; ++step) {
+double instant_of_season(GeocentricSky& sky, double longitude, double t) {
+    for (int step = 0; step < kMostSeasonSteps; ++step) {
         const double days = solsys::diary::turn(longitude, solar_longitude(sky, t)) / kSunRate;
         t += days;
-        if (!(std::fabs(days) > kSettled)) break;
+        if (!(std::fabs(days) > kSeasonSettled)) break;
     }
     return t;
 }
@@ -41,7 +41,7 @@ bool Diary::find_seasons() {
     double guess = span.start + solsys::diary::turn(quarter * kHalfPi, at_start) / kSunRate;
     solsys::search::Span walk = span;
     while (control.go_on(walk)) {
-        const double t = instant_of(sky, quarter * kHalfPi, guess);
+        const double t = instant_of_season(sky, quarter * kHalfPi, guess);
         if (!(t < span.end)) break;
         const int season = ((quarter % 4) + 4) % 4;
         if (within(t) && !add(t, SKYEVENT_MARCH_EQUINOX + season, sun_detail(sky, t)))

@@ -14,10 +14,11 @@ using solsys::kDegree;
 using solsys::Vec3;
 using solsys::diary::Diary;
 using solsys::diary::GeocentricSky;
+using solsys::diary::kSunRate;
 
 namespace {
 
-struct Row {
+struct ShowerRow {
     int number;
     const char* code;
     const char* name;
@@ -25,17 +26,16 @@ struct Row {
     double ra, dec;                       // deg
     double speed, r, zhr;
 };
-constexpr Row kShowers[] = {
+constexpr ShowerRow kShowers[] = {
 #include "meteor_showers.inc"
 };
 
-constexpr double kSunRate = 0.017202;  // rad/day
-constexpr double kYear = 365.2564;     // day: of the Sun's longitude from a fixed equinox
-constexpr double kSettled = 1e-6;      // day
-constexpr int kMostSteps = 20;
+constexpr double kYear = 365.2564;       // day: of the Sun's longitude from a fixed equinox
+constexpr double kShowerSettled = 1e-6;  // day
+constexpr int kMostShowerSteps = 20;
 
 // Geometric longitude of the Sun on the ecliptic and equinox J2000.0.
-double solar_longitude(GeocentricSky& sky, double t) {
+double solar_longitude_of_j2000(GeocentricSky& sky, double t) {
     sky.at_in_same_frames(t);
     const Vec3 sun = solsys::load_matrix(sky.model().GetMtrxEq2K_Ecl2K()) * (-sky.earth().r);
     return std::atan2(sun.y, sun.x);
@@ -43,11 +43,12 @@ double solar_longitude(GeocentricSky& sky, double t) {
 
 // The instant within half a year of t at which the Sun has a longitude; NaN when it cannot be
 // computed.
-double instant_of(GeocentricSky& sky, double longitude, double t) {
-    for (int step = 0; step < kMostSteps; ++step) {
-        const double days = solsys::diary::turn(longitude, solar_longitude(sky, t)) / kSunRate;
+double instant_of_longitude(GeocentricSky& sky, double longitude, double t) {
+    for (int step = 0; step < kMostShowerSteps; ++step) {
+        const double days =
+            solsys::diary::turn(longitude, solar_longitude_of_j2000(sky, t)) / kSunRate;
         t += days;
-        if (!(std::fabs(days) > kSettled)) break;
+        if (!(std::fabs(days) > kShowerSettled)) break;
     }
     return t;
 }
@@ -74,16 +75,16 @@ double degrees_before(double earlier, double later) {
     return d < 0 ? d + 360 : d;
 }
 
-void fill(GeocentricSky& sky, const Row& row, double peak, SHOWER& shower) {
+void fill(GeocentricSky& sky, const ShowerRow& row, double peak, SHOWER& shower) {
     using solsys::search::ut_from_tt;
     shower.number = row.number;
     shower.peak = ut_from_tt(peak);
-    shower.start = ut_from_tt(
-        instant_of(sky, row.sol_start * kDegree,
-                   peak - degrees_before(row.sol_start, row.sol_peak) * kDegree / kSunRate));
-    shower.end = ut_from_tt(
-        instant_of(sky, row.sol_end * kDegree,
-                   peak + degrees_before(row.sol_peak, row.sol_end) * kDegree / kSunRate));
+    shower.start = ut_from_tt(instant_of_longitude(
+        sky, row.sol_start * kDegree,
+        peak - degrees_before(row.sol_start, row.sol_peak) * kDegree / kSunRate));
+    shower.end = ut_from_tt(instant_of_longitude(
+        sky, row.sol_end * kDegree,
+        peak + degrees_before(row.sol_peak, row.sol_end) * kDegree / kSunRate));
     shower.ra = row.ra * kDegree;
     shower.dec = row.dec * kDegree;
     shower.speed = row.speed;
@@ -107,14 +108,16 @@ StarObject radiant(const SHOWER& shower) {
 bool Diary::fill_shower(SHOWER& shower) {
     const auto* row =
         std::find_if(std::begin(kShowers), std::end(kShowers),
-                     [&shower](const Row& r) { return r.number == shower.number; });
+                     [&shower](const ShowerRow& r) { return r.number == shower.number; });
     if (row == std::end(kShowers) || std::abs(shower.year) > 20000) return false;
     GeocentricSky sky(*model);
     // The first maximum of the calendar year.
     const double new_year = solsys::search::tt_from_ut(new_year_of(shower.year));
-    double peak = instant_of(sky, row->sol_peak * kDegree, new_year + 0.4 * kYear);
-    if (peak >= new_year + kYear) peak = instant_of(sky, row->sol_peak * kDegree, peak - kYear);
-    if (peak < new_year) peak = instant_of(sky, row->sol_peak * kDegree, peak + kYear);
+    double peak = instant_of_longitude(sky, row->sol_peak * kDegree, new_year + 0.4 * kYear);
+    if (peak >= new_year + kYear)
+        peak = instant_of_longitude(sky, row->sol_peak * kDegree, peak - kYear);
+    if (peak < new_year)
+        peak = instant_of_longitude(sky, row->sol_peak * kDegree, peak + kYear);
     if (!std::isfinite(peak)) return false;
     SHOWER filled;
     filled.year = shower.year;
@@ -130,16 +133,18 @@ bool Diary::find_showers() {
     solsys::search::Span walk = span;
     while (!walk.over() && control.go_on(walk)) {
         // The next maximum of all showers from the cursor on.
-        const double now = solar_longitude(sky, walk.cursor) / kDegree;
+        const double now = solar_longitude_of_j2000(sky, walk.cursor) / kDegree;
         if (!std::isfinite(now)) return true;
-        const auto* next = std::min_element(
-            std::begin(kShowers), std::end(kShowers), [now](const Row& a, const Row& b) {
-                return degrees_before(now, a.sol_peak) < degrees_before(now, b.sol_peak);
-            });
+        const auto* next = std::min_element(std::begin(kShowers), std::end(kShowers),
+                                            [now](const ShowerRow& a, const ShowerRow& b) {
+                                                return degrees_before(now, a.sol_peak) <
+                                                       degrees_before(now, b.sol_peak);
+                                            });
         const double ahead = degrees_before(now, next->sol_peak) * kDegree / kSunRate;
-        const double peak = instant_of(sky, next->sol_peak * kDegree, walk.cursor + ahead);
+        const double peak =
+            instant_of_longitude(sky, next->sol_peak * kDegree, walk.cursor + ahead);
         // All of them with this very longitude.
-        for (const Row& row : kShowers) {
+        for (const ShowerRow& row : kShowers) {
             if (row.sol_peak != next->sol_peak || !within(peak)) continue;
             SHOWER shower;
             fill(sky, row, peak, shower);

@@ -12,9 +12,9 @@ namespace {
 
 constexpr double kSunRadius = 959.63 * kArcsec;  // at 1 au (Auwers 1891)
 constexpr double kLongest = 0.6;                 // day: half a transit takes less
-constexpr double kPrecision = 0.1 * search::kSecond;
-constexpr double kFarAway = 0.02;   // rad at conjunction: no transit comes of it
-constexpr double kRateStep = 0.02;  // day
+constexpr double kTransitPrecision = 0.1 * search::kSecond;
+constexpr double kFarAway = 0.02;          // rad at conjunction: no transit comes of it
+constexpr double kTransitRateStep = 0.02;  // day
 
 struct Disks {
     double separation, sun, planet;  // rad
@@ -40,13 +40,13 @@ Transit transit_near(GeocentricSky& sky, const SSO_ID& planet, double conjunctio
                 const double s = disks_at(sky, planet, at).separation;
                 return s * s;
             },
-            t, kRateStep, plain);
+            t, kTransitRateStep, plain);
     };
     const auto sample = [](const auto& f, double t) { return search::Sample{t, f(t)}; };
     const search::Bracket around{sample(closing, conjunction - kLongest),
                                  sample(closing, conjunction + kLongest)};
     if (!changes_sign(around)) return transit;
-    transit.greatest = search::root(closing, around, kPrecision).t;
+    transit.greatest = search::root(closing, around, kTransitPrecision).t;
     const Disks least = disks_at(sky, planet, transit.greatest);
     transit.exists = least.separation < least.sun + least.planet;
     if (!transit.exists) return transit;
@@ -61,8 +61,8 @@ Transit transit_near(GeocentricSky& sky, const SSO_ID& planet, double conjunctio
         const search::Sample outside =
             sample(gap, transit.greatest + (i < 2 ? -kLongest : kLongest));
         if (greatest.f >= 0 || outside.f < 0) continue;
-        transit.contact[i] = (i < 2 ? search::root(gap, {outside, greatest}, kPrecision)
-                                    : search::root(gap, {greatest, outside}, kPrecision))
+        transit.contact[i] = (i < 2 ? search::root(gap, {outside, greatest}, kTransitPrecision)
+                                    : search::root(gap, {greatest, outside}, kTransitPrecision))
                                  .t;
     }
     return transit;

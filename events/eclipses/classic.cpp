@@ -19,7 +19,7 @@ constexpr double kWalkStep = 3 / 1440.0;                          // day
 constexpr double kWalkEnd = 0.5 / solsys::kSecondsPerDay;         // day
 constexpr double kLongestWalk = 5;                                // day
 constexpr double kContactWindow = 0.125;                          // day
-constexpr double kContactTolerance = 5e-7;                        // Earth radii
+constexpr double kClassicContactTolerance = 5e-7;                 // Earth radii
 constexpr double kLongestContactStep = 4 / 24.0;                  // day
 constexpr double kLimb = 0.999999;                                // Earth radii
 constexpr double kCentralLimit = 0.9972;
@@ -82,12 +82,6 @@ void classify_solar(double gamma, double u, ECLIPSE& e) {
         e.type = ECLIPSE_PARTIAL;
     }
     e.magnitude = (u + kSolarLimit - off) / (2 * u + 0.546);
-}
-
-void number(ECLIPSE& e, double jd, short kind) {
-    e.kind = kind;
-    e.lunation = EclipseLunation(jd, kind);
-    e.saros = EclipseSaros(e.lunation, kind);
 }
 
 // Type, magnitude and duration of a lunar eclipse by the series.
@@ -186,7 +180,7 @@ bool CSWEclipses::CircumstanceSolarEclipse(int day, double fraction, double gamm
     e.end = e.contact[ECLIPSE_P4] = ut(s.contacts[ECLIPSE_P4]);
     e.umbra = elements.l2;
     e.penumbra = elements.l1;
-    number(e, day + t, ECLIPSE_SOLAR);
+    number_eclipse(e, day + t, ECLIPSE_SOLAR);
     GetSpecialPoints(&e);
     return true;
 }
@@ -229,7 +223,7 @@ void CSWEclipses::FindContact(bool umbral, bool outer, int day, double t0, doubl
     const auto newton = [&](double t, double longest) {
         for (int i = 0; i < 100; ++i) {
             const double value = condition(t);
-            if (std::fabs(value) <= kContactTolerance) return t;
+            if (std::fabs(value) <= kClassicContactTolerance) return t;
             const double rate = (condition(t + kDerivativeStep) - value) / kDerivativeStep;
             const double step = -value / rate;
             if (!std::isfinite(step)) return -1.0;
@@ -287,6 +281,6 @@ bool CSWEclipses::CircumstanceLunarEclipse(int day, double fraction, double gamm
     e.penumbra = 1.2847 + u;
     if (!luminaries_at(*s.model, s.greatest, sky)) return false;
     store_sublunar(*s.model, sky, e.place[1]);
-    number(e, s.greatest.jd(), ECLIPSE_LUNAR);
+    number_eclipse(e, s.greatest.jd(), ECLIPSE_LUNAR);
     return true;
 }

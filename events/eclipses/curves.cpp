@@ -10,9 +10,9 @@
 namespace solsys::eclipses {
 namespace {
 
-constexpr int kScan = 96;                // samples of time that look for a curve
-constexpr int kPoints = 120;             // points of a curve found
-constexpr double kTimeTolerance = 1e-9;  // hours, of the ends of curves
+constexpr int kScan = 96;                 // samples of time that look for a curve
+constexpr int kPoints = 120;              // points of a curve found
+constexpr double kCurveTolerance = 1e-9;  // hours, of the ends of curves
 
 // A point of the limb, as seen along the axis: height 0 on the sphere of the flattened Earth.
 GroundPoint limb_point(const ShadowElements& e, double theta) {
@@ -81,7 +81,7 @@ double clustered(Pair span, int i, int n) {
 template <class Exists>
 std::vector<Pair> runs_of(Pair span, Exists&& exists) {
     const auto edge = [&](double in, double out) {
-        while (std::fabs(out - in) > kTimeTolerance) {
+        while (std::fabs(out - in) > kCurveTolerance) {
             const double middle = (in + out) / 2;
             (exists(middle) ? in : out) = middle;
         }
@@ -126,7 +126,7 @@ EclipseCurve horizon_ends(const SolarPath& path, Pair span, ConeAt cone, double 
         const double a = clustered(span, i - 1, kScan), b = clustered(span, i, kScan);
         const double now = beyond(b);
         if (std::isfinite(before) && std::isfinite(now) && (before < 0) != (now < 0)) {
-            const double h = zeroin(a, b, beyond, kTimeTolerance);
+            const double h = zeroin(a, b, beyond, kCurveTolerance);
             const ShadowElements e = path.at(h);
             if (const auto theta = limb_extreme(e, side))
                 ends.push_back(at_limb(path, h, e, *theta));

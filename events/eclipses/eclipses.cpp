@@ -16,7 +16,7 @@ constexpr double kFirstInstant = -3100016;
 constexpr double kLastInstant = 8000017;
 
 // Nine tenths of a synodic month, as the series wants it [day].
-constexpr double kStep = 26.577529812;
+constexpr double kLunationStep = 26.577529812;
 
 bool is_site(const OBSERVER* observer) {
     return observer != nullptr && observer->kind == LOCATION_SURFACE &&
@@ -71,7 +71,7 @@ bool CSWEclipses::State::next_by_series(ECLIPSE& eclipse, short kind, CSWEclipse
             return true;
         }
     }
-    fraction += kStep;
+    fraction += kLunationStep;
     return false;
 }
 

@@ -9,7 +9,7 @@ namespace solsys::eclipses {
 namespace {
 
 constexpr int kMaxSteps = 30;
-constexpr double kTolerance = 1e-10;  // rad
+constexpr double kLimitTolerance = 1e-10;  // rad
 
 // The angle that the motion at the edge's point of angle q wants.
 double wanted(const ShadowElements& e, const Cone& cone, Side side, double q, GroundPoint& p,
@@ -72,7 +72,7 @@ bool limit_point(const ShadowElements& e, const Cone& cone_given, Side side, dou
     double b = a + fa;
     for (int i = 0; i < kMaxSteps; ++i) {
         const double fb = wrap_half_turn(wanted(e, cone, side, b, p, on_earth) - b);
-        if (std::fabs(fb) < kTolerance) {
+        if (std::fabs(fb) < kLimitTolerance) {
             q = b;
             return on_earth;
         }

@@ -9,7 +9,7 @@ namespace solsys::eclipses {
 namespace {
 
 constexpr double kRefraction = 34.0 / 60 * kDegree;  // at the horizon
-constexpr double kTolerance = 1e-7;                  // hours
+constexpr double kLocalLunarTolerance = 1e-7;        // hours
 
 }  // namespace
 
@@ -52,7 +52,7 @@ LocalLunar local_lunar(const LunarPath& path, const Site& site, Pair span) {
         const double h = span.first + i * step;
         const double b = up(h);
         if ((a < 0) != (b < 0)) {
-            const double crossing = zeroin(h - step, h, up, kTolerance);
+            const double crossing = zeroin(h - step, h, up, kLocalLunarTolerance);
             (b > 0 ? local.moonrise : local.moonset) = crossing;
             consider(crossing);
         }

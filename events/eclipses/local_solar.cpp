@@ -9,9 +9,9 @@
 namespace solsys::eclipses {
 namespace {
 
-constexpr double kReach = 3.6;       // hours from greatest eclipse: beyond all contacts
+constexpr double kLocalReach = 3.6;  // hours from greatest eclipse: beyond all contacts
 constexpr double kScanStep = 0.2;    // hours
-constexpr double kTolerance = 1e-7;  // hours: 0.4 ms
+constexpr double kLocalSolarTolerance = 1e-7;  // hours: 0.4 ms
 
 // Where f, negative at `from`, becomes positive in steps of `step`; NaN if it does not.
 template <class Function>
@@ -19,8 +19,9 @@ double leaves(Function&& f, double from, double step, double limit) {
     double a = from;
     for (int i = 0; i < 400; ++i) {
         const double b = a + step;
-        if (f(b) >= 0) return zeroin(a, b, f, kTolerance);
-        if (std::fabs(b - limit) < std::fabs(step) || std::fabs(b) > 2 * kReach) return kNever;
+        if (f(b) >= 0) return zeroin(a, b, f, kLocalSolarTolerance);
+        if (std::fabs(b - limit) < std::fabs(step) || std::fabs(b) > 2 * kLocalReach)
+            return kNever;
         a = b;
     }
     return kNever;
@@ -31,7 +32,8 @@ double leaves(Function&& f, double from, double step, double limit) {
 double least_distance(const SolarPath& path, const Site& site) {
     double best = path.greatest;
     double least = 1e9;
-    for (double h = path.greatest - kReach; h <= path.greatest + kReach; h += kScanStep) {
+    for (double h = path.greatest - kLocalReach; h <= path.greatest + kLocalReach;
+         h += kScanStep) {
         const Disks d = disks(site, path.at(h));
         if (d.m < least) least = d.m, best = h;
     }
@@ -39,7 +41,7 @@ double least_distance(const SolarPath& path, const Site& site) {
         const Disks d = disks(site, path.at(best));
         const double step = -(d.u * d.du + d.v * d.dv) / (d.du * d.du + d.dv * d.dv);
         best += std::clamp(step, -kScanStep, kScanStep);
-        if (std::fabs(step) < kTolerance) break;
+        if (std::fabs(step) < kLocalSolarTolerance) break;
     }
     return best;
 }
@@ -63,7 +65,7 @@ void cut_by_horizon(const SolarPath& path, const Site& site, LocalSolar& local) 
         const double h = first + i * step;
         const double b = up(h);
         if ((a < 0) != (b < 0)) {
-            const double crossing = zeroin(h - step, h, up, kTolerance);
+            const double crossing = zeroin(h - step, h, up, kLocalSolarTolerance);
             (b > 0 ? local.sunrise : local.sunset) = crossing;
             consider(crossing);
         }
@@ -119,7 +121,7 @@ LocalSolar local_solar(const SolarPath& path, const Site& site) {
         return d.m - d.l1;
     };
     if (!(outside(local.maximum) < 0)) return local;
-    const double limit = kReach + 1;
+    const double limit = kLocalReach + 1;
     local.outer = {leaves(outside, local.maximum, -kScanStep, -limit),
                    leaves(outside, local.maximum, kScanStep, limit)};
     if (std::isnan(local.outer.first) || std::isnan(local.outer.last)) return local;

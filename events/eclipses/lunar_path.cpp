@@ -21,7 +21,7 @@ constexpr double kDanjon = 1.01;
 constexpr double kSeriesUmbra = 0.7404;
 constexpr double kSeriesPenumbra = 1.2847;
 
-constexpr double kContactTolerance = 1e-11;  // rad: 4 microseconds
+constexpr double kLunarContactTolerance = 1e-11;  // rad: 4 microseconds
 
 bool lay_through(CSWSolSys& model, LunarPath& path) {
     std::array<double, 5> x, y, z, sun, hour_angle, dec;
@@ -57,7 +57,7 @@ Pair contact_pair(const LunarPath& path, Radius&& radius) {
         const LunarPath::Disks at = path.at(h);
         return at.separation - radius(at);
     };
-    return roots_around(f, g, chord / speed, kContactTolerance);
+    return roots_around(f, g, chord / speed, kLunarContactTolerance);
 }
 
 }  // namespace
@@ -93,11 +93,11 @@ std::optional<LunarPath> lunar_path(CSWSolSys& model, Instant syzygy, const Radi
 }
 
 LunarContacts lunar_contacts(const LunarPath& path) {
-    using Disks = LunarPath::Disks;
-    return {contact_pair(path, [](const Disks& d) { return d.penumbra + d.moon; }),
-            contact_pair(path, [](const Disks& d) { return d.penumbra - d.moon; }),
-            contact_pair(path, [](const Disks& d) { return d.umbra + d.moon; }),
-            contact_pair(path, [](const Disks& d) { return d.umbra - d.moon; })};
+    using LunarDisks = LunarPath::Disks;
+    return {contact_pair(path, [](const LunarDisks& d) { return d.penumbra + d.moon; }),
+            contact_pair(path, [](const LunarDisks& d) { return d.penumbra - d.moon; }),
+            contact_pair(path, [](const LunarDisks& d) { return d.umbra + d.moon; }),
+            contact_pair(path, [](const LunarDisks& d) { return d.umbra - d.moon; })};
 }
 
 LunarCircumstances lunar_circumstances(const LunarPath& path) {

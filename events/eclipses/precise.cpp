@@ -52,12 +52,6 @@ void set_pair(const Clock& clock, Pair p, int first, int last, ECLIPSE& e, doubl
     et[last] = clock.et(p.last);
 }
 
-void number(ECLIPSE& e, double jd, short kind) {
-    e.kind = kind;
-    e.lunation = EclipseLunation(jd, kind);
-    e.saros = EclipseSaros(e.lunation, kind);
-}
-
 // The Moon's zenith point.
 void sublunar_point(const LunarPath& path, double h, double flattening, double place[2]) {
     const double s = path.dec.at(h);
@@ -125,7 +119,7 @@ bool CSWEclipses::State::precise_solar(Instant syzygy, ECLIPSE& e) {
         e.place[i][0] = place.latitude;
         e.place[i][1] = place.longitude;
     }
-    number(e, greatest.jd(), ECLIPSE_SOLAR);
+    number_eclipse(e, greatest.jd(), ECLIPSE_SOLAR);
     return true;
 }
 
@@ -161,7 +155,7 @@ bool CSWEclipses::State::precise_lunar(Instant syzygy, double u, ECLIPSE& e) {
         e.total_end = e.contact[ECLIPSE_U3];
     }
     sublunar_point(path, path.greatest, path.radii.flattening, e.place[1]);
-    number(e, greatest.jd(), ECLIPSE_LUNAR);
+    number_eclipse(e, greatest.jd(), ECLIPSE_LUNAR);
     return true;
 }
 

@@ -17,6 +17,17 @@
 #include "events/search/span.h"
 #include "solsys/eclipses.h"
 
+namespace solsys::eclipses {
+
+// The kind of an eclipse near a Julian date, its lunation and its series.
+inline void number_eclipse(ECLIPSE& e, double jd, short kind) {
+    e.kind = kind;
+    e.lunation = EclipseLunation(jd, kind);
+    e.saros = EclipseSaros(e.lunation, kind);
+}
+
+}  // namespace solsys::eclipses
+
 struct CSWEclipses::State {
     explicit State(CSWSolSys* borrowed) : model(borrowed) {}
 

@@ -11,8 +11,6 @@
 namespace solsys::search {
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-
 // The model answers for an asteroid or a comet that it does not know with the Sun's place.
 bool is_known(CSWSolSys& model, const SSO_ID& id) {
     double state[3];

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 
 #include "core/instant.h"
@@ -11,6 +12,9 @@
 #include "solsys/solar_system.h"
 
 namespace solsys::search {
+
+// Of what cannot be computed.
+inline constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 // Apparent, on the true equator and equinox of date [au, rad].
 struct Place {

@@ -1,7 +1,6 @@
 #include "events/visibility/altitude.h"
 
 #include <cmath>
-#include <limits>
 
 #include "core/constants.h"
 #include "core/linalg.h"
@@ -9,9 +8,6 @@
 
 namespace solsys::visibility {
 namespace {
-
-constexpr double kHalfSecond = 5.787037037037037e-06;  // day
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 // A place on a reference ellipsoid, body-fixed [au].
 Vec3 on_ellipsoid(double radius_au, double flattening, const double location[3]) {
@@ -59,18 +55,18 @@ std::optional<Vec3> from_horizon(search::SkyAt& sky, const SSO_ID& id, double jd
 
 double sine_of_altitude(search::SkyAt& sky, const SSO_ID& id, double jd_tt) {
     const auto v = from_horizon(sky, id, jd_tt);
-    return v ? v->z : kNone;
+    return v ? v->z : search::kNone;
 }
 
 double altitude_rate(search::SkyAt& sky, const SSO_ID& id, double jd_tt) {
     const auto before = from_horizon(sky, id, jd_tt);
     const auto after = from_horizon(sky, id, jd_tt + kHalfSecond);
-    return before && after ? (after->z - before->z) / kHalfSecond : kNone;
+    return before && after ? (after->z - before->z) / kHalfSecond : search::kNone;
 }
 
 double azimuth(search::SkyAt& sky, const SSO_ID& id, double jd_tt) {
     const auto v = from_horizon(sky, id, jd_tt);
-    if (!v) return kNone;
+    if (!v) return search::kNone;
     double west = std::atan2(v->y, v->x);
     if (west < 0) west += kTwoPi;
     return west > 0 ? kTwoPi - west : 0.0;

@@ -6,6 +6,9 @@
 
 namespace solsys::visibility {
 
+// What rates are differences over [day].
+inline constexpr double kHalfSecond = 5.787037037037037e-06;
+
 double sine_of_altitude(search::SkyAt& sky, const SSO_ID& id, double jd_tt);
 // Of the sine [1/day]: its difference over half a second.
 double altitude_rate(search::SkyAt& sky, const SSO_ID& id, double jd_tt);

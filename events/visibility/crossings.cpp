@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 
 #include "core/angles.h"
@@ -16,7 +15,6 @@ namespace {
 using search::Bracket;
 using search::Inside;
 
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kTurnRate = 6.3004;     // of the Earth [rad/day], rounded up
 constexpr double kSiteRadius = 4.28e-5;  // au: the Earth's and 9 km more
 constexpr double kFreeFall = 5e-4;       // au/day^2: the Earth's own about the Sun, doubled
@@ -58,7 +56,7 @@ Sampling sampling_of(const SSO_ID& id) {
 // What a sample holds: enough for every level.
 struct Sample {
     double t = 0;
-    double sine = kNan;
+    double sine = search::kNone;
     double distance = 0;
     Vec3 direction{};
 };
@@ -130,7 +128,7 @@ Sample Walk::look_exactly(double t) {
     SkyAt anew(sky_.model());  // no light time carried over
     const auto place = anew.apparent(target_.id, t);
     const auto direction = anew.from_horizon(target_.id);
-    if (!place || !direction) return {t, kNan, 0, {}};
+    if (!place || !direction) return {t, search::kNone, 0, {}};
     return {t, direction->z, place->distance, *direction};
 }
 

@@ -12,11 +12,11 @@ using namespace solsys::visibility;
 
 namespace {
 
-constexpr double kTolerance = 3.8580246913580246e-5;   // turn: 3 1/3 s
-constexpr double kSameAltitude = 9.69627362219072e-5;  // rad: 20 arcsec
-constexpr double kArcsec10 = 4.84813681109536e-05;     // rad
+constexpr double kElevationTolerance = 3.8580246913580246e-5;  // turn: 3 1/3 s
+constexpr double kSameAltitude = 9.69627362219072e-5;          // rad: 20 arcsec
+constexpr double kArcsec10 = 4.84813681109536e-05;             // rad
 constexpr int kMostFailures = 4;
-constexpr int kMostPasses = 1001;
+constexpr int kMostElevationPasses = 1001;
 
 // The hour angle wanted for a declination: where it never stands at the elevation, that of the
 // culmination nearest to it.
@@ -48,13 +48,13 @@ bool converge(SkyAt& sky, const SSO_ID& id, double elevation, double start, doub
     double correction = 0;  // day
     double previous = std::numeric_limits<double>::infinity();
     int failures = 0;
-    for (int pass = 0; pass < kMostPasses; ++pass) {
+    for (int pass = 0; pass < kMostElevationPasses; ++pass) {
         t += correction;
         const auto place = sky.apparent(id, t);
         if (!place) return false;
         const Wanted wanted = nearest_hour_angle(elevation, sky.latitude(), place->dec);
         correction = time_to_hour_angle(sky, *place, -sign * wanted.hour_angle);
-        if (std::fabs(correction) <= kTolerance * kSolarPerSidereal)
+        if (std::fabs(correction) <= kElevationTolerance * kSolarPerSidereal)
             return answer(sky, id, t + correction, elevation, wanted.crosses, event_time,
                           azimuth);
         // The negation also counts what is not a number.

@@ -15,9 +15,8 @@ using solsys::visibility::sine_of_altitude;
 
 namespace {
 
-constexpr double kHalfSecond = 5.787037037037037e-06;  // day
-constexpr double kUserOrbit = 0.028935185185185185;    // day: 2500 s
-constexpr int kMostSteps = 1000000;
+constexpr double kUserOrbit = 0.028935185185185185;  // day: 2500 s
+constexpr int kMostExtremumSteps = 1000000;
 // Of one kind: about 40 years of days.
 constexpr int kMostExtrema = 30000;
 
@@ -69,14 +68,14 @@ Extremum next_extremum(Altitude& altitude, double from, double span) {
     if (!is_instant(from) || !is_instant(from + span)) return {};
     double rate = altitude.rate(from);
     if (rate == 0) {
-        const int kind = altitude.rate(from + kHalfSecond) > 0 ? -1 : 1;
+        const int kind = altitude.rate(from + solsys::visibility::kHalfSecond) > 0 ? -1 : 1;
         return {kind, from, altitude.sine(from)};
     }
     const auto rate_at = [&](double t) { return altitude.rate(t); };
     const double step = std::copysign(altitude.step, span);
     const double end = from + span;
     double t = from;
-    for (int i = 0; i < kMostSteps && t != end; ++i) {
+    for (int i = 0; i < kMostExtremumSteps && t != end; ++i) {
         const double next = step > 0 ? std::min(t + step, end) : std::max(t + step, end);
         const double next_rate = altitude.rate(next);
         if (std::isnan(next_rate) || std::isnan(rate)) return {};

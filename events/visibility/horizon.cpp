@@ -12,7 +12,7 @@ using solsys::search::tt_from_ut;
 
 namespace {
 
-constexpr double kNone = 1000.0;
+constexpr double kNoHorizon = 1000.0;
 
 }  // namespace
 
@@ -42,8 +42,8 @@ int CSWVisibility::GetZenith(int day, double fraction, OBSERVER* observer, doubl
                              double* evening) {
     State& s = *state_;
     if (morning == nullptr || evening == nullptr) return 0;
-    std::fill(morning, morning + 4, kNone);
-    std::fill(evening, evening + 4, kNone);
+    std::fill(morning, morning + 4, kNoHorizon);
+    std::fill(evening, evening + 4, kNoHorizon);
     if (!s.model) return 0;
 
     const auto zenith = [&s](double jd_tt, double* out) {

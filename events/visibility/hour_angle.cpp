@@ -1,7 +1,6 @@
 #include "events/visibility/hour_angle.h"
 
 #include <cmath>
-#include <limits>
 
 #include "core/angles.h"
 #include "events/search/scan.h"
@@ -9,7 +8,6 @@
 namespace solsys::visibility {
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr double kRefined = 0.1 / kSecondsPerDay;  // day: what may remain
 
 // A passage: no correction above 10 s is the last. The first one leaves a tenth of itself for
@@ -27,7 +25,7 @@ std::optional<Place> walk(SkyAt& sky, const SSO_ID& id, double& t, const search:
     std::optional<Place> place;
     const auto correction = [&](double jd) {
         place = sky.apparent(id, jd);
-        return place ? time_to_hour_angle(sky, *place, wanted(*place)) : kNone;
+        return place ? time_to_hour_angle(sky, *place, wanted(*place)) : search::kNone;
     };
     if (!search::settle(correction, t, rest)) return std::nullopt;
     return place;
@@ -38,7 +36,7 @@ std::optional<Crossing> between(SkyAt& sky, const Target& target, const Level& l
                                 double below, double above) {
     const auto height = [&](double t) {
         const auto place = sky.apparent(target.id, t);
-        if (!place) return kNone;
+        if (!place) return search::kNone;
         return sky.horizontal(*place).altitude - level.of_centre(target, *place);
     };
     const auto found = search::bisection(height, {{below, -1}, {above, 1}}, -1, kRefined);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "core/constants.h"
 #include "events/search/span.h"
@@ -12,7 +11,6 @@
 namespace solsys::visibility {
 namespace {
 
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kBeyondParallax = 1e9;  // au: of stars
 
 // Weights of the values at -2 .. 3 for a place x between 0 and 1.
@@ -69,7 +67,7 @@ void SitePath::set_h(double h) {
 const SitePath::Node& SitePath::node(long index) {
     Node& n = nodes_[static_cast<unsigned long>(index) % nodes_.size()];
     if (n.asked && n.index == index) return n;
-    n = {index, true, {kNan, kNan, kNan}, {}, 0};
+    n = {index, true, {search::kNone, search::kNone, search::kNone}, {}, 0};
     CSWSolSys& model = sky_.model();
     if (model.GetObserver().kind != LOCATION_BODY_FIXED) {
         const OBSERVER centre = centre_of_earth();

@@ -3,6 +3,7 @@
 
 #include "core/constants.h"
 #include "core/linalg.h"
+#include "ephemeris/planet_states.h"
 #include "solsys/dwarf_elements.h"
 #include "solsys/integrator.h"
 #include "solsys/ss_object.h"
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr int kPluto = 9;
 constexpr double kFirstStep = 0.015;  // of an attached integrator [day]
 
 // The J2000 ecliptic of the elements to the equator.
@@ -83,7 +83,8 @@ int SS_DwarfPlanetObject::ComputeState(int day, double fraction, bool velocity, 
         if (integrator_->IntegrateTo(day, fraction, state))
             return Keep(day, fraction, true, state, state, out);
     }
-    if (number_ == kPluto) return SS_PlanetObject::ComputeState(day, fraction, velocity, out);
+    if (number_ == solsys::kPlutoNumber)
+        return SS_PlanetObject::ComputeState(day, fraction, velocity, out);
     // The mean motion of the elements is fitted to the true motion: the velocity is to go with
     // it, and not with the Sun's GM.
     const double mu = elements_.n * elements_.n * elements_.q * elements_.q * elements_.q;
