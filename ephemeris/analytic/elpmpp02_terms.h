@@ -75,13 +75,18 @@ constexpr long double kArcsecPerTurn = 1296000;
 // The combination of `arguments` by `multiples`, in turns, its constant part reduced.
 constexpr std::array<long double, 5> combination(std::span<const MoonArgument> arguments,
                                                  std::span<const int> multiples) {
-    std::array<long double, 5> c{};
-    for (std::size_t i = 0; i < multiples.size(); ++i) {
-        if (multiples[i] == 0) continue;
+    // Over plain pointers: to the compiler every operator of an array is a call.
+    std::array<long double, 5> sums{};
+    long double* const c = sums.data();
+    const MoonArgument* const argument = arguments.data();
+    const int* const multiple = multiples.data();
+    const std::size_t size = multiples.size();
+    for (std::size_t i = 0; i < size; ++i) {
+        if (multiple[i] == 0) continue;
         for (std::size_t k = 0; k < 5; ++k)
-            c[k] += multiples[i] * (arguments[i].c[k] / kArcsecPerTurn);
+            c[k] += multiple[i] * (argument[i].c[k] / kArcsecPerTurn);
     }
-    return c;
+    return sums;
 }
 
 // T^power (s sin a + c cos a), a the argument of `turns`.

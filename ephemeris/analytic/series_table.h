@@ -61,6 +61,12 @@ struct SeriesArguments {
     std::array<std::size_t, kCount> of_term{};  // argument of each term
 };
 
+constexpr bool same(const double* a, const double* b, int size) {
+    for (int k = 0; k < size; ++k)
+        if (a[k] != b[k]) return false;
+    return true;
+}
+
 template <int kDegree, std::size_t kCount>
 constexpr auto arguments_of(const std::array<SeriesTerm<kDegree>, kCount>& terms) {
     SeriesArguments<kDegree, kCount> arguments;
@@ -77,11 +83,16 @@ constexpr auto arguments_of(const std::array<SeriesTerm<kDegree>, kCount>& terms
         const int power = term_of[a].power - term_of[b].power;
         return power != 0 ? power > 0 : a < b;
     });
+    // Over plain pointers: to the compiler every operator of an array is a call.
+    auto* const all = arguments.all.data();
+    std::size_t* const of_term = arguments.of_term.data();
+    const std::size_t* const sorted_term = order.data();
     for (std::size_t i = 0; i < kCount; ++i) {
-        const auto& term = terms[order[i]];
-        if (i == 0 || term.c != arguments.all[arguments.count - 1].c)
-            arguments.all[arguments.count++] = {term.c, term.power};
-        arguments.of_term[order[i]] = arguments.count - 1;
+        const std::size_t at = sorted_term[i];
+        const SeriesTerm<kDegree>& term = term_of[at];
+        if (i == 0 || !same(term.c.data(), all[arguments.count - 1].c.data(), kDegree + 1))
+            all[arguments.count++] = {term.c, term.power};
+        of_term[at] = arguments.count - 1;
         if (term.coordinate >= arguments.coordinates)
             arguments.coordinates = term.coordinate + 1;
     }
@@ -89,17 +100,19 @@ constexpr auto arguments_of(const std::array<SeriesTerm<kDegree>, kCount>& terms
     // Sorted by power; `place` is where each has gone.
     std::array<std::size_t, kCount> place{};
     auto sorted = arguments.all;
+    auto* const by_power = sorted.data();
+    std::size_t* const new_place = place.data();
     std::size_t next = 0;
     for (int power = kSeriesPowers - 1; power >= 0; --power) {
         for (std::size_t i = 0; i < arguments.count; ++i) {
-            if (arguments.all[i].highest != power) continue;
-            sorted[next] = arguments.all[i];
-            place[i] = next++;
+            if (all[i].highest != power) continue;
+            by_power[next] = all[i];
+            new_place[i] = next++;
         }
         arguments.with_power[power] = next;
     }
     arguments.all = sorted;
-    for (std::size_t& argument : arguments.of_term) argument = place[argument];
+    for (std::size_t i = 0; i < kCount; ++i) of_term[i] = new_place[of_term[i]];
     return arguments;
 }
 
@@ -160,23 +173,29 @@ constexpr auto pack_series() {
     table.coordinates = kDistinct.coordinates;
     for (int n = 0; n < kSeriesPowers; ++n) table.blocks[n] = kLayout.blocks[n];
 
-    for (std::size_t i = 0; i < kDistinct.count; ++i)
+    double* const packed = table.arguments.data();
+    for (std::size_t i = 0; i < kDistinct.count; ++i) {
+        const double* const c = kDistinct.all[i].c.data();
         for (std::size_t k = 0; k <= kDegree; ++k)
-            table.arguments[(i / kSeriesLanes * (kDegree + 1) + k) * kSeriesLanes +
-                            i % kSeriesLanes] = kDistinct.all[i].c[k];
+            packed[(i / kSeriesLanes * (kDegree + 1) + k) * kSeriesLanes + i % kSeriesLanes] =
+                c[k];
+    }
 
     const auto coordinates = static_cast<std::size_t>(kDistinct.coordinates);
+    double* const weights = table.weights.data();
+    const SeriesTerm<kDegree>* const terms = kTerms.data();
+    const std::size_t* const of_term = kDistinct.of_term.data();
     for (std::size_t i = 0; i < kTerms.size(); ++i) {
-        const SeriesTerm<kDegree>& term = kTerms[i];
-        const std::size_t argument = kDistinct.of_term[i];
+        const SeriesTerm<kDegree>& term = terms[i];
+        const std::size_t argument = of_term[i];
         const std::size_t block =
             block_of_weights(kLayout, term.power, static_cast<int>(argument / kSeriesLanes));
         const std::size_t at =
             (block * coordinates + static_cast<std::size_t>(term.coordinate)) * 2 *
                 kSeriesLanes +
             argument % kSeriesLanes;
-        table.weights[at] += term.p;
-        table.weights[at + kSeriesLanes] += term.q;
+        weights[at] += term.p;
+        weights[at + kSeriesLanes] += term.q;
     }
     return table;
 }
