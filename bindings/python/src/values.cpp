@@ -154,7 +154,8 @@ T from_bytes(const py::object& bytes) {
 
 py::tuple state_of(const Body& b) {
     const py::bytes record = std::visit([](const auto& r) { return bytes_of(r); }, b.record);
-    return py::make_tuple(bytes_of(b.id), b.name, b.record.index(), record, b.elements_epoch);
+    return py::make_tuple(b.id.type, b.id.number, b.id.name, b.name, b.record.index(), record,
+                          b.elements_epoch);
 }
 
 template <std::size_t kKind = 0>
@@ -168,9 +169,12 @@ Body::Record record_from(std::size_t kind, const py::object& bytes) {
 }
 
 Body body_from(const py::tuple& state) {
-    Body body(from_bytes<SSO_ID>(state[0]), state[1].cast<std::string>(),
-              record_from(state[2].cast<std::size_t>(), state[3]));
-    body.elements_epoch = state[4].cast<double>();
+    SSO_ID id(state[0].cast<std::int32_t>(), state[1].cast<std::int32_t>());
+    const auto name = state[2].cast<std::string>();
+    name.copy(id.name, sizeof id.name - 1);
+    Body body(id, state[3].cast<std::string>(),
+              record_from(state[4].cast<std::size_t>(), state[5]));
+    body.elements_epoch = state[6].cast<double>();
     return body;
 }
 

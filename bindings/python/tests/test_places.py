@@ -126,7 +126,8 @@ def test_bodies_and_sites_through_pickle(model):
     for body in [own, *map(solsys.find_body, ("mars", "io", "sirius", "M31", "vesta", "halley"))]:
         copy = pickle.loads(pickle.dumps(body))
         assert (copy.name, copy.code) == (body.name, body.code)
-        assert model.astrometric(copy, TIMES[3]) == model.astrometric(body, TIMES[3])
+        np.testing.assert_equal(list(model.astrometric(copy, TIMES[3])),
+                                list(model.astrometric(body, TIMES[3])))
     oslo = solsys.find_city("Oslo")
     copy = pickle.loads(pickle.dumps(oslo))
     assert copy == oslo and copy.country == oslo.country == "NO"
