@@ -338,6 +338,8 @@ const Case kCases[] = {
      batch_of_states<5, false>},
     {"a state of the Earth in a batch, each half hour", true, kBatch, 25e-9,
      batch_of_states<3, true>},
+    {"the same at random instants of a century", true, kBatch, 45e-9,
+     batch_of_states<3, false>},
     {"a near-earth element set of a catalogue", true, kSets, 125e-9, element_sets},
     {"risings of ten bodies, a year, 51.5° N, by days", true, 1, 0, prescribed_risings},
     {"the same by the modern reduction", true, 1, 0, modern<prescribed_risings>},
