@@ -239,6 +239,7 @@ std::vector<Body> moons_of(Model& model, const Body& planet, bool all) {
     memory.check();
     if (!all) ids.resize(std::min(ids.size(), well_known(planet.id.number)));
     std::vector<Body> moons;
+    moons.reserve(ids.size());
     for (const SSO_ID& id : ids) moons.emplace_back(id);
     return moons;
 }

@@ -45,12 +45,13 @@ constexpr auto kZones = [] {
 // Zones descend in declination, so those that lie wholly above a direction are skipped: the
 // first zone worth trying is tabulated for bands of declination.
 constexpr int kBands = 360;
+constexpr int kNorthern = kBands / 2;  // the first band north of the equator
 constexpr double kBandsPerRadian = kBands / kPi;
 
 constexpr auto kFirstZone = [] {
     std::array<std::uint16_t, kBands + 1> first{};
     for (int band = 0; band <= kBands; ++band) {
-        const double top = (band + 1 - kBands / 2) / kBandsPerRadian;
+        const double top = (band + 1 - kNorthern) / kBandsPerRadian;
         std::size_t zone = 0;
         while (zone + 1 < kZoneCount && kZones[zone].dec_low > top) ++zone;
         first[static_cast<std::size_t>(band)] = static_cast<std::uint16_t>(zone);
@@ -76,7 +77,7 @@ unsigned char constellation_of(double ra, double dec) {
         if (ra >= kTwoPi) ra = 0;  // a tiny negative angle rounds to a whole turn
     }
 
-    const auto band = static_cast<std::size_t>(dec * kBandsPerRadian + kBands / 2);
+    const auto band = static_cast<std::size_t>(dec * kBandsPerRadian + kNorthern);
     for (std::size_t i = kFirstZone[band]; i < kZoneCount; ++i) {
         const Zone& zone = kZones[i];
         if (dec >= zone.dec_low && ra >= zone.ra_low && ra < zone.ra_up) {

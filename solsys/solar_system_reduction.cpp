@@ -86,6 +86,7 @@ bool CSWSolSys::SetLeapSeconds(const LeapSecond* rows, int count, double validUn
     if (rows == nullptr || count <= 0) return false;
     const bool taken = solsys::answer_or(false, [&] {
         std::vector<solsys::LeapSecondRow> table;
+        table.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i)
             table.push_back({rows[i].mjd_utc, rows[i].tai_minus_utc});
         return model_->reduction->earth.leap_seconds.replace(table, validUntil);

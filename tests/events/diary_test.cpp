@@ -200,6 +200,24 @@ class Collect : public SkyEventCallback {
     int most_;
 };
 
+// What a phase tells of the Moon is what a model at its instant tells.
+TEST(Diary, PhasesTellWhereTheMoonStands) {
+    const auto model = solsys::test::make_model(Source::kDe405);
+    CSkyDiaryEvents diary(model.get());
+    diary.InitSearch(nullptr, 2451544.5, 2451910.5, false);
+    diary.SearchMoonPhases();
+    ASSERT_GE(diary.GetResults().size(), 48U);
+    for (const SkyEvent& event : diary.GetResults()) {
+        const auto& told = *static_cast<const SKYEVENT_PHASE*>(event.detail);
+        const double tt = solsys::search::tt_from_ut(event.time);
+        model->UpdateSys(static_cast<int>(tt), tt - static_cast<int>(tt));
+        double seen[4];
+        ASSERT_TRUE(model->GetRADecVis(body(301), seen, 0));
+        // The Earth goes 39 km while the light comes.
+        EXPECT_NEAR(told.distance, seen[0] * solsys::kAuKm, 45) << event.time;
+    }
+}
+
 TEST(Diary, CallbackOwnsCopiesAndMayEndTheSearch) {
     const auto model = solsys::test::make_model(Source::kDe405);
     CSkyDiaryEvents diary(model.get());

@@ -67,6 +67,20 @@ TEST_F(IntegratedObjects, LeaveTheirOsculatingOrbitAsTimeGoesBy) {
     EXPECT_FALSE(model_.SetIntegrated(SSO_ID(SSO_PLNT, 5)));
 }
 
+// A kind is cleared by itself, and what is added again starts by its elements.
+TEST_F(IntegratedObjects, AreClearedKindByKind) {
+    const Vec3 by_elements = place(kByElements, 2452500);
+    ASSERT_TRUE(model_.SetIntegrated(kByElements));
+    const Vec3 there = place(kByElements, 2452500);
+    EXPECT_GT(norm(there - by_elements), 0.005);
+    model_.ClearIntegratedAsteroids();
+    EXPECT_EQ(model_.GetIntegratedAsteroid(3), nullptr);
+    EXPECT_EQ(norm(place(kByElements, 2452500) - there), 0);
+    model_.ClearAsteroids();
+    ASSERT_TRUE(model_.AddAsteroid(3, juno()));
+    EXPECT_EQ(norm(place(kByElements, 2452500) - by_elements), 0);
+}
+
 TEST_F(IntegratedObjects, FallBackOnTheOsculatingOrbit) {
     EXPECT_FALSE(model_.IsIntegrated(kByElements));
     place(kIntegrated, 2459000);
