@@ -4,7 +4,6 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <ranges>
 #include <span>
 #include <utility>
 
@@ -354,12 +353,13 @@ std::vector<SurveyApproach> MinorPlanetSurvey::near_earth(Model& model, const Sp
             return impl_->reach[k].perihelion <= kFarthest + limit &&
                    impl_->reach[k].aphelion >= kNearest - limit;
         };
-        const std::ranges::iota_view all(first, last);
-        if (std::ranges::none_of(all, reaches)) continue;
+        std::size_t some = first;
+        while (some < last && !reaches(some)) ++some;
+        if (some == last) continue;
         for (int day = 0; day <= earth.days(); ++day)
             orbit_places(blocks.subspan(b, 1), jd_start + day,
                          &places[static_cast<std::size_t>(day)]);
-        for (const std::size_t k : all) {
+        for (std::size_t k = some; k < last; ++k) {
             const double v = fastest(impl_->reach[k].perihelion) + kEarthSpeed;
             if (reaches(k) &&
                 comes_near(blocks[b], places, k - first, earth, jd_start, v, limit))
