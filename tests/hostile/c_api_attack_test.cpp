@@ -92,7 +92,7 @@ void fill(T& x) {
 // then depends on the speed of the machine.
 template <class T>
 T handle(const std::vector<T>& all) {
-    constexpr size_t kFirst = 4;
+    constexpr size_t kFirst = 9;  // lists of every kind
     if (pick(8) == 0 || all.empty()) return nullptr;
     return all[pick(pick(2) == 0 ? std::min(kFirst, all.size()) : all.size())];
 }
@@ -256,21 +256,30 @@ void make_good_lists() {
     ASSERT_EQ(solsys_find_body("moon", nullptr, &moon), SOLSYS_OK);
     ASSERT_EQ(solsys_find_body("venus", nullptr, &venus), SOLSYS_OK);
     const solsys_body* both[] = {moon, venus};
-    const solsys_instant from{2460000, 0}, to{2460100, 0};
-    solsys_list* list = nullptr;
-    ASSERT_EQ(solsys_gatherings(model, both, 2, from, to, 10, nullptr, &list), SOLSYS_OK);
-    world.lists.push_back(list);
-    ASSERT_EQ(solsys_conjunctions(model, moon, venus, from, to, 0, 10, nullptr, &list),
-              SOLSYS_OK);
-    world.lists.push_back(list);
-    solsys_list* satellites = nullptr;
-    ASSERT_EQ(solsys_parse_satellites(kSet, &satellites), SOLSYS_OK);
+    const solsys_instant from{2461250, 0}, to{2461300, 0};  // a solar eclipse is between
     solsys_site site{};
     site.size = sizeof site, site.latitude_deg = 60;
-    ASSERT_EQ(solsys_passes(model, &site, satellites, 0, -1, from, {2460003, 0}, 0, 0, nullptr,
-                            &list),
-              SOLSYS_OK);
-    world.lists.insert(world.lists.end(), {satellites, list});
+    const solsys_altitude horizon{};
+    int32_t up = 0;
+    solsys_list* list = nullptr;
+    const auto add = [](solsys_status status, solsys_list*& made) {
+        EXPECT_EQ(status, SOLSYS_OK);
+        EXPECT_GT(solsys_list_count(made), 0U);
+        world.lists.push_back(made);
+        return made;
+    };
+    add(solsys_gatherings(model, both, 2, from, to, 10, nullptr, &list), list);
+    add(solsys_conjunctions(model, moon, venus, from, to, 0, 10, nullptr, &list), list);
+    solsys_list* const satellites = add(solsys_parse_satellites(kSet, &list), list);
+    add(solsys_passes(model, &site, satellites, 0, -1, {2460000, 0}, {2460003, 0}, 0, 0,
+                      nullptr, &list),
+        list);
+    solsys_list* const eclipses =
+        add(solsys_find_eclipses(model, SOLSYS_SOLAR, from, to, nullptr, &list), list);
+    add(solsys_eclipse_map(model, eclipses, 0, &list), list);
+    add(solsys_diary(model, from, to, nullptr, 0, nullptr, &list), list);
+    add(solsys_risings(model, &site, venus, from, {2461253, 0}, &list, &up), list);
+    add(solsys_passages(model, &site, venus, &horizon, 1, from, {2461253, 0}, &list), list);
     world.models.push_back(model);
     world.bodies.insert(world.bodies.end(), {moon, venus});
 }
