@@ -114,6 +114,17 @@ TEST(Info, GivesPublishedMassesDensitiesAndDays) {
         EXPECT_NEAR(rows[i]["density_kg_m3"].get<double>() / density[i], 1, 1.2e-2) << rows[i];
         EXPECT_NEAR(rows[i]["solar_day_days"].get<double>() / solar_day[i], 1, 1e-3) << rows[i];
     }
+    // A satellite that keeps one face to its planet turns in a month; a GM that is none is left
+    // out.
+    const auto moons = run_command("info titan charon rhea --json").json();
+    for (const auto& row : moons)
+        EXPECT_NEAR(row["rotation_period_days"].get<double>() /
+                        row["orbital_period_days"].get<double>(),
+                    1, 1e-3)
+            << row;
+    EXPECT_NEAR(moons[0]["solar_day_days"].get<double>(), 15.969,
+                1e-3);  // 1 / (1/15.945 - 1/10759)
+    EXPECT_TRUE(moons[2]["mass_kg"].is_null()) << moons[2];
     EXPECT_EQ(rows[3]["moons"], 80);
     EXPECT_EQ(rows[1]["parent"], "Earth");
     EXPECT_EQ(run_command("info nibiru").status, 2);
