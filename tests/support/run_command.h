@@ -46,6 +46,11 @@ inline int shell(const std::string& line) {
 #endif
 }
 
+// Wine's shell now and then does not find a program that it found before.
+inline bool was_not_found(const std::filesystem::path& err) {
+    return printed_text(err).starts_with("Can't recognize");
+}
+
 // The system's shell runs the program; its two streams go through files.
 inline Outcome run_command(const std::string& arguments) {
     static int run = 0;
@@ -59,7 +64,8 @@ inline Outcome run_command(const std::string& arguments) {
     program.make_preferred();
     const std::string line =
         program.string() + " " + arguments + " > " + out.string() + " 2> " + err.string();
-    const int answer = shell(line);
+    int answer = shell(line);
+    for (int again = 0; again < 3 && was_not_found(err); ++again) answer = shell(line);
     Outcome outcome;
     // POSIX packs the exit status into the second byte, Windows answers it plainly.
     outcome.status = answer > 255 ? answer / 256 : answer;
