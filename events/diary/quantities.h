@@ -51,4 +51,19 @@ double rate(const Function& f, double t, double h, const Minus& minus) {
 inline double turn(double a, double b) { return wrap_half_turn(a - b); }
 inline double plain(double a, double b) { return a - b; }
 
+// The instant near t at which the Sun, which moves by 0.0166 to 0.0178 rad a day, has a
+// longitude (of a kind that `longitude_at(t)` tells): each step leaves at most a thirtieth of
+// the error. NaN when it cannot be computed.
+template <class LongitudeAt>
+double instant_of_sun(const LongitudeAt& longitude_at, double longitude, double t,
+                      double settled) {
+    constexpr int kMostSteps = 20;
+    for (int step = 0; step < kMostSteps; ++step) {
+        const double days = turn(longitude, longitude_at(t)) / kSunRate;
+        t += days;
+        if (!(std::fabs(days) > settled)) break;
+    }
+    return t;
+}
+
 }  // namespace solsys::diary

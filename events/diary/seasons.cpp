@@ -13,21 +13,14 @@ using solsys::diary::kSunRate;
 namespace {
 
 constexpr double kSeasonSettled = 1e-7;  // day
-constexpr int kMostSeasonSteps = 20;
 
 double solar_longitude(GeocentricSky& sky, double t) {
     return longitude_at(sky, {solsys::diary::kSun}, solsys::diary::Circle::kEcliptic, t);
 }
 
-// The instant near t at which the Sun, which moves by 0.0166 to 0.0178 rad a day, has a
-// longitude: each step leaves at most a thirtieth of the error. NaN when it cannot be computed.
 double instant_of_season(GeocentricSky& sky, double longitude, double t) {
-    for (int step = 0; step < kMostSeasonSteps; ++step) {
-        const double days = solsys::diary::turn(longitude, solar_longitude(sky, t)) / kSunRate;
-        t += days;
-        if (!(std::fabs(days) > kSeasonSettled)) break;
-    }
-    return t;
+    const auto at = [&sky](double when) { return solar_longitude(sky, when); };
+    return solsys::diary::instant_of_sun(at, longitude, t, kSeasonSettled);
 }
 
 }  // namespace

@@ -32,7 +32,6 @@ constexpr ShowerRow kShowers[] = {
 
 constexpr double kYear = 365.2564;       // day: of the Sun's longitude from a fixed equinox
 constexpr double kShowerSettled = 1e-6;  // day
-constexpr int kMostShowerSteps = 20;
 
 // Geometric longitude of the Sun on the ecliptic and equinox J2000.0.
 double solar_longitude_of_j2000(GeocentricSky& sky, double t) {
@@ -41,16 +40,9 @@ double solar_longitude_of_j2000(GeocentricSky& sky, double t) {
     return std::atan2(sun.y, sun.x);
 }
 
-// The instant within half a year of t at which the Sun has a longitude; NaN when it cannot be
-// computed.
 double instant_of_longitude(GeocentricSky& sky, double longitude, double t) {
-    for (int step = 0; step < kMostShowerSteps; ++step) {
-        const double days =
-            solsys::diary::turn(longitude, solar_longitude_of_j2000(sky, t)) / kSunRate;
-        t += days;
-        if (!(std::fabs(days) > kShowerSettled)) break;
-    }
-    return t;
+    const auto at = [&sky](double when) { return solar_longitude_of_j2000(sky, when); };
+    return solsys::diary::instant_of_sun(at, longitude, t, kShowerSettled);
 }
 
 double new_year_of(int year) {
