@@ -11,12 +11,12 @@
 namespace solsys::sky {
 namespace {
 
-struct NamedMeasure {
+struct ConstellationName {
     int index;
     const char* name;
     const char* abbreviation;
 };
-constexpr NamedMeasure kConstellations[] = {
+constexpr ConstellationName kConstellations[] = {
 #include "constellation_names.inc"
 };
 
@@ -94,7 +94,7 @@ Appearance appearance_of(Model& model, const Body& body, const Place& apparent) 
 
 Constellation constellation_number(int index) {
     if (index < 0 || index >= static_cast<int>(std::size(kConstellations))) return {};
-    const NamedMeasure& found = kConstellations[index];
+    const ConstellationName& found = kConstellations[index];
     return {found.index, found.name, found.abbreviation};
 }
 
@@ -104,7 +104,7 @@ Constellation constellation_at(const Model& model, double ra_deg, double dec_deg
 }
 
 Constellation constellation_called(std::string_view abbreviation) {
-    for (const NamedMeasure& known : kConstellations)
+    for (const ConstellationName& known : kConstellations)
         if (known.abbreviation == abbreviation)
             return {known.index, known.name, known.abbreviation};
     return {};

@@ -8,7 +8,6 @@ namespace {
 
 // id,messier,caldwell,designation,name,type,ra_deg,dec_deg,v_mag,major_arcmin,minor_arcmin,con
 constexpr std::string_view kRows =
-#include "core/constants.h"
 #include "deep_sky_text.inc"
     ;
 

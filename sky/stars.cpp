@@ -15,7 +15,6 @@ constexpr StarRow kBrightStars[] = {
 };
 // hip,name,name_ascii,bayer,flamsteed,con,...
 constexpr std::string_view kStarNames =
-#include "core/constants.h"
 #include "star_names_text.inc"
     ;
 

@@ -72,8 +72,7 @@ constexpr auto arguments_of(const std::array<SeriesTerm<kDegree>, kCount>& terms
     SeriesArguments<kDegree, kCount> arguments;
     std::array<std::size_t, kCount> order{};  // terms by argument, then by power
     for (std::size_t i = 0; i < kCount; ++i) order[i] = i;
-    // By plain pointers and loops, which compilers go through twice as fast as through the
-    // containers' own.
+    // Over plain pointers and by loops: to the compiler every operator of an array is a call.
     const SeriesTerm<kDegree>* const term_of = terms.data();
     std::sort(order.data(), order.data() + kCount, [term_of](std::size_t a, std::size_t b) {
         const double* const x = term_of[a].c.data();
@@ -83,7 +82,6 @@ constexpr auto arguments_of(const std::array<SeriesTerm<kDegree>, kCount>& terms
         const int power = term_of[a].power - term_of[b].power;
         return power != 0 ? power > 0 : a < b;
     });
-    // Over plain pointers: to the compiler every operator of an array is a call.
     auto* const all = arguments.all.data();
     std::size_t* const of_term = arguments.of_term.data();
     const std::size_t* const sorted_term = order.data();
